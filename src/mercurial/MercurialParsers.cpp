@@ -1,0 +1,229 @@
+#include "mercurial/MercurialParsers.h"
+
+#include "process/Failure.h"
+#include "process/ToolFailure.h"
+#include "records/LocalizedOrder.h"
+#include "records/TextDecoding.h"
+#include "records/TextSplitting.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QDateTime dateFromSeconds(double seconds)
+{
+    return QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000.0), Qt::UTC);
+}
+
+QStringList stringsOf(const QJsonValue &value)
+{
+    QStringList strings;
+    if (!value.isArray())
+        return strings;
+    const QJsonArray array = value.toArray();
+    for (const QJsonValue &element : array) {
+        if (!element.isString())
+            return {};
+        strings.append(element.toString());
+    }
+    return strings;
+}
+
+QDateTime dateOf(const QJsonValue &value)
+{
+    const QJsonArray parts = value.toArray();
+    if (parts.isEmpty())
+        return dateFromSeconds(0);
+    for (const QJsonValue &part : parts) {
+        if (!part.isDouble())
+            return dateFromSeconds(0);
+    }
+    return dateFromSeconds(parts.first().toDouble());
+}
+
+qint64 integerOf(const QJsonValue &value)
+{
+    return value.isDouble() ? static_cast<qint64>(value.toDouble()) : 0;
+}
+
+QString stringOr(const QJsonValue &value, const QString &fallback)
+{
+    return value.isString() ? value.toString() : fallback;
+}
+
+// The tool's JSON lists: a top-level array whose elements are all objects.
+QList<QJsonObject> objectsOf(const QByteArray &output, const QString &shapeError)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(output, &error);
+    if (error.error != QJsonParseError::NoError)
+        throw PlatformFailure::unreadableJson(error.errorString(), error.offset);
+    if (!document.isArray())
+        throw MercurialFailure::malformedOutput(shapeError);
+
+    QList<QJsonObject> objects;
+    const QJsonArray array = document.array();
+    objects.reserve(array.size());
+    for (const QJsonValue &element : array) {
+        if (!element.isObject())
+            throw MercurialFailure::malformedOutput(shapeError);
+        objects.append(element.toObject());
+    }
+    return objects;
+}
+
+} // namespace
+
+QList<WorkingFile> parseMercurialStatus(QByteArrayView output)
+{
+    QList<WorkingFile> files;
+    qsizetype start = 0;
+    while (start < output.size()) {
+        qsizetype end = output.indexOf('\0', start);
+        if (end < 0)
+            end = output.size();
+        const QByteArrayView record = output.sliced(start, end - start);
+        start = end + 1;
+        if (record.size() < 3)
+            continue;
+        const QString text = decodeUtf8OrEmpty(record);
+        if (text.isEmpty())
+            continue;
+        const std::optional<FileState> state = fileStateFromLetter(QStringView(text).first(1));
+        const QString path = text.sliced(2);
+        if (!state || path.isEmpty())
+            continue;
+        files.append(WorkingFile{path, *state});
+    }
+    sortLocalized(files, [](const WorkingFile &file) { return file.path; });
+    return files;
+}
+
+namespace mercurial {
+
+QSet<QString> parseUnresolvedPaths(QByteArrayView output)
+{
+    QSet<QString> paths;
+    const QString text = decodeUtf8OrEmpty(output);
+    for (const QStringView line : nonEmptyLines(text)) {
+        if (line.front() == u'U')
+            paths.insert(line.size() > 2 ? line.sliced(2).toString() : QString());
+    }
+    return paths;
+}
+
+void markUnresolved(QList<WorkingFile> &files, const QSet<QString> &unresolvedPaths)
+{
+    if (unresolvedPaths.isEmpty())
+        return;
+    for (WorkingFile &file : files) {
+        if (unresolvedPaths.contains(file.path))
+            file.state = FileState::unresolved;
+    }
+}
+
+QString summaryOf(const QString &description)
+{
+    const QList<QStringView> pieces = splitSkippingEmpty(description, u'\n', 1);
+    return pieces.isEmpty() ? QString() : pieces.first().toString();
+}
+
+QList<Changeset> parseHistory(const QByteArray &output)
+{
+    QList<Changeset> history;
+    if (output.isEmpty())
+        return history;
+    const QList<QJsonObject> entries = objectsOf(output, u"history is not a JSON array"_s);
+    history.reserve(entries.size());
+    for (const QJsonObject &entry : entries) {
+        const QJsonValue node = entry.value(u"node"_s);
+        if (!node.isString())
+            continue;
+        Changeset changeset;
+        changeset.node = node.toString();
+        changeset.description = stringOr(entry.value(u"desc"_s), QString());
+        changeset.summary = summaryOf(changeset.description);
+        changeset.date = dateOf(entry.value(u"date"_s));
+        changeset.revision = integerOf(entry.value(u"rev"_s));
+        changeset.author = stringOr(entry.value(u"user"_s), u"Unknown"_s);
+        changeset.branch = stringOr(entry.value(u"branch"_s), u"default"_s);
+        changeset.bookmarks = stringsOf(entry.value(u"bookmarks"_s));
+        changeset.tags = stringsOf(entry.value(u"tags"_s));
+        changeset.files = stringsOf(entry.value(u"files"_s));
+        history.append(std::move(changeset));
+    }
+    return history;
+}
+
+QHash<QString, QDateTime> parseBookmarkDates(QByteArrayView output)
+{
+    QHash<QString, QDateTime> dates;
+    const QString text = decodeUtf8OrEmpty(output);
+    for (const QStringView line : nonEmptyLines(text)) {
+        const QList<QStringView> fields = splitSkippingEmpty(line, u'\t', 1);
+        if (fields.size() != 2)
+            continue;
+        const QList<QStringView> dateParts = splitSkippingEmpty(fields[1], u' ');
+        if (dateParts.isEmpty())
+            continue;
+        bool parsed = false;
+        const double seconds = dateParts.first().toDouble(&parsed);
+        if (!parsed || !std::isfinite(seconds))
+            continue;
+        dates.insert(fields[0].toString(), dateFromSeconds(seconds));
+    }
+    return dates;
+}
+
+QList<Bookmark> parseBookmarks(const QByteArray &output, const QHash<QString, QDateTime> &dates)
+{
+    QList<Bookmark> bookmarks;
+    if (output.isEmpty())
+        return bookmarks;
+    const QList<QJsonObject> entries = objectsOf(output, u"bookmarks are not a JSON array"_s);
+    for (const QJsonObject &entry : entries) {
+        const QJsonValue name = entry.value(u"bookmark"_s);
+        const QJsonValue node = entry.value(u"node"_s);
+        if (!name.isString() || !node.isString())
+            continue;
+        Bookmark bookmark;
+        bookmark.name = name.toString();
+        bookmark.node = node.toString();
+        bookmark.revision = integerOf(entry.value(u"rev"_s));
+        bookmark.active = entry.value(u"active"_s).toBool(false);
+        if (const auto date = dates.constFind(bookmark.node); date != dates.cend())
+            bookmark.date = *date;
+        bookmarks.append(std::move(bookmark));
+    }
+    return bookmarks;
+}
+
+QString parseCurrentBranch(QByteArrayView output)
+{
+    return decodeUtf8OrEmpty(output).trimmed();
+}
+
+QMap<QString, QString> parsePaths(QByteArrayView output)
+{
+    QMap<QString, QString> paths;
+    const QString text = decodeUtf8OrEmpty(output);
+    for (const QStringView line : nonEmptyLines(text)) {
+        const QList<QStringView> pieces = splitSkippingEmpty(line, u'=', 1);
+        if (pieces.size() != 2)
+            continue;
+        paths.insert(trimmedSpacesAndTabs(pieces[0]).toString(),
+                     trimmedSpacesAndTabs(pieces[1]).toString());
+    }
+    return paths;
+}
+
+} // namespace mercurial
+} // namespace tillery

@@ -1,0 +1,66 @@
+#include "mercurial/MercurialSnapshot.h"
+
+#include "mercurial/MercurialCommands.h"
+#include "mercurial/MercurialParsers.h"
+#include "process/ToolRunner.h"
+
+#include <exception>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QHash<QString, QDateTime> loadBookmarkDates(const QString &repositoryPath)
+{
+    try {
+        return mercurial::parseBookmarkDates(
+            runMercurial(mercurial::bookmarkDatesCommand(), repositoryPath).standardOutput);
+    } catch (const std::exception &) {
+        // Dates are a nicety: without them the bookmarks are simply undated.
+        return {};
+    }
+}
+
+QList<Bookmark> loadBookmarks(const QString &repositoryPath)
+{
+    const QByteArray output = runMercurial(mercurial::bookmarksCommand(), repositoryPath).standardOutput;
+    if (output.isEmpty())
+        return {};
+    return mercurial::parseBookmarks(output, loadBookmarkDates(repositoryPath));
+}
+
+std::optional<QString> activeBookmarkOf(const QList<Bookmark> &bookmarks)
+{
+    for (const Bookmark &bookmark : bookmarks) {
+        if (bookmark.active)
+            return bookmark.name;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
+{
+    RepositorySnapshot snapshot;
+    snapshot.files =
+        parseMercurialStatus(runMercurial(mercurial::statusCommand(), repositoryPath).standardOutput);
+    mercurial::markUnresolved(
+        snapshot.files, mercurial::parseUnresolvedPaths(
+                            runMercurial(mercurial::unresolvedFilesCommand(), repositoryPath).standardOutput));
+    snapshot.history =
+        mercurial::parseHistory(runMercurial(mercurial::historyCommand(), repositoryPath).standardOutput);
+    snapshot.bookmarks = loadBookmarks(repositoryPath);
+    snapshot.branch = mercurial::parseCurrentBranch(
+        runMercurial(mercurial::currentBranchCommand(), repositoryPath).standardOutput);
+    snapshot.activeBookmark = activeBookmarkOf(snapshot.bookmarks);
+    snapshot.paths =
+        mercurial::parsePaths(runMercurial(mercurial::pathsCommand(), repositoryPath).standardOutput);
+    snapshot.defaultBranch = u"default"_s;
+    snapshot.currentBranchIsPublished = true;
+    return snapshot;
+}
+
+} // namespace tillery

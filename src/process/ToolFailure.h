@@ -1,0 +1,82 @@
+#pragma once
+
+#include "process/Failure.h"
+
+#include <QStringList>
+
+namespace tillery {
+
+// The four ways a tool can fail; Mercurial and Git differ only in wording.
+class ToolFailure : public Failure {
+public:
+    enum class Case { command, invalidRepository, malformedOutput, notInstalled };
+
+    Case failureCase() const { return m_payload.failureCase; }
+    // command: the caller's arguments (without the runner's fixed first one),
+    // the status and the combined output.
+    const QStringList &arguments() const { return m_payload.arguments; }
+    int code() const { return m_payload.code; }
+    const QString &output() const { return m_payload.output; }
+    // invalidRepository: the path as given.
+    const QString &path() const { return m_payload.text; }
+    // malformedOutput: what could not be read, or a validation sentence.
+    const QString &detail() const { return m_payload.text; }
+
+protected:
+    struct Wording {
+        QString commandName;
+        QString toolName;
+        QString notInstalled;
+    };
+    struct Payload {
+        Case failureCase = Case::notInstalled;
+        QStringList arguments;
+        int code = 0;
+        QString output;
+        QString text;
+    };
+
+    ToolFailure(const Wording &wording, Payload payload);
+
+private:
+    static QString describe(const Wording &wording, const Payload &payload);
+    Payload m_payload;
+};
+
+template <typename Self>
+class ToolFailureOf : public ToolFailure {
+public:
+    static Self command(QStringList arguments, int code, QString output)
+    {
+        return Self(Payload{Case::command, std::move(arguments), code, std::move(output), {}});
+    }
+    static Self invalidRepository(QString path)
+    {
+        return Self(Payload{Case::invalidRepository, {}, 0, {}, std::move(path)});
+    }
+    static Self malformedOutput(QString detail)
+    {
+        return Self(Payload{Case::malformedOutput, {}, 0, {}, std::move(detail)});
+    }
+    static Self notInstalled() { return Self(Payload{Case::notInstalled, {}, 0, {}, {}}); }
+
+protected:
+    explicit ToolFailureOf(Payload payload)
+        : ToolFailure(Self::wording(), std::move(payload))
+    {
+    }
+};
+
+class MercurialFailure final : public ToolFailureOf<MercurialFailure> {
+    friend class ToolFailureOf<MercurialFailure>;
+    using ToolFailureOf::ToolFailureOf;
+    static const Wording &wording();
+};
+
+class GitFailure final : public ToolFailureOf<GitFailure> {
+    friend class ToolFailureOf<GitFailure>;
+    using ToolFailureOf::ToolFailureOf;
+    static const Wording &wording();
+};
+
+} // namespace tillery

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "records/Bookmark.h"
+#include "records/Changeset.h"
+#include "records/WorkingFile.h"
+
+#include <QList>
+#include <QMap>
+#include <QString>
+
+#include <optional>
+
+namespace tillery {
+
+// Everything one refresh of a repository loads, delivered in one piece.
+struct RepositorySnapshot {
+    QList<WorkingFile> files;
+    QList<Changeset> history;
+    QList<Bookmark> bookmarks;
+    QString branch;
+    std::optional<QString> activeBookmark;
+    QMap<QString, QString> paths;
+    QString defaultBranch;
+    bool currentBranchIsPublished = true;
+
+    friend bool operator==(const RepositorySnapshot &, const RepositorySnapshot &) = default;
+};
+
+} // namespace tillery

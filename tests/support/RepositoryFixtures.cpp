@@ -1,0 +1,165 @@
+#include "RepositoryFixtures.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <stdexcept>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::test {
+
+namespace {
+
+void startTool(QProcess &process, const QString &program, const QStringList &arguments,
+               const QString &directory)
+{
+    const QString executable = QStandardPaths::findExecutable(program);
+    if (executable.isEmpty())
+        throw std::runtime_error(program.toStdString() + " is not installed");
+    process.setWorkingDirectory(directory);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.start(executable, arguments);
+    process.waitForFinished(-1);
+}
+
+} // namespace
+
+int runToolForStatus(const QString &program, const QStringList &arguments, const QString &directory)
+{
+    QProcess process;
+    startTool(process, program, arguments, directory);
+    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+}
+
+QByteArray runTool(const QString &program, const QStringList &arguments, const QString &directory)
+{
+    QProcess process;
+    startTool(process, program, arguments, directory);
+    const QByteArray output = process.readAllStandardOutput();
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        const QString command = program + u' ' + arguments.join(u' ');
+        qWarning("%s failed in %s: %s %s", qPrintable(command), qPrintable(directory),
+                 process.readAllStandardError().constData(), qPrintable(process.errorString()));
+        throw std::runtime_error(command.toStdString() + " failed");
+    }
+    return output;
+}
+
+RepositoryFixture::RepositoryFixture(const QString &existingFolder)
+    : m_folder(existingFolder.isEmpty() ? std::make_unique<QTemporaryDir>() : nullptr)
+    , m_existingFolder(existingFolder)
+{
+    if (m_folder && !m_folder->isValid())
+        throw std::runtime_error("cannot create a temporary folder");
+    if (!existingFolder.isEmpty())
+        QDir().mkpath(existingFolder);
+}
+
+QString RepositoryFixture::filePath(const QString &relative) const
+{
+    return QDir(path()).filePath(relative);
+}
+
+void RepositoryFixture::write(const QString &relative, const QByteArray &contents) const
+{
+    const QString target = filePath(relative);
+    QDir().mkpath(QFileInfo(target).absolutePath());
+    QFile file(target);
+    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
+        throw std::runtime_error("cannot write " + target.toStdString());
+}
+
+void RepositoryFixture::removeFromDisk(const QString &relative) const
+{
+    if (!QFile::remove(filePath(relative)))
+        throw std::runtime_error("cannot remove " + relative.toStdString());
+}
+
+MercurialFixture::MercurialFixture()
+{
+    hg({u"init"_s});
+}
+
+MercurialFixture::MercurialFixture(const QString &folder)
+    : RepositoryFixture(folder)
+{
+    hg({u"init"_s});
+}
+
+QByteArray MercurialFixture::hg(const QStringList &arguments) const
+{
+    return runTool(u"hg"_s, arguments, path());
+}
+
+QString MercurialFixture::commitAll(const QString &message) const
+{
+    hg({u"commit"_s, u"--addremove"_s, u"-m"_s, message});
+    return node();
+}
+
+QString MercurialFixture::node(const QString &revision) const
+{
+    return QString::fromUtf8(hg({u"log"_s, u"-r"_s, revision, u"-T"_s, u"{node}"_s}));
+}
+
+void MercurialFixture::makeConflict(const QString &relative) const
+{
+    write(relative, "base\n");
+    const QString base = commitAll(u"base"_s);
+    write(relative, "ours\n");
+    commitAll(u"ours"_s);
+    hg({u"update"_s, u"-r"_s, base});
+    write(relative, "theirs\n");
+    commitAll(u"theirs"_s);
+    // A conflicting merge exits with status 1; the unresolved state is what we want.
+    if (runToolForStatus(u"hg"_s, {u"merge"_s, u"--tool"_s, u"internal:merge"_s}, path()) != 1)
+        throw std::runtime_error("the merge did not conflict");
+}
+
+GitFixture::GitFixture()
+{
+    git({u"init"_s, u"--quiet"_s});
+}
+
+GitFixture::GitFixture(const QString &folder)
+    : RepositoryFixture(folder)
+{
+    git({u"init"_s, u"--quiet"_s});
+}
+
+QByteArray GitFixture::git(const QStringList &arguments) const
+{
+    return runTool(u"git"_s, arguments, path());
+}
+
+QString GitFixture::commitAll(const QString &message) const
+{
+    git({u"add"_s, u"--all"_s});
+    git({u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"-m"_s, message});
+    return head();
+}
+
+QString GitFixture::head() const
+{
+    return QString::fromUtf8(git({u"rev-parse"_s, u"HEAD"_s})).trimmed();
+}
+
+void GitFixture::makeConflict(const QString &relative) const
+{
+    write(relative, "base\n");
+    commitAll(u"base"_s);
+    git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"theirs"_s});
+    write(relative, "theirs\n");
+    commitAll(u"theirs"_s);
+    git({u"checkout"_s, u"--quiet"_s, u"main"_s});
+    write(relative, "ours\n");
+    commitAll(u"ours"_s);
+    if (runToolForStatus(u"git"_s, {u"merge"_s, u"--quiet"_s, u"theirs"_s}, path()) != 1)
+        throw std::runtime_error("the merge did not conflict");
+}
+
+} // namespace tillery::test

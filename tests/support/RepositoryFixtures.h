@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace tillery::test {
+
+// Runs a real tool found on PATH (never through the HG/GIT variables that
+// the code under test reads) and returns its standard output. Throws
+// std::runtime_error, after printing the tool's error text, when it fails.
+QByteArray runTool(const QString &program, const QStringList &arguments, const QString &directory);
+
+// The same without judging the exit status; returns it.
+int runToolForStatus(const QString &program, const QStringList &arguments, const QString &directory);
+
+// A real repository in its own temporary folder.
+class RepositoryFixture {
+public:
+    virtual ~RepositoryFixture() = default;
+
+    QString path() const { return m_folder ? m_folder->path() : m_existingFolder; }
+    QString filePath(const QString &relative) const;
+
+    void write(const QString &relative, const QByteArray &contents) const;
+    void removeFromDisk(const QString &relative) const;
+
+protected:
+    // A fresh temporary folder, or the given one when the repository lives inside another.
+    explicit RepositoryFixture(const QString &existingFolder = QString());
+
+private:
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_existingFolder;
+};
+
+class MercurialFixture final : public RepositoryFixture {
+public:
+    MercurialFixture();
+    // A repository made with "hg init" in an existing folder (for nesting).
+    explicit MercurialFixture(const QString &folder);
+
+    QByteArray hg(const QStringList &arguments) const;
+    // Commits every change (adding and removing files); returns the new node.
+    QString commitAll(const QString &message) const;
+    QString node(const QString &revision = QStringLiteral(".")) const;
+    // Leaves the working copy in a merge with the file unresolved.
+    void makeConflict(const QString &relative) const;
+};
+
+class GitFixture final : public RepositoryFixture {
+public:
+    GitFixture();
+    explicit GitFixture(const QString &folder);
+
+    QByteArray git(const QStringList &arguments) const;
+    QString commitAll(const QString &message) const;
+    QString head() const;
+    // Leaves the working copy in a merge with the file unresolved.
+    void makeConflict(const QString &relative) const;
+};
+
+} // namespace tillery::test
