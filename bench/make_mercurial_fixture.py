@@ -537,10 +537,10 @@ class Builder:
             return [], None
         rng = self.rng
         names = ["dev"]
-        specials = ["@", "wip", "old experiment", "release-1.2", "release-1.9",
-                    "release-1.10", "release-1.11"]
-        rng.shuffle(specials)
-        kinds = (("feature", 45), ("fix", 25), ("review", 10), ("special", 20))
+        fixed_names = ["@", "wip", "old experiment", "release-1.2", "release-1.9",
+                       "release-1.10", "release-1.11"]
+        rng.shuffle(fixed_names)
+        kinds = (("feature", 45), ("fix", 25), ("review", 10), ("named", 20))
         attempts = 0
         while len(names) < count and attempts < count * 20:
             attempts += 1
@@ -551,8 +551,8 @@ class Builder:
                 name = "fix-%d" % rng.randint(100, 9999)
             elif kind == "review":
                 name = "review/%s-%s" % (rng.choice(WORDS), rng.choice(WORDS))
-            elif specials:
-                name = specials.pop()
+            elif fixed_names:
+                name = fixed_names.pop()
             else:
                 continue
             if name not in names:

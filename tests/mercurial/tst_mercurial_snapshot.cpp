@@ -71,11 +71,11 @@ private Q_SLOTS:
         repository.write(u"gone.txt"_s, "a\n");
         repository.write(u"missing.txt"_s, "a\n");
         const QString first = repository.commitAll(u"First\n\nWith details"_s);
-        repository.hg({u"bookmark"_s, u"-r"_s, first, u"old"_s});
-        repository.hg({u"branch"_s, u"stable"_s});
+        repository.bookmark(u"old"_s, first);
+        repository.branch(u"stable"_s);
         repository.write(u"file9.txt"_s, "b\n");
         const QString second = repository.commitAll(u"Caf\u00e9 au lait"_s);
-        repository.hg({u"bookmark"_s, u"main"_s});
+        repository.bookmark(u"main"_s);
         repository.hg({u"tag"_s, u"-l"_s, u"v1.0"_s});
 
         repository.write(u"file10.txt"_s, "changed\n");

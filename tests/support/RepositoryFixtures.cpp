@@ -106,6 +106,19 @@ QString MercurialFixture::node(const QString &revision) const
     return QString::fromUtf8(hg({u"log"_s, u"-r"_s, revision, u"-T"_s, u"{node}"_s}));
 }
 
+void MercurialFixture::bookmark(const QString &name, const QString &revision) const
+{
+    if (revision == u".")
+        hg({u"bookmark"_s, u"--"_s, name});
+    else
+        hg({u"bookmark"_s, u"-r"_s, revision, u"--"_s, name});
+}
+
+void MercurialFixture::branch(const QString &name) const
+{
+    hg({u"branch"_s, u"--"_s, name});
+}
+
 void MercurialFixture::makeConflict(const QString &relative) const
 {
     write(relative, "base\n");
@@ -148,14 +161,27 @@ QString GitFixture::head() const
     return QString::fromUtf8(git({u"rev-parse"_s, u"HEAD"_s})).trimmed();
 }
 
+void GitFixture::branch(const QString &name, bool checkOut) const
+{
+    if (checkOut)
+        git({u"checkout"_s, u"--quiet"_s, u"-b"_s, name});
+    else
+        git({u"branch"_s, u"--"_s, name});
+}
+
+void GitFixture::checkOut(const QString &branch) const
+{
+    git({u"checkout"_s, u"--quiet"_s, branch, u"--"_s});
+}
+
 void GitFixture::makeConflict(const QString &relative) const
 {
     write(relative, "base\n");
     commitAll(u"base"_s);
-    git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"theirs"_s});
+    branch(u"theirs"_s, true);
     write(relative, "theirs\n");
     commitAll(u"theirs"_s);
-    git({u"checkout"_s, u"--quiet"_s, u"main"_s});
+    checkOut(u"main"_s);
     write(relative, "ours\n");
     commitAll(u"ours"_s);
     if (runToolForStatus(u"git"_s, {u"merge"_s, u"--quiet"_s, u"theirs"_s}, path()) != 1)

@@ -47,6 +47,10 @@ public:
     // Commits every change (adding and removing files); returns the new node.
     QString commitAll(const QString &message) const;
     QString node(const QString &revision = QStringLiteral(".")) const;
+    // A bookmark at the revision; at "." it becomes the active one.
+    void bookmark(const QString &name, const QString &revision = QStringLiteral(".")) const;
+    // Starts a named branch with the next commit.
+    void branch(const QString &name) const;
     // Leaves the working copy in a merge with the file unresolved.
     void makeConflict(const QString &relative) const;
 };
@@ -59,6 +63,9 @@ public:
     QByteArray git(const QStringList &arguments) const;
     QString commitAll(const QString &message) const;
     QString head() const;
+    // A new branch at HEAD, checked out or not.
+    void branch(const QString &name, bool checkOut = false) const;
+    void checkOut(const QString &branch) const;
     // Leaves the working copy in a merge with the file unresolved.
     void makeConflict(const QString &relative) const;
 };
