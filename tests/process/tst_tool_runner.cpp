@@ -236,39 +236,6 @@ private Q_SLOTS:
         }
     }
 
-    void describesOtherFailures_data()
-    {
-        QTest::addColumn<QString>("description");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("hg invalid repository")
-            << MercurialFailure::invalidRepository(u"/tmp/x"_s).description()
-            << u"/tmp/x is not a Mercurial repository."_s;
-        QTest::newRow("git invalid repository") << GitFailure::invalidRepository(u"/tmp/x"_s).description()
-                                                << u"/tmp/x is not a Git repository."_s;
-        QTest::newRow("hg malformed output")
-            << MercurialFailure::malformedOutput(u"history is not a JSON array"_s).description()
-            << u"Mercurial returned data that could not be read: history is not a JSON array"_s;
-        QTest::newRow("git malformed output")
-            << GitFailure::malformedOutput(u"a branch name cannot begin with -"_s).description()
-            << u"Git returned data that could not be read: a branch name cannot begin with -"_s;
-        QTest::newRow("hg not installed")
-            << MercurialFailure::notInstalled().description()
-            << u"Mercurial (hg) was not found. Install Mercurial and ensure hg is available on PATH."_s;
-        QTest::newRow("git not installed")
-            << GitFailure::notInstalled().description()
-            << u"Git was not found. Install Git and ensure git is available on PATH."_s;
-        QTest::newRow("neither kind")
-            << RepositoryFailure::invalidRepository(u"/home/me/notes"_s).description()
-            << u"/home/me/notes is not a Mercurial or Git repository."_s;
-    }
-
-    void describesOtherFailures()
-    {
-        QFETCH(QString, description);
-        QFETCH(QString, expected);
-        QCOMPARE(description, expected);
-    }
-
     void launchFailureIsPassedUp_data()
     {
         QTest::addColumn<Tool>("tool");

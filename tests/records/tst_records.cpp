@@ -52,15 +52,6 @@ private Q_SLOTS:
             QCOMPARE(fileStateLetter(*expected), letter);
     }
 
-    void fileStatesHaveDistinctLabelsInOrder()
-    {
-        QStringList labels;
-        for (const FileState state : allFileStates())
-            labels.append(fileStateLabel(state));
-        QCOMPARE(labels, (QStringList{u"Modified"_s, u"Added"_s, u"Removed"_s, u"Missing"_s,
-                                      u"Untracked"_s, u"Ignored"_s, u"Clean"_s, u"Unresolved"_s}));
-    }
-
     void decodeRepository_data()
     {
         QTest::addColumn<QByteArray>("json");
