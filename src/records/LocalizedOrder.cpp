@@ -17,11 +17,6 @@ QCollator localizedCollator()
     return collator;
 }
 
-bool localizedLessThan(const QString &left, const QString &right)
-{
-    return localizedCollator().compare(left, right) < 0;
-}
-
 QList<qsizetype> localizedOrder(const QStringList &texts)
 {
     const QCollator collator = localizedCollator();

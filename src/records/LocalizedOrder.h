@@ -13,8 +13,6 @@ namespace tillery {
 // the C locale (where numeric collation is not available).
 QCollator localizedCollator();
 
-bool localizedLessThan(const QString &left, const QString &right);
-
 // The stable permutation that puts the texts in localized order.
 QList<qsizetype> localizedOrder(const QStringList &texts);
 
