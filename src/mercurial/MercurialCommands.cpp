@@ -1,5 +1,7 @@
 #include "mercurial/MercurialCommands.h"
 
+#include "mercurial/MercurialFileArguments.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tillery::mercurial {
@@ -37,6 +39,35 @@ ToolCommand currentBranchCommand()
 ToolCommand pathsCommand()
 {
     return {{u"paths"_s}, {0, 1}};
+}
+
+ToolCommand workingDiffCommand(const QString &path)
+{
+    return {{u"diff"_s, u"--git"_s, u"--"_s, fileArgument(path)}, {0}};
+}
+
+ToolCommand changesetFilesCommand(const QString &node)
+{
+    return {{u"status"_s, u"--change"_s, node, u"-0"_s}, {0}};
+}
+
+ToolCommand changesetDiffCommand(const QString &node, const QString &path)
+{
+    return {{u"diff"_s, u"--git"_s, u"-c"_s, node, u"--"_s, fileArgument(path)}, {0}};
+}
+
+ToolCommand fileContentsCommand(const QString &revision, const QString &path)
+{
+    QStringList arguments{u"cat"_s, u"-r"_s, revision};
+    if (needsLiteralPathPrefix(path))
+        arguments.append(u"--"_s);
+    arguments.append(fileArgument(path));
+    return {arguments, {0}};
+}
+
+ToolCommand compareDiffCommand(const QString &target)
+{
+    return {{u"diff"_s, u"--git"_s, u"--rev"_s, target, u"--rev"_s, u"."_s}, {0}};
 }
 
 } // namespace tillery::mercurial

@@ -15,4 +15,11 @@ ToolCommand bookmarkDatesCommand();
 ToolCommand currentBranchCommand();
 ToolCommand pathsCommand();
 
+// Diffs and contents. File arguments are made safe with fileArgument().
+ToolCommand workingDiffCommand(const QString &path);
+ToolCommand changesetFilesCommand(const QString &node);
+ToolCommand changesetDiffCommand(const QString &node, const QString &path);
+ToolCommand fileContentsCommand(const QString &revision, const QString &path);
+ToolCommand compareDiffCommand(const QString &target);
+
 } // namespace tillery::mercurial

@@ -37,6 +37,16 @@ std::optional<QString> findGitExecutable()
     return findExecutable("GIT", u"git"_s);
 }
 
+QString mercurialLeadingArgument()
+{
+    return u"--noninteractive"_s;
+}
+
+QString gitLeadingArgument()
+{
+    return u"--no-pager"_s;
+}
+
 QProcessEnvironment mercurialEnvironment()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();

@@ -14,6 +14,10 @@ namespace tillery {
 std::optional<QString> findMercurialExecutable();
 std::optional<QString> findGitExecutable();
 
+// The argument every child gets first: hg never prompts, git never pages.
+QString mercurialLeadingArgument();
+QString gitLeadingArgument();
+
 // What every Mercurial child runs with: the application's environment, with
 // UTF-8 as Mercurial's encoding unless HGENCODING already names one (output is
 // read as UTF-8, and under the C locale Mercurial would otherwise replace

@@ -1,5 +1,7 @@
 #include "process/ToolFailure.h"
 
+#include "records/TextDecoding.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -30,6 +32,17 @@ QString ToolFailure::describe(const Wording &wording, const Payload &payload)
     }
     Q_UNREACHABLE();
     return QString();
+}
+
+QString ToolFailure::combinedOutput(const QByteArray &standardError, const QByteArray &standardOutput)
+{
+    QStringList texts;
+    for (const QByteArray *stream : {&standardError, &standardOutput}) {
+        QString text = decodeUtf8OrEmpty(*stream);
+        if (!text.isEmpty())
+            texts.append(std::move(text));
+    }
+    return texts.join(u'\n');
 }
 
 const ToolFailure::Wording &MercurialFailure::wording()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "process/Failure.h"
+#include "records/CommandOutput.h"
 
 #include <QStringList>
 
@@ -21,6 +22,10 @@ public:
     const QString &path() const { return m_payload.text; }
     // malformedOutput: what could not be read, or a validation sentence.
     const QString &detail() const { return m_payload.text; }
+
+    // The text a `command` failure carries: standard error, then standard
+    // output, each only when it is valid UTF-8 and not empty, joined by a line feed.
+    static QString combinedOutput(const QByteArray &standardError, const QByteArray &standardOutput);
 
 protected:
     struct Wording {
@@ -49,6 +54,12 @@ public:
     static Self command(QStringList arguments, int code, QString output)
     {
         return Self(Payload{Case::command, std::move(arguments), code, std::move(output), {}});
+    }
+    // A finished run whose status the caller does not accept.
+    static Self rejected(QStringList arguments, const CommandOutput &output)
+    {
+        return command(std::move(arguments), output.status,
+                       combinedOutput(output.standardError, output.standardOutput));
     }
     static Self invalidRepository(QString path)
     {

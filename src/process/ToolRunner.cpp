@@ -1,7 +1,6 @@
 #include "process/ToolRunner.h"
 
 #include "process/Executables.h"
-#include "records/TextDecoding.h"
 #include "records/UuidText.h"
 
 #include <QDir>
@@ -78,16 +77,10 @@ FinishedRun runBlocking(const ToolInvocation &tool, const QStringList &arguments
 template <typename ToolFailureType>
 CommandOutput judge(FinishedRun run, const QStringList &arguments, const QSet<int> &accepted)
 {
-    if (!run.crashed && accepted.contains(run.status))
-        return CommandOutput{std::move(run.standardOutput), std::move(run.standardError), run.status};
-
-    QStringList texts;
-    for (const QByteArray *stream : {&run.standardError, &run.standardOutput}) {
-        QString text = decodeUtf8OrEmpty(*stream);
-        if (!text.isEmpty())
-            texts.append(text);
-    }
-    throw ToolFailureType::command(arguments, run.status, texts.join(u'\n'));
+    CommandOutput output{std::move(run.standardOutput), std::move(run.standardError), run.status};
+    if (run.crashed || !accepted.contains(run.status))
+        throw ToolFailureType::rejected(arguments, output);
+    return output;
 }
 
 } // namespace
@@ -95,7 +88,7 @@ CommandOutput judge(FinishedRun run, const QStringList &arguments, const QSet<in
 CommandOutput runMercurial(const QStringList &arguments, const std::optional<QString> &directory,
                            const QSet<int> &acceptedStatuses)
 {
-    const ToolInvocation mercurial{findMercurialExecutable(), u"--noninteractive"_s,
+    const ToolInvocation mercurial{findMercurialExecutable(), mercurialLeadingArgument(),
                                    u"dockside-"_s, mercurialEnvironment()};
     return judge<MercurialFailure>(runBlocking<MercurialFailure>(mercurial, arguments, directory),
                                    arguments, acceptedStatuses);
@@ -104,7 +97,7 @@ CommandOutput runMercurial(const QStringList &arguments, const std::optional<QSt
 CommandOutput runGit(const QStringList &arguments, const std::optional<QString> &directory,
                      const QSet<int> &acceptedStatuses)
 {
-    const ToolInvocation git{findGitExecutable(), u"--no-pager"_s, u"dockside-git-"_s,
+    const ToolInvocation git{findGitExecutable(), gitLeadingArgument(), u"dockside-git-"_s,
                              gitEnvironment()};
     return judge<GitFailure>(runBlocking<GitFailure>(git, arguments, directory), arguments,
                              acceptedStatuses);

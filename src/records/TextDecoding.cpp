@@ -4,14 +4,19 @@
 
 namespace tillery {
 
-QString decodeUtf8OrEmpty(QByteArrayView bytes)
+std::optional<QString> decodeUtf8(QByteArrayView bytes)
 {
     QStringDecoder decoder(QStringConverter::Utf8,
                            QStringConverter::Flag::ConvertInitialBom | QStringConverter::Flag::Stateless);
     QString text = decoder.decode(bytes);
     if (decoder.hasError())
-        return QString();
+        return std::nullopt;
     return text;
+}
+
+QString decodeUtf8OrEmpty(QByteArrayView bytes)
+{
+    return decodeUtf8(bytes).value_or(QString());
 }
 
 } // namespace tillery

@@ -1,0 +1,172 @@
+#include "diff/DiffDocument.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+const QRegularExpression &hunkHeaderPattern()
+{
+    static const QRegularExpression pattern = [] {
+        QRegularExpression compiled(uR"(^@@\s+-(\d+)(?:,\d+)?\s+\+(\d+)(?:,\d+)?\s+@@)"_s,
+                                    QRegularExpression::UseUnicodePropertiesOption);
+        if (!compiled.isValid())
+            qFatal("the hunk header pattern does not compile");
+        compiled.optimize();
+        return compiled;
+    }();
+    return pattern;
+}
+
+// Lines end at each line feed, except one that follows a carriage return:
+// a CR LF pair is one character in the text model these diffs came from,
+// and such a text deliberately stays in fewer, longer lines.
+template <typename Visit>
+void forEachLine(QStringView text, Visit visit)
+{
+    qsizetype start = 0;
+    qint64 index = 0;
+    qsizetype from = 0;
+    while (true) {
+        qsizetype feed = text.indexOf(u'\n', from);
+        while (feed > 0 && text[feed - 1] == u'\r')
+            feed = text.indexOf(u'\n', feed + 1);
+        if (feed < 0) {
+            visit(index, text.sliced(start));
+            return;
+        }
+        visit(index++, text.sliced(start, feed - start));
+        start = feed + 1;
+        from = start;
+    }
+}
+
+} // namespace
+
+std::optional<std::pair<qint64, qint64>> parseHunkHeader(QStringView line)
+{
+    // Only a line that starts with "@@" can match the anchored pattern.
+    if (!line.startsWith(u"@@"))
+        return std::nullopt;
+    const QRegularExpressionMatch match = hunkHeaderPattern().match(line);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const QStringView oldStart = match.capturedView(1);
+    const QStringView newStart = match.capturedView(2);
+    if (oldStart.isEmpty() || newStart.isEmpty())
+        return std::nullopt;
+    bool oldParsed = false;
+    bool newParsed = false;
+    const qint64 oldNumber = oldStart.toLongLong(&oldParsed, 10);
+    const qint64 newNumber = newStart.toLongLong(&newParsed, 10);
+    if (!oldParsed || !newParsed)
+        return std::nullopt;
+    return std::pair(oldNumber, newNumber);
+}
+
+QList<PresentedDiffLine> classifyDiffLines(QStringView text)
+{
+    QList<PresentedDiffLine> lines;
+    lines.reserve(text.count(u'\n') + 1);
+    std::optional<qint64> oldLine;
+    std::optional<qint64> newLine;
+    const auto addLine = [&lines](qint64 id, QStringView line, std::optional<qint64> oldNumber,
+                               std::optional<qint64> newNumber, DiffLineKind kind) {
+        lines.append(PresentedDiffLine{id, line.toString(), oldNumber, newNumber, kind});
+    };
+
+    forEachLine(text, [&](qint64 id, QStringView line) {
+        if (line.isEmpty())
+            return;
+        if (const auto header = parseHunkHeader(line)) {
+            oldLine = header->first;
+            newLine = header->second;
+            addLine(id, line, std::nullopt, std::nullopt, DiffLineKind::hunk);
+        } else if (line.front() == u'+' && !line.startsWith(u"+++")) {
+            addLine(id, line, std::nullopt, newLine, DiffLineKind::addition);
+            if (newLine)
+                ++*newLine;
+        } else if (line.front() == u'-' && !line.startsWith(u"---")) {
+            addLine(id, line, oldLine, std::nullopt, DiffLineKind::deletion);
+            if (oldLine)
+                ++*oldLine;
+        } else if (line.front() == u' ' && oldLine && newLine) {
+            addLine(id, line, oldLine, newLine, DiffLineKind::context);
+            ++*oldLine;
+            ++*newLine;
+        }
+    });
+    return lines;
+}
+
+QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
+{
+    QList<SplitDiffLine> rows;
+    rows.reserve(lines.size());
+    const auto append = [&rows](const PresentedDiffLine *left, const PresentedDiffLine *right, bool isHeader) {
+        SplitDiffLine row;
+        row.id = rows.size();
+        if (left)
+            row.left = *left;
+        if (right)
+            row.right = *right;
+        row.isHeader = isHeader;
+        rows.append(std::move(row));
+    };
+    const auto runEnd = [&lines](qsizetype from, DiffLineKind kind) {
+        while (from < lines.size() && lines[from].kind == kind)
+            ++from;
+        return from;
+    };
+
+    qsizetype cursor = 0;
+    while (cursor < lines.size()) {
+        const PresentedDiffLine &line = lines[cursor];
+        switch (line.kind) {
+        case DiffLineKind::addition:
+            append(nullptr, &line, false);
+            ++cursor;
+            break;
+        case DiffLineKind::hunk:
+        case DiffLineKind::context:
+            append(&line, &line, line.kind == DiffLineKind::hunk);
+            ++cursor;
+            break;
+        case DiffLineKind::deletion: {
+            const qsizetype deletionsEnd = runEnd(cursor, DiffLineKind::deletion);
+            const qsizetype additionsEnd = runEnd(deletionsEnd, DiffLineKind::addition);
+            const qsizetype deletions = deletionsEnd - cursor;
+            const qsizetype additions = additionsEnd - deletionsEnd;
+            for (qsizetype k = 0; k < std::max(deletions, additions); ++k) {
+                append(k < deletions ? &lines[cursor + k] : nullptr,
+                       k < additions ? &lines[deletionsEnd + k] : nullptr, false);
+            }
+            cursor = additionsEnd;
+            break;
+        }
+        }
+    }
+    return rows;
+}
+
+PresentedDiffDocument buildDiffDocument(const QString &text)
+{
+    PresentedDiffDocument document;
+    document.text = text;
+    document.unifiedLines = classifyDiffLines(text);
+    document.splitLines = pairSplitLines(document.unifiedLines);
+    return document;
+}
+
+const PresentedDiffDocument &emptyDiffDocument()
+{
+    static const PresentedDiffDocument empty = buildDiffDocument(QString());
+    return empty;
+}
+
+} // namespace tillery

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+#include <optional>
+#include <utility>
+
+namespace tillery {
+
+enum class DiffLineKind { hunk, context, addition, deletion };
+
+// One line of the unified layout. `id` is the line's index in the raw text,
+// counting the lines that were dropped, so ids rise with gaps.
+struct PresentedDiffLine {
+    qint64 id = 0;
+    QString text;
+    std::optional<qint64> oldLine;
+    std::optional<qint64> newLine;
+    DiffLineKind kind = DiffLineKind::context;
+
+    friend bool operator==(const PresentedDiffLine &, const PresentedDiffLine &) = default;
+};
+
+// One row of the side-by-side layout; ids run 0, 1, 2, ... over the rows.
+struct SplitDiffLine {
+    qint64 id = 0;
+    std::optional<PresentedDiffLine> left;
+    std::optional<PresentedDiffLine> right;
+    bool isHeader = false;
+
+    friend bool operator==(const SplitDiffLine &, const SplitDiffLine &) = default;
+};
+
+struct PresentedDiffDocument {
+    QString text;
+    QList<PresentedDiffLine> unifiedLines;
+    QList<SplitDiffLine> splitLines;
+
+    friend bool operator==(const PresentedDiffDocument &, const PresentedDiffDocument &) = default;
+};
+
+// Old and new start of a header such as "@@ -12,5 +14,7 @@ name".
+std::optional<std::pair<qint64, qint64>> parseHunkHeader(QStringView line);
+
+// Numbers and classifies the lines of a unified diff; file headers, "\ No
+// newline" notes and anything unrecognised are dropped.
+QList<PresentedDiffLine> classifyDiffLines(QStringView text);
+
+// Pairs each run of deletions with the run of additions right after it.
+QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines);
+
+PresentedDiffDocument buildDiffDocument(const QString &text);
+
+// The document of no diff at all, built once.
+const PresentedDiffDocument &emptyDiffDocument();
+
+} // namespace tillery

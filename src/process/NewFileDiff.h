@@ -1,0 +1,18 @@
+#pragma once
+
+#include "process/CancellableRun.h"
+
+#include <QString>
+
+namespace tillery {
+
+// The diff shown for a file that is not tracked yet: a "new file" header and
+// every line of the file as an addition. There is no hunk header and no line
+// feed after the last line, so a file that ends with a line feed ends in a
+// lone "+". A file that cannot be read or is not UTF-8 text shows one line,
+// "+Binary or unreadable file". Throws CancellationFailure when the check
+// reports cancellation after the read.
+QString newFileDiff(const QString &repositoryPath, const QString &relativePath,
+                    const CancellationCheck &isCancelled);
+
+} // namespace tillery
