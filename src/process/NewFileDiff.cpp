@@ -3,7 +3,6 @@
 #include "process/Failure.h"
 #include "records/TextDecoding.h"
 
-#include <QDir>
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -28,7 +27,8 @@ std::optional<QString> readUtf8File(const QString &path)
 QString newFileDiff(const QString &repositoryPath, const QString &relativePath,
                     const CancellationCheck &isCancelled)
 {
-    const QString content = readUtf8File(QDir(repositoryPath).filePath(relativePath))
+    // Joined by hand: QDir would take a name that begins with ":" for a resource path.
+    const QString content = readUtf8File(repositoryPath + u'/' + relativePath)
                                 .value_or(u"Binary or unreadable file"_s);
     if (isCancelled())
         throw CancellationFailure();

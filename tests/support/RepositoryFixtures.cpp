@@ -61,7 +61,8 @@ RepositoryFixture::RepositoryFixture(const QString &existingFolder)
 
 QString RepositoryFixture::filePath(const QString &relative) const
 {
-    return QDir(path()).filePath(relative);
+    // Not QDir::filePath, which takes a name that begins with ":" for a resource.
+    return path() + u'/' + relative;
 }
 
 void RepositoryFixture::write(const QString &relative, const QByteArray &contents) const
@@ -134,8 +135,28 @@ void MercurialFixture::makeConflict(const QString &relative) const
 }
 
 GitFixture::GitFixture()
+    : GitFixture(Start::empty)
 {
-    git({u"init"_s, u"--quiet"_s});
+}
+
+GitFixture::GitFixture(Start start)
+{
+    if (start == Start::empty)
+        git({u"init"_s, u"--quiet"_s});
+    else if (start == Start::bare)
+        git({u"init"_s, u"--quiet"_s, u"--bare"_s});
+}
+
+std::unique_ptr<GitFixture> GitFixture::bare()
+{
+    return std::unique_ptr<GitFixture>(new GitFixture(Start::bare));
+}
+
+std::unique_ptr<GitFixture> GitFixture::cloneOf(const QString &source)
+{
+    std::unique_ptr<GitFixture> clone(new GitFixture(Start::nothing));
+    clone->git({u"clone"_s, u"--quiet"_s, u"--"_s, source, u"."_s});
+    return clone;
 }
 
 GitFixture::GitFixture(const QString &folder)
@@ -172,6 +193,32 @@ void GitFixture::branch(const QString &name, bool checkOut) const
 void GitFixture::checkOut(const QString &branch) const
 {
     git({u"checkout"_s, u"--quiet"_s, branch, u"--"_s});
+}
+
+void GitFixture::importCommits(const QString &branch, int count) const
+{
+    const QByteArray ref = "refs/heads/" + branch.toUtf8();
+    const bool hasParent = runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s,
+                                                       QString::fromUtf8(ref)}, path()) == 0;
+    QByteArray stream;
+    for (int index = 0; index < count; ++index) {
+        const QByteArray number = QByteArray::number(index);
+        const QByteArray message = "Imported commit " + number + "\n";
+        const QByteArray content = "line " + number + "\n";
+        stream += "commit " + ref + "\n";
+        stream += "author Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
+        stream += "committer Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
+        stream += "data " + QByteArray::number(message.size()) + "\n" + message;
+        if (index == 0 && hasParent)
+            stream += "from " + ref + "^0\n";
+        stream += "M 100644 inline imported.txt\ndata " + QByteArray::number(content.size()) + "\n" + content + "\n";
+    }
+    const QString streamPath = filePath(u".git/import-stream"_s);
+    QFile file(streamPath);
+    if (!file.open(QIODevice::WriteOnly) || file.write(stream) != stream.size())
+        throw std::runtime_error("cannot write the import stream");
+    file.close();
+    runTool(u"sh"_s, {u"-c"_s, u"git fast-import --quiet < .git/import-stream && rm .git/import-stream"_s}, path());
 }
 
 void GitFixture::makeConflict(const QString &relative) const

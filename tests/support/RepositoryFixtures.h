@@ -59,6 +59,10 @@ class GitFixture final : public RepositoryFixture {
 public:
     GitFixture();
     explicit GitFixture(const QString &folder);
+    // A bare repository, to serve as a remote.
+    static std::unique_ptr<GitFixture> bare();
+    // A clone of another repository (a local path).
+    static std::unique_ptr<GitFixture> cloneOf(const QString &source);
 
     QByteArray git(const QStringList &arguments) const;
     QString commitAll(const QString &message) const;
@@ -66,8 +70,15 @@ public:
     // A new branch at HEAD, checked out or not.
     void branch(const QString &name, bool checkOut = false) const;
     void checkOut(const QString &branch) const;
+    // Appends `count` small commits to a branch in one fast-import run;
+    // leaves the working copy alone (check the branch out to see them).
+    void importCommits(const QString &branch, int count) const;
     // Leaves the working copy in a merge with the file unresolved.
     void makeConflict(const QString &relative) const;
+
+private:
+    enum class Start { empty, bare, nothing };
+    explicit GitFixture(Start start);
 };
 
 } // namespace tillery::test

@@ -1,0 +1,31 @@
+#include "git/GitArguments.h"
+
+#include "process/ToolFailure.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::git {
+
+bool needsLiteralPathspec(QStringView path)
+{
+    if (path.startsWith(u':'))
+        return true;
+    for (const QChar character : path) {
+        if (character == u'*' || character == u'?' || character == u'[' || character == u'\\')
+            return true;
+    }
+    return false;
+}
+
+QString fileArgument(const QString &path)
+{
+    return needsLiteralPathspec(path) ? u":(literal)"_s + path : path;
+}
+
+void refuseOptionLike(const QString &value, const QString &what)
+{
+    if (value.startsWith(u'-'))
+        throw GitFailure::malformedOutput(what + u" cannot begin with -"_s);
+}
+
+} // namespace tillery::git

@@ -1,0 +1,82 @@
+#include "git/GitDiffs.h"
+
+#include "git/GitArguments.h"
+#include "git/GitCommands.h"
+#include "git/GitParsers.h"
+#include "process/Executables.h"
+#include "process/Failure.h"
+#include "process/NewFileDiff.h"
+#include "process/ToolRunner.h"
+#include "records/TextDecoding.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+constexpr int unbornHeadStatus = 128;
+
+CommandOutput runCancellable(const QString &git, const ToolCommand &command, const QString &repositoryPath,
+                             const CancellationCheck &isCancelled)
+{
+    return runCommand(git, QStringList{gitLeadingArgument()} + command.arguments, repositoryPath,
+                      gitEnvironment(), isCancelled);
+}
+
+QString revisionArgument(const QString &hash)
+{
+    git::refuseOptionLike(hash, u"a revision"_s);
+    return hash;
+}
+
+} // namespace
+
+QString gitWorkingDiff(const QString &repositoryPath, const WorkingFile &file,
+                       const CancellationCheck &isCancelled)
+{
+    if (isCancelled())
+        throw CancellationFailure();
+    if (file.state == FileState::untracked)
+        return newFileDiff(repositoryPath, file.path, isCancelled);
+
+    const std::optional<QString> git = findGitExecutable();
+    if (!git)
+        throw GitFailure::notInstalled();
+    ToolCommand command = git::workingDiffCommand(file.path);
+    CommandOutput output = runCancellable(*git, command, repositoryPath, isCancelled);
+    // Without a commit HEAD does not resolve; the index is all there is to compare with.
+    if (output.status == unbornHeadStatus) {
+        command = git::stagedDiffCommand(file.path);
+        output = runCancellable(*git, command, repositoryPath, isCancelled);
+    }
+    if (!command.acceptedStatuses.contains(output.status))
+        throw GitFailure::rejected(command.arguments, output);
+    return decodeUtf8OrEmpty(output.standardOutput);
+}
+
+QList<WorkingFile> gitCommitFiles(const QString &repositoryPath, const QString &hash)
+{
+    return git::parseCommitFiles(
+        runGit(git::commitFilesCommand(revisionArgument(hash)), repositoryPath).standardOutput);
+}
+
+QString gitCommitDiff(const QString &repositoryPath, const QString &hash, const QString &path)
+{
+    return decodeUtf8OrEmpty(
+        runGit(git::commitDiffCommand(revisionArgument(hash), path), repositoryPath).standardOutput);
+}
+
+QByteArray gitFileContents(const QString &repositoryPath, const QString &hash, const WorkingFile &file)
+{
+    const QString revision = revisionArgument(hash) + (file.state == FileState::removed ? u"^"_s : QString());
+    return runGit(git::fileContentsCommand(revision, file.path), repositoryPath).standardOutput;
+}
+
+QString gitCompareDiff(const QString &repositoryPath, const QString &branch)
+{
+    git::refuseOptionLike(branch, u"a branch name"_s);
+    return decodeUtf8OrEmpty(runGit(git::compareDiffCommand(branch), repositoryPath).standardOutput);
+}
+
+} // namespace tillery

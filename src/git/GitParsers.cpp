@@ -1,0 +1,281 @@
+#include "git/GitParsers.h"
+
+#include "records/LocalizedOrder.h"
+#include "records/TextDecoding.h"
+#include "records/TextSplitting.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::git {
+
+namespace {
+
+// The pieces of the output between separator bytes, empty ones left out.
+QList<QByteArrayView> splitBytes(QByteArrayView output, char separator)
+{
+    QList<QByteArrayView> pieces;
+    qsizetype start = 0;
+    while (start < output.size()) {
+        qsizetype end = output.indexOf(separator, start);
+        if (end < 0)
+            end = output.size();
+        if (end > start)
+            pieces.append(output.sliced(start, end - start));
+        start = end + 1;
+    }
+    return pieces;
+}
+
+// The whole text as a decimal number; white space around it is not allowed.
+std::optional<double> parseNumber(QStringView text)
+{
+    if (text.isEmpty() || text.front().isSpace() || text.back().isSpace())
+        return std::nullopt;
+    bool parsed = false;
+    const double value = text.toDouble(&parsed);
+    if (!parsed || !std::isfinite(value))
+        return std::nullopt;
+    return value;
+}
+
+QDateTime dateFromSeconds(double seconds)
+{
+    return QDateTime::fromMSecsSinceEpoch(std::llround(seconds * 1000.0), Qt::UTC);
+}
+
+bool isRenameOrCopy(char code)
+{
+    return code == 'R' || code == 'C';
+}
+
+FileState stateOfStatus(QStringView code)
+{
+    static const QStringList conflicts{u"DD"_s, u"AU"_s, u"UD"_s, u"UA"_s, u"DU"_s, u"AA"_s, u"UU"_s};
+    if (code == u"??")
+        return FileState::untracked;
+    if (conflicts.contains(code))
+        return FileState::unresolved;
+    if (code.contains(u'D'))
+        return FileState::removed;
+    if (code.contains(u'A'))
+        return FileState::added;
+    return FileState::modified;
+}
+
+QString firstLine(const QString &text)
+{
+    qsizetype end = text.indexOf(u'\n');
+    if (end < 0)
+        return text;
+    if (end > 0 && text[end - 1] == u'\r')
+        --end;
+    return text.first(end);
+}
+
+QStringList nonEmptyLinesOf(QStringView text)
+{
+    QStringList lines;
+    for (const QStringView line : nonEmptyLines(text)) {
+        const QStringView withoutReturn = line.endsWith(u'\r') ? line.chopped(1) : line;
+        if (!withoutReturn.isEmpty())
+            lines.append(withoutReturn.toString());
+    }
+    return lines;
+}
+
+} // namespace
+
+QList<WorkingFile> parseStatus(QByteArrayView output)
+{
+    QList<WorkingFile> files;
+    const QList<QByteArrayView> pieces = splitBytes(output, '\0');
+    for (qsizetype index = 0; index < pieces.size(); ++index) {
+        const QByteArrayView piece = pieces[index];
+        // The source of a rename or copy follows as a piece of its own.
+        if (piece.size() >= 2 && (isRenameOrCopy(piece[0]) || isRenameOrCopy(piece[1])))
+            ++index;
+        const std::optional<QString> text = decodeUtf8(piece);
+        if (!text || text->size() < 4)
+            continue;
+        const QString path = text->sliced(3);
+        if (path.isEmpty())
+            continue;
+        files.append(WorkingFile{path, stateOfStatus(QStringView(*text).first(2))});
+    }
+    sortLocalized(files, [](const WorkingFile &file) { return file.path; });
+    return files;
+}
+
+QStringList parseLines(QByteArrayView output)
+{
+    QStringList lines;
+    for (const QByteArrayView line : splitBytes(output, '\n')) {
+        if (const std::optional<QString> text = decodeUtf8(line))
+            lines.append(*text);
+    }
+    return lines;
+}
+
+QList<LocalBranchRecord> parseLocalBranches(QByteArrayView output)
+{
+    QList<LocalBranchRecord> branches;
+    for (const QString &line : parseLines(output)) {
+        const QStringList fields = line.split(u'\t');
+        if (fields.size() < 6)
+            continue;
+        LocalBranchRecord branch{fields[0], fields[1], fields[2] == u"*", std::nullopt, fields[4], fields[5]};
+        if (const std::optional<double> seconds = parseNumber(fields[3]))
+            branch.date = dateFromSeconds(*seconds);
+        branches.append(std::move(branch));
+    }
+    return branches;
+}
+
+bool trackingNeedsPush(const QString &tracking)
+{
+    return tracking.contains(u"ahead") || tracking.contains(u"gone");
+}
+
+std::optional<QString> remoteCounterpart(const QString &branch, const QStringList &remoteBranches)
+{
+    const QString suffix = u'/' + branch;
+    std::optional<QString> first;
+    for (const QString &remoteBranch : remoteBranches) {
+        if (!remoteBranch.endsWith(suffix))
+            continue;
+        if (remoteBranch == u"origin"_s + suffix)
+            return remoteBranch;
+        if (!first)
+            first = remoteBranch;
+    }
+    return first;
+}
+
+std::optional<qint64> parseCount(QByteArrayView output)
+{
+    const QString text = decodeUtf8OrEmpty(output).trimmed();
+    bool parsed = false;
+    const qint64 count = text.toLongLong(&parsed, 10);
+    return parsed ? std::optional(count) : std::nullopt;
+}
+
+QString parseCurrentBranch(QByteArrayView output)
+{
+    const QString branch = decodeUtf8OrEmpty(output).trimmed();
+    return branch.isEmpty() ? u"detached"_s : branch;
+}
+
+void sortBranches(QList<Bookmark> &branches)
+{
+    sortLocalized(branches, [](const Bookmark &branch) { return branch.name; });
+    std::stable_partition(branches.begin(), branches.end(), [](const Bookmark &branch) { return branch.active; });
+}
+
+QHash<QString, QStringList> parseRefTargets(QByteArrayView output)
+{
+    QHash<QString, QStringList> targets;
+    for (const QString &line : parseLines(output)) {
+        const QStringList fields = line.split(u'\t');
+        if (fields.size() != 3)
+            continue;
+        const QString &commit = fields[1].isEmpty() ? fields[0] : fields[1];
+        targets[commit].append(fields[2]);
+    }
+    return targets;
+}
+
+QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
+                              const QHash<QString, QStringList> &branchesByCommit,
+                              const QHash<QString, QStringList> &tagsByCommit)
+{
+    QList<Changeset> history;
+    const QList<QByteArrayView> records = splitBytes(output, '\x1e');
+    history.reserve(records.size());
+    for (qsizetype index = 0; index < records.size(); ++index) {
+        const QString record = decodeUtf8OrEmpty(records[index]);
+        const QStringList fields = record.split(u'\x1f');
+        if (fields.size() < 6)
+            continue;
+        Changeset changeset;
+        changeset.node = fields[0].trimmed();
+        if (changeset.node.isEmpty())
+            continue;
+        changeset.revision = std::max<qint64>(totalCommits - index - 1, 0);
+        changeset.author = fields[1];
+        changeset.date = dateFromSeconds(parseNumber(fields[2]).value_or(0));
+        changeset.description = fields[4].trimmed();
+        changeset.summary = firstLine(changeset.description);
+        changeset.bookmarks = branchesByCommit.value(changeset.node);
+        changeset.branch = changeset.bookmarks.isEmpty() ? u"Git"_s : changeset.bookmarks.first();
+        changeset.tags = tagsByCommit.value(changeset.node);
+        changeset.files = nonEmptyLinesOf(fields[5]);
+        history.append(std::move(changeset));
+    }
+    return history;
+}
+
+std::optional<QString> parseOriginHead(QByteArrayView output)
+{
+    const QString text = decodeUtf8OrEmpty(output).trimmed();
+    const QList<QStringView> pieces = splitSkippingEmpty(text, u'/');
+    if (pieces.isEmpty() || pieces.last().isEmpty())
+        return std::nullopt;
+    return pieces.last().toString();
+}
+
+QString chooseDefaultBranch(const std::optional<QString> &originHead, const QList<Bookmark> &sortedBranches,
+                            const QString &currentBranch)
+{
+    if (originHead)
+        return *originHead;
+    const auto exists = [&sortedBranches](const QString &name) {
+        return std::any_of(sortedBranches.cbegin(), sortedBranches.cend(),
+                           [&name](const Bookmark &branch) { return branch.name == name; });
+    };
+    for (const QString &conventional : {u"main"_s, u"master"_s}) {
+        if (exists(conventional))
+            return conventional;
+    }
+    if (currentBranch == u"detached")
+        return sortedBranches.isEmpty() ? u"main"_s : sortedBranches.first().name;
+    return currentBranch;
+}
+
+QList<WorkingFile> parseCommitFiles(QByteArrayView output)
+{
+    // A name that is not UTF-8 stays in place as an empty token, so that the
+    // walk keeps its step and only that file is left out.
+    QStringList tokens;
+    for (const QByteArrayView piece : splitBytes(output, '\0'))
+        tokens.append(decodeUtf8OrEmpty(piece));
+
+    QList<WorkingFile> files;
+    qsizetype index = 0;
+    while (index < tokens.size()) {
+        QString status = tokens[index++];
+        QStringList paths;
+        if (const qsizetype tab = status.indexOf(u'\t'); tab >= 0) {
+            paths.append(status.sliced(tab + 1));
+            status.truncate(tab);
+        }
+        const int wanted = status.startsWith(u'R') || status.startsWith(u'C') ? 2 : 1;
+        while (paths.size() < wanted && index < tokens.size())
+            paths.append(tokens[index++]);
+        const QString path = paths.isEmpty() ? QString() : paths.last();
+        if (path.isEmpty())
+            continue;
+        FileState state = FileState::modified;
+        if (status.startsWith(u'A') || status.startsWith(u'C'))
+            state = FileState::added;
+        else if (status.startsWith(u'D'))
+            state = FileState::removed;
+        files.append(WorkingFile{path, state});
+    }
+    sortLocalized(files, [](const WorkingFile &file) { return file.path; });
+    return files;
+}
+
+} // namespace tillery::git

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "records/Bookmark.h"
+#include "records/Changeset.h"
+#include "records/WorkingFile.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QHash>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tillery::git {
+
+// "git status --porcelain=v1 -z": records "XY path", a rename or copy
+// followed by its source, which is skipped. Sorted in the file browser's order.
+QList<WorkingFile> parseStatus(QByteArrayView output);
+
+// One line of the local-branch query.
+struct LocalBranchRecord {
+    QString name;
+    QString hash;
+    bool active = false;
+    std::optional<QDateTime> date;
+    QString upstream;
+    QString tracking;
+
+    friend bool operator==(const LocalBranchRecord &, const LocalBranchRecord &) = default;
+};
+QList<LocalBranchRecord> parseLocalBranches(QByteArrayView output);
+
+// Non-empty lines of the output, each decoded on its own.
+QStringList parseLines(QByteArrayView output);
+
+// With an upstream: whether the tracking text says "ahead" or "gone".
+bool trackingNeedsPush(const QString &tracking);
+
+// The remote branch that stands for a branch without an upstream: the one of
+// origin if there is one, otherwise the first whose name ends in "/<branch>".
+std::optional<QString> remoteCounterpart(const QString &branch, const QStringList &remoteBranches);
+
+// A count printed by rev-list; nothing when it is not an integer.
+std::optional<qint64> parseCount(QByteArrayView output);
+
+// "symbolic-ref --short HEAD"; "detached" when HEAD names no branch.
+QString parseCurrentBranch(QByteArrayView output);
+
+// Active branches first, then by name in the file browser's order.
+void sortBranches(QList<Bookmark> &branches);
+
+// "for-each-ref --format=%(objectname)%09%(*objectname)%09%(refname:short)":
+// the commit each ref points at (peeled through annotated tags) to its names.
+QHash<QString, QStringList> parseRefTargets(QByteArrayView output);
+
+// "git log --format=%x1e%H%x1f%an <%ae>%x1f%at%x1f%D%x1f%B%x1f --name-only",
+// numbered down from the total commit count. A record that is cut short or
+// unreadable is dropped but keeps its number.
+QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
+                              const QHash<QString, QStringList> &branchesByCommit,
+                              const QHash<QString, QStringList> &tagsByCommit);
+
+// The branch that origin's HEAD names, as "symbolic-ref --short" prints it.
+std::optional<QString> parseOriginHead(QByteArrayView output);
+
+// Where history starts: origin's HEAD, else main, else master, else (when
+// detached) the first branch, else the current branch.
+QString chooseDefaultBranch(const std::optional<QString> &originHead, const QList<Bookmark> &sortedBranches,
+                            const QString &currentBranch);
+
+// "git diff-tree --name-status -z": the files of a commit, sorted.
+QList<WorkingFile> parseCommitFiles(QByteArrayView output);
+
+} // namespace tillery::git

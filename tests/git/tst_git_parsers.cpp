@@ -1,0 +1,256 @@
+#include "RecordPrinting.h"
+#include "TestEnvironment.h"
+
+#include "git/GitParsers.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+using namespace tillery::git;
+
+namespace {
+
+template <size_t size>
+QByteArray bytes(const char (&literal)[size])
+{
+    return QByteArray(literal, size - 1);
+}
+
+QDateTime at(qint64 seconds)
+{
+    return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
+}
+
+Bookmark branchNamed(const QString &name, bool active = false)
+{
+    return Bookmark{name, 0, u"h"_s, active, std::nullopt, false};
+}
+
+} // namespace
+
+using OptionalString = std::optional<QString>;
+Q_DECLARE_METATYPE(OptionalString)
+
+class GitParsersTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { test::pinTestEnvironment(); }
+
+    void status_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QList<WorkingFile>>("expected");
+        QTest::newRow("rename keeps the new name, skips the source")
+            << bytes("R  new.txt\0old.txt\0 M after.txt\0")
+            << QList<WorkingFile>{{u"after.txt"_s, FileState::modified}, {u"new.txt"_s, FileState::modified}};
+        QTest::newRow("D wins over A") << bytes("AD file\0") << QList<WorkingFile>{{u"file"_s, FileState::removed}};
+        QTest::newRow("other codes are modifications")
+            << bytes("MM a\0!! b\0T  c\0")
+            << QList<WorkingFile>{{u"a"_s, FileState::modified}, {u"b"_s, FileState::modified},
+                                  {u"c"_s, FileState::modified}};
+        QTest::newRow("untracked, added, conflicts")
+            << bytes("?? u\0A  a\0UU c1\0AA c2\0DU c3\0 D gone\0")
+            << QList<WorkingFile>{{u"a"_s, FileState::added},       {u"c1"_s, FileState::unresolved},
+                                  {u"c2"_s, FileState::unresolved}, {u"c3"_s, FileState::unresolved},
+                                  {u"gone"_s, FileState::removed},  {u"u"_s, FileState::untracked}};
+        QTest::newRow("short and undecodable records skipped, also as rename sources")
+            << bytes("M \0?? caf\xe9\0R  caf\xe9.txt\0source.txt\0?? ok\0")
+            << QList<WorkingFile>{{u"ok"_s, FileState::untracked}};
+        QTest::newRow("names as they stand")
+            << bytes("?? -dash\0?? tab\there\0?? \"quoted\"\0?? caf\xc3\xa9 au lait\0")
+            << QList<WorkingFile>{{u"-dash"_s, FileState::untracked}, {u"\"quoted\""_s, FileState::untracked},
+                                  {u"caf\u00e9 au lait"_s, FileState::untracked},
+                                  {u"tab\there"_s, FileState::untracked}};
+    }
+
+    void status()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(QList<WorkingFile>, expected);
+        QCOMPARE(parseStatus(output), expected);
+    }
+
+    void localBranches()
+    {
+        const QList<LocalBranchRecord> branches = parseLocalBranches(
+            "main\taaa\t*\t1700000000\torigin/main\t[ahead 2, behind 1]\n"
+            "topic\tbbb\t \t 1700000000\t\t\n"
+            "short\tccc\t*\t1\n"
+            "\n"
+            "caf\xe9\tddd\t \t1\t\t\n"
+            "odd\teee\t \tnot a number\t\t\textra\n");
+        QCOMPARE(branches.size(), 3);
+        QCOMPARE(branches[0], (LocalBranchRecord{u"main"_s, u"aaa"_s, true, at(1700000000), u"origin/main"_s,
+                                                 u"[ahead 2, behind 1]"_s}));
+        QCOMPARE(branches[1], (LocalBranchRecord{u"topic"_s, u"bbb"_s, false, std::nullopt, QString(), QString()}));
+        QCOMPARE(branches[2].name, u"odd"_s);
+        QCOMPARE(branches[2].date, std::nullopt);
+    }
+
+    void trackingNeedsPush_data()
+    {
+        QTest::addColumn<QString>("tracking");
+        QTest::addColumn<bool>("expected");
+        QTest::newRow("ahead and behind") << u"[ahead 2, behind 1]"_s << true;
+        QTest::newRow("behind") << u"[behind 3]"_s << false;
+        QTest::newRow("gone") << u"[gone]"_s << true;
+        QTest::newRow("in step") << QString() << false;
+    }
+
+    void trackingNeedsPush()
+    {
+        QFETCH(QString, tracking);
+        QFETCH(bool, expected);
+        QCOMPARE(git::trackingNeedsPush(tracking), expected);
+    }
+
+    void remoteCounterpart_data()
+    {
+        QTest::addColumn<QString>("branch");
+        QTest::addColumn<QStringList>("remoteBranches");
+        QTest::addColumn<OptionalString>("expected");
+        QTest::newRow("origin preferred") << u"feature"_s
+                                          << QStringList{u"upstream/feature"_s, u"origin/feature"_s}
+                                          << OptionalString(u"origin/feature"_s);
+        QTest::newRow("first otherwise") << u"feature"_s
+                                         << QStringList{u"b/feature"_s, u"a/feature"_s, u"origin/other"_s}
+                                         << OptionalString(u"b/feature"_s);
+        QTest::newRow("whole last component only") << u"x"_s << QStringList{u"origin/xx"_s, u"origin/ax"_s}
+                                                   << OptionalString();
+        QTest::newRow("nested names") << u"fix/a"_s << QStringList{u"origin/fix/a"_s}
+                                      << OptionalString(u"origin/fix/a"_s);
+    }
+
+    void remoteCounterpart()
+    {
+        QFETCH(QString, branch);
+        QFETCH(QStringList, remoteBranches);
+        QFETCH(OptionalString, expected);
+        QCOMPARE(git::remoteCounterpart(branch, remoteBranches), expected);
+    }
+
+    void sortsActiveFirstThenByName()
+    {
+        QList<Bookmark> branches{branchNamed(u"zeta"_s), branchNamed(u"release10"_s), branchNamed(u"Alpha"_s),
+                                 branchNamed(u"work"_s, true), branchNamed(u"release9"_s)};
+        sortBranches(branches);
+        QStringList names;
+        for (const Bookmark &branch : branches)
+            names.append(branch.name);
+        QCOMPARE(names, (QStringList{u"work"_s, u"Alpha"_s, u"release9"_s, u"release10"_s, u"zeta"_s}));
+    }
+
+    void history()
+    {
+        const QByteArray output = bytes(
+            "\x1e" "c3\x1f" "Ann <ann@example.com>\x1f" "1700000300\x1fHEAD -> main\x1f" "Merge topic\n\nDetails\n\n\x1f\n\na.txt\nsrc/b c.txt\n\n"
+            "\x1e" "c2\x1f" "Bob <bob@example.com>\x1f" "1700000200\x1f"
+            "cut short\n"
+            "\x1e" "c1\x1f" "Bob <bob@example.com>\x1f" "1700000100\x1f\x1f" "  one line  \n\x1f\n\n"
+            "\x1e" "c0\x1f" "Cy <c@example.com>\x1f" "later\x1f\x1f" "caf\xe9\x1f\n"
+            "\x1e" "   \x1f" "X <x>\x1f" "1\x1f\x1f" "no hash\x1f\n"
+            "\x1e" "cz\x1f" " Dee <d@example.com>\x1f" "nope\x1f\x1f\x1f\n");
+        const QHash<QString, QStringList> branches{{u"c3"_s, {u"main"_s, u"topic"_s}}};
+        const QHash<QString, QStringList> tags{{u"c1"_s, {u"v1.0"_s}}};
+        const QList<Changeset> history = parseHistory(output, 7, branches, tags);
+
+        QCOMPARE(history.size(), 3);
+        QCOMPARE(history[0], (Changeset{6, u"c3"_s, u"Merge topic"_s, u"Merge topic\n\nDetails"_s,
+                                        u"Ann <ann@example.com>"_s, at(1700000300), u"main"_s,
+                                        {u"main"_s, u"topic"_s}, {}, {u"a.txt"_s, u"src/b c.txt"_s}}));
+        // The record cut short still counts: c1 is the third record.
+        QCOMPARE(history[1], (Changeset{4, u"c1"_s, u"one line"_s, u"one line"_s, u"Bob <bob@example.com>"_s,
+                                        at(1700000100), u"Git"_s, {}, {u"v1.0"_s}, {}}));
+        QCOMPARE(history[2].node, u"cz"_s);
+        QCOMPARE(history[2].revision, 1);
+        QCOMPARE(history[2].author, u" Dee <d@example.com>"_s);
+        QCOMPARE(history[2].date, at(0));
+        // Numbers never go below zero.
+        QCOMPARE(parseHistory(output, 2, {}, {}).last().revision, 0);
+    }
+
+    void refTargets()
+    {
+        const QHash<QString, QStringList> targets = parseRefTargets(
+            "c1\t\tmain\n"
+            "t9\tc1\tv1.0\n"
+            "c1\t\tlight\n"
+            "c2\t\n"
+            "c3\t\tname\textra\n");
+        QCOMPARE(targets, (QHash<QString, QStringList>{{u"c1"_s, {u"main"_s, u"v1.0"_s, u"light"_s}}}));
+    }
+
+    void defaultBranch_data()
+    {
+        QTest::addColumn<QByteArray>("originHead");
+        QTest::addColumn<QStringList>("branches");
+        QTest::addColumn<QString>("current");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("origin's HEAD") << QByteArray("origin/develop\n") << QStringList{u"main"_s} << u"main"_s
+                                       << u"develop"_s;
+        QTest::newRow("last component of origin's HEAD") << QByteArray("origin/release/2.0\n")
+                                                         << QStringList{} << u"x"_s << u"2.0"_s;
+        QTest::newRow("main") << QByteArray() << QStringList{u"master"_s, u"main"_s} << u"topic"_s << u"main"_s;
+        QTest::newRow("master") << QByteArray() << QStringList{u"master"_s, u"zeta"_s} << u"zeta"_s << u"master"_s;
+        QTest::newRow("detached: first sorted") << QByteArray() << QStringList{u"alpha"_s, u"zeta"_s}
+                                                << u"detached"_s << u"alpha"_s;
+        QTest::newRow("detached, no branches") << QByteArray() << QStringList{} << u"detached"_s << u"main"_s;
+        QTest::newRow("current branch") << QByteArray() << QStringList{u"trunk"_s} << u"trunk"_s << u"trunk"_s;
+    }
+
+    void defaultBranch()
+    {
+        QFETCH(QByteArray, originHead);
+        QFETCH(QStringList, branches);
+        QFETCH(QString, current);
+        QFETCH(QString, expected);
+        QList<Bookmark> branchList;
+        for (const QString &name : branches)
+            branchList.append(branchNamed(name));
+        QCOMPARE(chooseDefaultBranch(parseOriginHead(originHead), branchList, current), expected);
+    }
+
+    void commitFiles_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<QList<WorkingFile>>("expected");
+        QTest::newRow("rename then modification")
+            << bytes("R087\0old.c\0new.c\0M\0x.h\0")
+            << QList<WorkingFile>{{u"new.c"_s, FileState::modified}, {u"x.h"_s, FileState::modified}};
+        QTest::newRow("copy is an addition") << bytes("C100\0a.c\0b.c\0")
+                                             << QList<WorkingFile>{{u"b.c"_s, FileState::added}};
+        QTest::newRow("added, deleted, type change")
+            << bytes("A\0file10\0D\0file9\0T\0link\0")
+            << QList<WorkingFile>{{u"file9"_s, FileState::removed}, {u"file10"_s, FileState::added},
+                                  {u"link"_s, FileState::modified}};
+        QTest::newRow("path after a tab in the status token")
+            << bytes("M\tinline.c\0A\0next.c\0")
+            << QList<WorkingFile>{{u"inline.c"_s, FileState::modified}, {u"next.c"_s, FileState::added}};
+        QTest::newRow("tokens run out") << bytes("R100\0only-old.c\0")
+                                        << QList<WorkingFile>{{u"only-old.c"_s, FileState::modified}};
+        QTest::newRow("undecodable names dropped in step") << bytes("M\0caf\xe9\0R100\0caf\xe9\0x\xff\0M\0ok\0")
+                                                   << QList<WorkingFile>{{u"ok"_s, FileState::modified}};
+    }
+
+    void commitFiles()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(QList<WorkingFile>, expected);
+        QCOMPARE(parseCommitFiles(output), expected);
+    }
+
+    void countsAndCurrentBranch()
+    {
+        QCOMPARE(parseCount("42\n"), std::optional<qint64>(42));
+        QCOMPARE(parseCount(""), std::nullopt);
+        QCOMPARE(parseCount("many"), std::nullopt);
+        QCOMPARE(parseCurrentBranch("main\n"), u"main"_s);
+        QCOMPARE(parseCurrentBranch(""), u"detached"_s);
+        QCOMPARE(parseCurrentBranch("caf\xe9\n"), u"detached"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(GitParsersTest)
+#include "tst_git_parsers.moc"
