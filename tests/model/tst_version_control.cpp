@@ -37,10 +37,7 @@ private Q_SLOTS:
             repository = std::make_unique<test::MercurialFixture>();
         repository->write(u"a.txt"_s, "one\n");
         repository->write(u"gone.txt"_s, "bye\n");
-        if (kind == RepositoryKind::git)
-            static_cast<test::GitFixture &>(*repository).commitAll(u"first"_s);
-        else
-            static_cast<test::MercurialFixture &>(*repository).commitAll(u"first"_s);
+        repository->commitAll(u"first"_s);
         repository->write(u"a.txt"_s, "two\n");
 
         const VersionControl &backend = versionControl(kind);

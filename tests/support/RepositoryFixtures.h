@@ -28,6 +28,10 @@ public:
     void write(const QString &relative, const QByteArray &contents) const;
     void removeFromDisk(const QString &relative) const;
 
+    // Commits every change, adding new files and forgetting removed ones;
+    // returns the new changeset's full hash.
+    virtual QString commitAll(const QString &message) const = 0;
+
 protected:
     // A fresh temporary folder, or the given one when the repository lives inside another.
     explicit RepositoryFixture(const QString &existingFolder = QString());
@@ -44,8 +48,7 @@ public:
     explicit MercurialFixture(const QString &folder);
 
     QByteArray hg(const QStringList &arguments) const;
-    // Commits every change (adding and removing files); returns the new node.
-    QString commitAll(const QString &message) const;
+    QString commitAll(const QString &message) const override;
     QString node(const QString &revision = QStringLiteral(".")) const;
     // A bookmark at the revision; at "." it becomes the active one.
     void bookmark(const QString &name, const QString &revision = QStringLiteral(".")) const;
@@ -65,7 +68,7 @@ public:
     static std::unique_ptr<GitFixture> cloneOf(const QString &source);
 
     QByteArray git(const QStringList &arguments) const;
-    QString commitAll(const QString &message) const;
+    QString commitAll(const QString &message) const override;
     QString head() const;
     // A new branch at HEAD, checked out or not.
     void branch(const QString &name, bool checkOut = false) const;
