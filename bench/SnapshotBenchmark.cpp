@@ -1,0 +1,176 @@
+#include "SnapshotBenchmark.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+#include <malloc.h>
+#include <sys/resource.h>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::bench {
+
+namespace {
+
+QTextStream &out()
+{
+    static QTextStream stream(stdout);
+    return stream;
+}
+
+double median(QList<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return values[values.size() / 2];
+}
+
+double milliseconds(qint64 nanoseconds)
+{
+    return static_cast<double>(nanoseconds) / 1e6;
+}
+
+size_t heapInUse()
+{
+    const struct mallinfo2 info = mallinfo2();
+    return info.uordblks + info.hblkhd;
+}
+
+QString printable(const QStringList &arguments)
+{
+    QString text = arguments.join(u' ');
+    text.replace(u'\t', u"\\t"_s).replace(u'\n', u"\\n"_s).replace(QChar(0x1e), u"%x1e"_s);
+    return text.size() > 60 ? text.first(57) + u"..."_s : text;
+}
+
+// Loads once with the tool variable pointing at a wrapper that records each
+// command line before handing over to the real tool.
+QList<QStringList> commandsOfOneLoad(const SnapshotLoader &loader, const QString &repository)
+{
+    QTemporaryDir folder;
+    const QString log = folder.filePath(u"commands"_s);
+    const QString wrapper = folder.filePath(u"tool"_s);
+    QFile script(wrapper);
+    script.open(QIODevice::WriteOnly);
+    script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\037' \"$a\"; done >> '" + log.toUtf8()
+                 + "'\nprintf '\\036' >> '" + log.toUtf8() + "'\nexec '" + loader.executable.toUtf8()
+                 + "' \"$@\"\n");
+    script.close();
+    script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    const QByteArray previous = qgetenv(loader.toolVariable);
+    qputenv(loader.toolVariable, wrapper.toUtf8());
+    loader.load(repository);
+    qputenv(loader.toolVariable, previous);
+
+    QFile recorded(log);
+    recorded.open(QIODevice::ReadOnly);
+    QList<QStringList> commands;
+    for (const QByteArray &line : recorded.readAll().split('\x1e')) {
+        if (line.isEmpty())
+            continue;
+        QStringList arguments;
+        for (const QByteArray &argument : line.split('\x1f'))
+            arguments.append(QString::fromUtf8(argument));
+        arguments.removeLast();
+        commands.append(arguments);
+    }
+    return commands;
+}
+
+qint64 runDirectly(const SnapshotLoader &loader, const QStringList &arguments, const QString &repository)
+{
+    QElapsedTimer timer;
+    timer.start();
+    QProcess process;
+    process.setWorkingDirectory(repository);
+    process.setProcessEnvironment(loader.environment);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(loader.executable, arguments);
+    while (process.waitForReadyRead(-1))
+        process.readAllStandardOutput();
+    process.waitForFinished(-1);
+    return timer.nsecsElapsed();
+}
+
+} // namespace
+
+int measureSnapshotLoading(const SnapshotLoader &loader, const QString &repository, int runs)
+{
+    const QList<QStringList> commands = commandsOfOneLoad(loader, repository);
+    RepositorySnapshot snapshot = loader.load(repository); // warms the file-system cache
+
+    QList<double> loadTimes;
+    QList<double> directTimes;
+    QList<QList<double>> perCommand(commands.size());
+    for (int run = 0; run < runs; ++run) {
+        QElapsedTimer timer;
+        timer.start();
+        snapshot = loader.load(repository);
+        loadTimes.append(milliseconds(timer.nsecsElapsed()));
+
+        qint64 direct = 0;
+        for (qsizetype index = 0; index < commands.size(); ++index) {
+            const qint64 elapsed = runDirectly(loader, commands[index], repository);
+            perCommand[index].append(milliseconds(elapsed));
+            direct += elapsed;
+        }
+        directTimes.append(milliseconds(direct));
+    }
+
+    const size_t heapBefore = heapInUse();
+    std::optional<RepositorySnapshot> retained = loader.load(repository);
+    const size_t heapAfter = heapInUse();
+    rusage self{};
+    rusage children{};
+    getrusage(RUSAGE_SELF, &self);
+    getrusage(RUSAGE_CHILDREN, &children);
+
+    const double load = median(loadTimes);
+    const double direct = median(directTimes);
+    out() << "repository: " << repository << "\n";
+    out() << "snapshot: " << snapshot.files.size() << " working-copy changes, " << snapshot.history.size()
+          << " history entries, " << snapshot.bookmarks.size() << " bookmarks or branches\n";
+    out() << "runs: " << runs << " (medians); the " << commands.size() << " commands of one load, run directly:\n";
+    for (qsizetype index = 0; index < commands.size(); ++index) {
+        const double time = median(perCommand[index]);
+        out() << QString::asprintf("  %-62s %9.1f ms %5.1f%%\n", qPrintable(printable(commands[index])), time,
+                                   100.0 * time / direct);
+    }
+    out() << QString::asprintf("%-32s %9.1f ms\n", qPrintable(loader.title + u':'), load);
+    out() << QString::asprintf("%-32s %9.1f ms\n", "same commands run directly:", direct);
+    out() << QString::asprintf("ratio: %.3f (target: at most 1.05)\n", load / direct);
+    out() << QString::asprintf("heap held by one snapshot: %.2f MiB\n",
+                               static_cast<double>(heapAfter - heapBefore) / (1024.0 * 1024.0));
+    out() << QString::asprintf("peak memory: benchmark process %.1f MiB, largest tool child %.1f MiB\n",
+                               static_cast<double>(self.ru_maxrss) / 1024.0,
+                               static_cast<double>(children.ru_maxrss) / 1024.0);
+    out().flush();
+    return 0;
+}
+
+bool generateFixture(const QString &script, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(u"/usr/bin/python3"_s, QStringList{QStringLiteral(TILLERY_SOURCE_DIR "/bench/") + script} + arguments);
+    return process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+int measureInChild(const QStringList &arguments)
+{
+    out().flush();
+    QProcess child;
+    child.setProcessChannelMode(QProcess::ForwardedChannels);
+    child.start(QCoreApplication::applicationFilePath(), arguments);
+    child.waitForFinished(-1);
+    return child.exitStatus() == QProcess::NormalExit ? child.exitCode() : 1;
+}
+
+} // namespace tillery::bench

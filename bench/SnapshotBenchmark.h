@@ -1,0 +1,38 @@
+#pragma once
+
+// What the snapshot benchmarks share: generating a fixture in a child,
+// finding out which tool commands a load runs, and timing the load against
+// the same commands run directly.
+
+#include "records/RepositorySnapshot.h"
+
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace tillery::bench {
+
+struct SnapshotLoader {
+    QString title;                // "loadGitSnapshot"
+    const char *toolVariable;     // "GIT": where the loader looks for the tool
+    QString executable;           // the real tool
+    QString leadingArgument;      // the runner's fixed first argument
+    QProcessEnvironment environment;
+    std::function<RepositorySnapshot(const QString &)> load;
+};
+
+// Times `runs` loads of the repository and, in the same rounds, the commands a
+// load runs, each run directly; prints the medians, their ratio, the heap one
+// snapshot holds and peak memory.
+int measureSnapshotLoading(const SnapshotLoader &loader, const QString &repository, int runs);
+
+// Runs a Python fixture generator from bench/ with /usr/bin/python3; true on success.
+bool generateFixture(const QString &script, const QStringList &arguments);
+
+// Runs this benchmark again as a child with the arguments (so that the
+// generator's memory does not count as a tool's); returns its exit status.
+int measureInChild(const QStringList &arguments);
+
+} // namespace tillery::bench
