@@ -705,6 +705,7 @@ class Builder:
         main_marks = self.main_marks
         behind = min(3, len(main_marks) - 1)
         tracked = [("main", main_marks[-1 - behind])]
+        level, ahead = [], []
         for branch in self.branches:
             if rng.random() >= 0.5:
                 continue
@@ -715,11 +716,13 @@ class Builder:
                 elif branch.fork_index > 0:
                     target = main_marks[max(0, branch.fork_index - rng.randint(1, 5))]
             tracked.append((branch.name, target))
+            (level if target == branch.marks[-1] else ahead).append(branch.name)
         for name, mark in tracked:
             self.emit(b"reset refs/remotes/origin/%s\nfrom :%d\n\n" % (name.encode(), mark))
         self.remote_refs = len(tracked)
-        others = [name for name, _ in tracked[1:]]
-        return ["main"] + rng.sample(others, min(4, len(others)))
+        # Upstreams for both kinds: in step with origin, and with unpushed commits.
+        return (["main"] + rng.sample(level, min(2, len(level)))
+                + rng.sample(ahead, min(2, len(ahead))))
 
 
 def write_remote_config(dest, upstreams):
