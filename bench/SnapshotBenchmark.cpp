@@ -138,10 +138,21 @@ int measureSnapshotLoading(const SnapshotLoader &loader, const QString &reposito
     out() << "snapshot: " << snapshot.files.size() << " working-copy changes, " << snapshot.history.size()
           << " history entries, " << snapshot.bookmarks.size() << " bookmarks or branches\n";
     out() << "runs: " << runs << " (medians); the " << commands.size() << " commands of one load, run directly:\n";
-    for (qsizetype index = 0; index < commands.size(); ++index) {
-        const double time = median(perCommand[index]);
-        out() << QString::asprintf("  %-62s %9.1f ms %5.1f%%\n", qPrintable(printable(commands[index])), time,
-                                   100.0 * time / direct);
+    // A run of commands that differ only in a branch or remote name is summed on one line.
+    for (qsizetype start = 0; start < commands.size();) {
+        qsizetype end = start + 1;
+        while (end < commands.size() && commands[end].mid(0, 3) == commands[start].mid(0, 3))
+            ++end;
+        if (end - start < 3)
+            end = start + 1;
+        double time = 0;
+        for (qsizetype index = start; index < end; ++index)
+            time += median(perCommand[index]);
+        const QString label = end - start > 1
+                                  ? printable(commands[start].mid(0, 3)) + u" ... x"_s + QString::number(end - start)
+                                  : printable(commands[start]);
+        out() << QString::asprintf("  %-66s %9.1f ms %5.1f%%\n", qPrintable(label), time, 100.0 * time / direct);
+        start = end;
     }
     out() << QString::asprintf("%-32s %9.1f ms\n", qPrintable(loader.title + u':'), load);
     out() << QString::asprintf("%-32s %9.1f ms\n", "same commands run directly:", direct);
