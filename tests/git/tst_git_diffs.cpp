@@ -1,3 +1,5 @@
+#include "Cancellation.h"
+#include "DiffText.h"
 #include "FakeTool.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
@@ -8,14 +10,13 @@
 #include "process/ToolFailure.h"
 
 #include <QDir>
-#include <QSemaphore>
 #include <QTest>
-#include <QtConcurrent>
 
-#include <atomic>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::changedLines;
+using test::diffHeaders;
 using test::FakeTool;
 using test::GitFixture;
 using test::ScopedEnvironmentVariable;
@@ -23,26 +24,6 @@ using test::ScopedEnvironmentVariable;
 namespace {
 
 const CancellationCheck never = [] { return false; };
-
-QStringList diffHeaders(const QString &diff)
-{
-    QStringList headers;
-    for (const QString &line : diff.split(u'\n')) {
-        if (line.startsWith(u"diff --git "))
-            headers.append(line);
-    }
-    return headers;
-}
-
-QStringList changedLines(const QString &diff)
-{
-    QStringList lines;
-    for (const QString &line : diff.split(u'\n')) {
-        if ((line.startsWith(u'+') || line.startsWith(u'-')) && !line.startsWith(u"+++") && !line.startsWith(u"---"))
-            lines.append(line);
-    }
-    return lines;
-}
 
 template <typename Call>
 QString failureOf(Call call)
@@ -216,22 +197,12 @@ private Q_SLOTS:
     {
         const FakeTool git({"partial", {}, 0, 60, {}});
         const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-        QSemaphore finished;
-        std::atomic<bool> wasCancelled = false;
-        QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
-            try {
-                gitWorkingDiff(QDir::tempPath(), {u"a.txt"_s, FileState::modified}, cancellationOf(promise));
-            } catch (const CancellationFailure &) {
-                wasCancelled = true;
-            }
-            finished.release();
+        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(git, [](const CancellationCheck &check) {
+            gitWorkingDiff(QDir::tempPath(), {u"a.txt"_s, FileState::modified}, check);
         });
-        QTRY_VERIFY(git.processId() != 0);
-        future.cancel();
-        QVERIFY(finished.tryAcquire(1, 5000));
-        QVERIFY(wasCancelled);
-        QVERIFY(!test::processIsRunning(git.processId()));
-        future.waitForFinished();
+        QVERIFY(outcome.childStarted);
+        QVERIFY(outcome.threwCancellation);
+        QVERIFY(outcome.childGone);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "RecordPrinting.h"
+#include "DiffText.h"
 #include "TestEnvironment.h"
 
 #include "git/GitParsers.h"
@@ -7,15 +8,10 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::bytes;
 using namespace tillery::git;
 
 namespace {
-
-template <size_t size>
-QByteArray bytes(const char (&literal)[size])
-{
-    return QByteArray(literal, size - 1);
-}
 
 QDateTime at(qint64 seconds)
 {

@@ -1,3 +1,5 @@
+#include "Cancellation.h"
+#include "DiffText.h"
 #include "FakeTool.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
@@ -7,14 +9,13 @@
 #include "process/ToolFailure.h"
 
 #include <QDir>
-#include <QSemaphore>
 #include <QTest>
-#include <QtConcurrent>
 
-#include <atomic>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::changedLines;
+using test::diffHeaders;
 using test::FakeTool;
 using test::FakeToolBehaviour;
 using test::MercurialFixture;
@@ -29,17 +30,6 @@ Changeset changesetAt(const MercurialFixture &repository, const QString &revisio
     Changeset changeset;
     changeset.node = repository.node(revision);
     return changeset;
-}
-
-// The "diff --git" headers of a diff text: which files it speaks of.
-QStringList diffHeaders(const QString &diff)
-{
-    QStringList headers;
-    for (const QString &line : diff.split(u'\n')) {
-        if (line.startsWith(u"diff --git "))
-            headers.append(line);
-    }
-    return headers;
 }
 
 } // namespace
@@ -129,13 +119,7 @@ private Q_SLOTS:
             return;
         }
         QCOMPARE(diffHeaders(working), QStringList{u"diff --git a/%1 b/%1"_s.arg(file)});
-        QStringList changed;
-        for (const QString &line : working.split(u'\n')) {
-            if ((line.startsWith(u'+') || line.startsWith(u'-')) && !line.startsWith(u"+++")
-                && !line.startsWith(u"---"))
-                changed.append(line);
-        }
-        QCOMPARE(changed, expectedLines);
+        QCOMPARE(changedLines(working), expectedLines);
     }
 
     void renamedAndRemovedFiles()
@@ -235,22 +219,12 @@ private Q_SLOTS:
     {
         const FakeTool hg({"partial", {}, 0, 60, {}});
         const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        QSemaphore finished;
-        std::atomic<bool> wasCancelled = false;
-        QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
-            try {
-                mercurialWorkingDiff(u"a.txt"_s, FileState::modified, QDir::tempPath(), cancellationOf(promise));
-            } catch (const CancellationFailure &) {
-                wasCancelled = true;
-            }
-            finished.release();
+        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(hg, [](const CancellationCheck &check) {
+            mercurialWorkingDiff(u"a.txt"_s, FileState::modified, QDir::tempPath(), check);
         });
-        QTRY_VERIFY(hg.processId() != 0);
-        future.cancel();
-        QVERIFY(finished.tryAcquire(1, 5000));
-        QVERIFY(wasCancelled);
-        QVERIFY(!test::processIsRunning(hg.processId()));
-        future.waitForFinished();
+        QVERIFY(outcome.childStarted);
+        QVERIFY(outcome.threwCancellation);
+        QVERIFY(outcome.childGone);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "RecordPrinting.h"
+#include "DiffText.h"
 #include "TestEnvironment.h"
 
 #include "mercurial/MercurialParsers.h"
@@ -9,18 +10,12 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::bytes;
 using namespace tillery::mercurial;
 
 namespace {
 
 using StringMap = QMap<QString, QString>;
-
-// A literal with its embedded zero bytes.
-template <size_t size>
-QByteArray bytes(const char (&literal)[size])
-{
-    return QByteArray(literal, size - 1);
-}
 
 QDateTime at(qint64 seconds)
 {

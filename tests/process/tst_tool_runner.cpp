@@ -1,3 +1,4 @@
+#include "Cancellation.h"
 #include "FakeTool.h"
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
@@ -9,7 +10,6 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
-#include <QSemaphore>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtConcurrent>
@@ -310,27 +310,14 @@ private Q_SLOTS:
     void cancellingTheFutureEndsTheChild()
     {
         const FakeTool fake({"partial", {}, 0, 60, {}});
-        QSemaphore finished;
-        std::atomic<bool> wasCancelled = false;
-        QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
-            try {
-                runCommand(fake.path(), {}, QDir::tempPath(), std::nullopt, cancellationOf(promise));
-            } catch (const CancellationFailure &) {
-                wasCancelled = true;
-            }
-            finished.release();
+        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(fake, [&fake](const CancellationCheck &check) {
+            runCommand(fake.path(), {}, QDir::tempPath(), std::nullopt, check);
         });
-        QTRY_VERIFY(fake.processId() != 0 && test::processIsRunning(fake.processId()));
-
-        QElapsedTimer sinceCancel;
-        sinceCancel.start();
-        future.cancel();
-        QVERIFY(finished.tryAcquire(1, 5000));
-        const qint64 elapsed = sinceCancel.elapsed();
-        QVERIFY(wasCancelled);
-        QVERIFY(!test::processIsRunning(fake.processId()));
-        QVERIFY2(elapsed < 100, qPrintable(u"the child ended %1 ms after cancellation"_s.arg(elapsed)));
-        future.waitForFinished();
+        QVERIFY(outcome.childStarted);
+        QVERIFY(outcome.threwCancellation);
+        QVERIFY(outcome.childGone);
+        QVERIFY2(outcome.millisecondsToEnd >= 0 && outcome.millisecondsToEnd < 100,
+                 qPrintable(u"the child ended %1 ms after cancellation"_s.arg(outcome.millisecondsToEnd)));
     }
 
     // A child that ignores the polite request is killed.

@@ -1,0 +1,47 @@
+#include "Cancellation.h"
+
+#include "process/Failure.h"
+
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
+#include <QSemaphore>
+#include <QThread>
+#include <QtConcurrent>
+
+#include <atomic>
+
+namespace tillery::test {
+
+CancellationOutcome cancelWhileToolRuns(const FakeTool &tool,
+                                        const std::function<void(const CancellationCheck &)> &work)
+{
+    CancellationOutcome outcome;
+    QSemaphore finished;
+    std::atomic<bool> threwCancellation = false;
+    QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
+        try {
+            work(cancellationOf(promise));
+        } catch (const CancellationFailure &) {
+            threwCancellation = true;
+        } catch (...) {
+        }
+        finished.release();
+    });
+
+    const QDeadlineTimer startDeadline(10000);
+    while (!(tool.processId() != 0 && processIsRunning(tool.processId())) && !startDeadline.hasExpired())
+        QThread::msleep(1);
+    outcome.childStarted = tool.processId() != 0;
+
+    QElapsedTimer sinceCancel;
+    sinceCancel.start();
+    future.cancel();
+    if (finished.tryAcquire(1, 10000))
+        outcome.millisecondsToEnd = sinceCancel.elapsed();
+    outcome.threwCancellation = threwCancellation;
+    outcome.childGone = !processIsRunning(tool.processId());
+    future.waitForFinished();
+    return outcome;
+}
+
+} // namespace tillery::test

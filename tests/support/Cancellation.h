@@ -1,0 +1,23 @@
+#pragma once
+
+#include "FakeTool.h"
+
+#include "process/CancellableRun.h"
+
+#include <functional>
+
+namespace tillery::test {
+
+struct CancellationOutcome {
+    bool childStarted = false;
+    bool threwCancellation = false;
+    bool childGone = false;
+    qint64 millisecondsToEnd = -1;
+};
+
+// Runs `work` in a task of the thread pool, waits until the stand-in tool has
+// started, cancels the task's future and reports how the work ended.
+CancellationOutcome cancelWhileToolRuns(const FakeTool &tool,
+                                        const std::function<void(const CancellationCheck &)> &work);
+
+} // namespace tillery::test
