@@ -1,5 +1,6 @@
 #include "SnapshotBenchmark.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -100,6 +101,22 @@ qint64 runDirectly(const SnapshotLoader &loader, const QStringList &arguments, c
 }
 
 } // namespace
+
+BenchmarkOptions parseBenchmarkOptions(const QCoreApplication &application, const QString &description)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(description);
+    parser.addHelpOption();
+    const QCommandLineOption fixtureOption(u"fixture"_s, u"Measure an existing repository."_s, u"folder"_s);
+    const QCommandLineOption smallOption(u"small"_s, u"Generate smaller repositories (a tenth)."_s);
+    const QCommandLineOption keepOption(u"keep"_s, u"Keep the generated repositories."_s);
+    const QCommandLineOption runsOption(u"runs"_s, u"Timed runs (default 5)."_s, u"count"_s, u"5"_s);
+    parser.addOptions({fixtureOption, smallOption, keepOption, runsOption});
+    parser.process(application);
+    const QString fixture = parser.value(fixtureOption);
+    return BenchmarkOptions{fixture.isEmpty() ? QString() : QDir(fixture).absolutePath(), parser.isSet(smallOption),
+                            parser.isSet(keepOption), std::max(1, parser.value(runsOption).toInt())};
+}
 
 int measureSnapshotLoading(const SnapshotLoader &loader, const QString &repository, int runs)
 {

@@ -6,6 +6,7 @@
 
 #include "records/RepositorySnapshot.h"
 
+#include <QCoreApplication>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -22,6 +23,15 @@ struct SnapshotLoader {
     QProcessEnvironment environment;
     std::function<RepositorySnapshot(const QString &)> load;
 };
+
+// The options both snapshot benchmarks take.
+struct BenchmarkOptions {
+    QString fixture; // measure this repository instead of generating one
+    bool small = false;
+    bool keep = false;
+    int runs = 5;
+};
+BenchmarkOptions parseBenchmarkOptions(const QCoreApplication &application, const QString &description);
 
 // Times `runs` loads of the repository and, in the same rounds, the commands a
 // load runs, each run directly; prints the medians, their ratio, the heap one

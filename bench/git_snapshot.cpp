@@ -9,7 +9,6 @@
 #include "git/GitSnapshot.h"
 #include "process/Executables.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QTemporaryDir>
@@ -22,18 +21,10 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QTextStream out(stdout);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"Git snapshot loading benchmark."_s);
-    parser.addHelpOption();
-    const QCommandLineOption fixtureOption(u"fixture"_s, u"Measure an existing repository."_s, u"folder"_s);
-    const QCommandLineOption smallOption(u"small"_s, u"Generate smaller repositories (a tenth)."_s);
-    const QCommandLineOption keepOption(u"keep"_s, u"Keep the generated repositories."_s);
-    const QCommandLineOption runsOption(u"runs"_s, u"Timed runs (default 5)."_s, u"count"_s, u"5"_s);
-    parser.addOptions({fixtureOption, smallOption, keepOption, runsOption});
-    parser.process(application);
-    const int runs = std::max(1, parser.value(runsOption).toInt());
+    const bench::BenchmarkOptions options =
+        bench::parseBenchmarkOptions(application, u"Git snapshot loading benchmark."_s);
 
-    if (parser.isSet(fixtureOption)) {
+    if (!options.fixture.isEmpty()) {
         const std::optional<QString> git = findGitExecutable();
         if (!git) {
             out << "git was not found\n";
@@ -41,10 +32,10 @@ int main(int argc, char *argv[])
         }
         const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git, gitLeadingArgument(),
                                            gitEnvironment(), loadGitSnapshot};
-        return bench::measureSnapshotLoading(loader, QDir(parser.value(fixtureOption)).absolutePath(), runs);
+        return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }
 
-    const bool small = parser.isSet(smallOption);
+    const bool small = options.small;
     const QList<std::pair<QString, QStringList>> fixtures{
         {u"wide"_s, small ? QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"500"_s, u"--changes"_s, u"320"_s}
                           : QStringList{u"--files"_s, u"50000"_s, u"--commits"_s, u"5000"_s, u"--changes"_s,
@@ -54,7 +45,7 @@ int main(int argc, char *argv[])
                                         u"320"_s}},
     };
     QTemporaryDir folder(QDir::tempPath() + u"/tillery-bench-XXXXXX"_s);
-    folder.setAutoRemove(!parser.isSet(keepOption));
+    folder.setAutoRemove(!options.keep);
     int status = 0;
     for (const auto &[name, size] : fixtures) {
         const QString repository = folder.filePath(name);
@@ -65,9 +56,9 @@ int main(int argc, char *argv[])
             out << "the fixture generator failed\n";
             return 1;
         }
-        status |= bench::measureInChild({u"--fixture"_s, repository, u"--runs"_s, QString::number(runs)});
+        status |= bench::measureInChild({u"--fixture"_s, repository, u"--runs"_s, QString::number(options.runs)});
     }
-    if (parser.isSet(keepOption))
+    if (options.keep)
         out << "kept " << folder.path() << "\n";
     return status;
 }
