@@ -123,4 +123,140 @@ ToolCommand compareDiffCommand(const QString &branch)
     return {{u"diff"_s, u"--no-ext-diff"_s, branch + u"...HEAD"_s}, {0}};
 }
 
+namespace {
+
+QStringList fileArguments(const QStringList &paths)
+{
+    QStringList arguments;
+    arguments.reserve(paths.size());
+    for (const QString &path : paths)
+        arguments.append(fileArgument(path));
+    return arguments;
+}
+
+} // namespace
+
+ToolCommand addAllCommand(const QStringList &paths)
+{
+    return {QStringList{u"add"_s, u"-A"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand commitCommand(const QStringList &paths, const QString &message, const std::optional<GitIdentity> &identity)
+{
+    QStringList arguments;
+    if (identity)
+        arguments << u"-c"_s << u"user.name="_s + identity->name << u"-c"_s << u"user.email="_s + identity->email;
+    arguments << u"commit"_s << u"-m"_s << message << u"--"_s << fileArguments(paths);
+    return {arguments, {0}};
+}
+
+ToolCommand trackedFilesCommand()
+{
+    return {{u"ls-tree"_s, u"-r"_s, u"-z"_s, u"--name-only"_s, u"HEAD"_s}, {0}};
+}
+
+ToolCommand restoreCommand(const QStringList &paths)
+{
+    return {QStringList{u"restore"_s, u"--source=HEAD"_s, u"--staged"_s, u"--worktree"_s, u"--"_s}
+                + fileArguments(paths),
+            {0}};
+}
+
+ToolCommand forgetNewFilesCommand(const QStringList &paths)
+{
+    return {QStringList{u"rm"_s, u"--cached"_s, u"--ignore-unmatch"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand stashCommand(const QString &message)
+{
+    return {{u"stash"_s, u"push"_s, u"--include-untracked"_s, u"-m"_s, message}, {0}};
+}
+
+ToolCommand createBranchCommand(const QString &name)
+{
+    return {{u"checkout"_s, u"-b"_s, name}, {0}};
+}
+
+ToolCommand renameBranchCommand(const QString &oldName, const QString &newName)
+{
+    return {{u"branch"_s, u"-m"_s, oldName, newName}, {0}};
+}
+
+ToolCommand detachCommand()
+{
+    return {{u"checkout"_s, u"--detach"_s}, {0}};
+}
+
+ToolCommand deleteBranchCommand(const QString &name)
+{
+    return {{u"branch"_s, u"-D"_s, name}, {0}};
+}
+
+ToolCommand switchCommand(const QString &target)
+{
+    // The closing "--" makes the target a revision only: a name that is no
+    // branch must fail rather than restore a file of that name.
+    return {{u"checkout"_s, target, u"--"_s}, {0}};
+}
+
+ToolCommand mergeCommand(const QString &name)
+{
+    return {{u"merge"_s, name}, {0}};
+}
+
+ToolCommand squashMergeCommand(const QString &name)
+{
+    return {{u"merge"_s, u"--squash"_s, name}, {0}};
+}
+
+ToolCommand rebaseCommand(const QString &name)
+{
+    return {{u"rebase"_s, name}, {0}};
+}
+
+ToolCommand fetchCommand()
+{
+    return {{u"fetch"_s, u"--all"_s, u"--prune"_s}, {0}};
+}
+
+ToolCommand pullCommand()
+{
+    return {{u"pull"_s}, {0}};
+}
+
+ToolCommand pushCommand()
+{
+    return {{u"push"_s}, {0}};
+}
+
+ToolCommand publishCommand(const QString &branch)
+{
+    return {{u"push"_s, u"--set-upstream"_s, u"origin"_s, branch}, {0}};
+}
+
+ToolCommand cloneCommand(const QString &source, const QString &destination)
+{
+    return {{u"clone"_s, source, destination}, {0}};
+}
+
+ToolCommand initCommand(const QString &path)
+{
+    return {{u"init"_s, path}, {0}};
+}
+
+ToolCommand originUrlCommand()
+{
+    return {{u"config"_s, u"--get"_s, u"remote.origin.url"_s}, {0, 1}};
+}
+
+ToolCommand setOriginCommand(const QString &address)
+{
+    return {{u"remote"_s, u"set-url"_s, u"origin"_s, address}, {0}};
+}
+
+ToolCommand addOriginCommand(const QString &address)
+{
+    return {{u"remote"_s, u"add"_s, u"origin"_s, address}, {0}};
+}
+
 } // namespace tillery::git

@@ -3,6 +3,9 @@
 #include "process/ToolCommand.h"
 
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 namespace tillery::git {
 
@@ -32,5 +35,36 @@ ToolCommand commitFilesCommand(const QString &hash);
 ToolCommand commitDiffCommand(const QString &hash, const QString &path);
 ToolCommand fileContentsCommand(const QString &revision, const QString &path);
 ToolCommand compareDiffCommand(const QString &branch);
+
+// Operations. Names must have been checked with refuseOptionLike() first;
+// paths are made safe here.
+struct GitIdentity {
+    QString name;
+    QString email;
+    friend bool operator==(const GitIdentity &, const GitIdentity &) = default;
+};
+ToolCommand addAllCommand(const QStringList &paths);
+ToolCommand commitCommand(const QStringList &paths, const QString &message, const std::optional<GitIdentity> &identity);
+ToolCommand trackedFilesCommand();
+ToolCommand restoreCommand(const QStringList &paths);
+ToolCommand forgetNewFilesCommand(const QStringList &paths);
+ToolCommand stashCommand(const QString &message);
+ToolCommand createBranchCommand(const QString &name);
+ToolCommand renameBranchCommand(const QString &oldName, const QString &newName);
+ToolCommand detachCommand();
+ToolCommand deleteBranchCommand(const QString &name);
+ToolCommand switchCommand(const QString &target);
+ToolCommand mergeCommand(const QString &name);
+ToolCommand squashMergeCommand(const QString &name);
+ToolCommand rebaseCommand(const QString &name);
+ToolCommand fetchCommand();
+ToolCommand pullCommand();
+ToolCommand pushCommand();
+ToolCommand publishCommand(const QString &branch);
+ToolCommand cloneCommand(const QString &source, const QString &destination);
+ToolCommand initCommand(const QString &path);
+ToolCommand originUrlCommand();
+ToolCommand setOriginCommand(const QString &address);
+ToolCommand addOriginCommand(const QString &address);
 
 } // namespace tillery::git

@@ -70,4 +70,109 @@ ToolCommand compareDiffCommand(const QString &target)
     return {{u"diff"_s, u"--git"_s, u"--rev"_s, target, u"--rev"_s, u"."_s}, {0}};
 }
 
+namespace {
+
+QStringList fileArguments(const QStringList &files)
+{
+    QStringList arguments;
+    arguments.reserve(files.size());
+    for (const QString &file : files)
+        arguments.append(fileArgument(file));
+    return arguments;
+}
+
+} // namespace
+
+ToolCommand commitCommand(const QStringList &files, const QString &message, const QString &userName)
+{
+    QStringList arguments;
+    if (!userName.trimmed().isEmpty())
+        arguments << u"--config"_s << u"ui.username="_s + userName;
+    arguments << u"commit"_s << u"-m"_s << message;
+    if (!files.isEmpty())
+        arguments << u"--"_s << fileArguments(files);
+    return {arguments, {0}};
+}
+
+ToolCommand addCommand(const QStringList &files)
+{
+    return {QStringList{u"add"_s, u"--"_s} + fileArguments(files), {0}};
+}
+
+ToolCommand revertCommand(const QStringList &files)
+{
+    return {QStringList{u"revert"_s, u"--no-backup"_s, u"--"_s} + fileArguments(files), {0}};
+}
+
+ToolCommand revertAllCommand()
+{
+    return {{u"revert"_s, u"--all"_s, u"--no-backup"_s}, {0}};
+}
+
+ToolCommand shelveCommand(const QString &name)
+{
+    return {{u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--name"_s, name}, {0}};
+}
+
+ToolCommand updateCommand(const QString &target)
+{
+    return {{u"update"_s, target}, {0}};
+}
+
+ToolCommand mergeCommand(const QString &target)
+{
+    return {{u"merge"_s, target}, {0}};
+}
+
+ToolCommand rebaseCommand(const QString &destination)
+{
+    // The rebase extension's option is "--dest"; hg knows no "--destination".
+    return {{u"--config"_s, u"extensions.rebase="_s, u"rebase"_s, u"--dest"_s, destination}, {0}};
+}
+
+ToolCommand createBookmarkCommand(const QString &name)
+{
+    return {{u"bookmark"_s, name}, {0}};
+}
+
+ToolCommand renameBookmarkCommand(const QString &oldName, const QString &newName)
+{
+    return {{u"bookmark"_s, u"--rename"_s, oldName, newName}, {0}};
+}
+
+ToolCommand deleteBookmarkCommand(const QString &name)
+{
+    return {{u"bookmark"_s, u"--delete"_s, name}, {0}};
+}
+
+ToolCommand pullCommand()
+{
+    return {{u"pull"_s}, {0}};
+}
+
+ToolCommand pullAndUpdateCommand()
+{
+    return {{u"pull"_s, u"--update"_s}, {0}};
+}
+
+ToolCommand pushCommand()
+{
+    return {{u"push"_s}, {0}};
+}
+
+ToolCommand cloneCommand(const QString &source, const QString &destination)
+{
+    return {{u"clone"_s, source, destination}, {0}};
+}
+
+ToolCommand initCommand(const QString &path)
+{
+    return {{u"init"_s, path}, {0}};
+}
+
+ToolCommand storedDefaultPathCommand()
+{
+    return {{u"showconfig"_s, u"paths.default"_s}, {0, 1}};
+}
+
 } // namespace tillery::mercurial

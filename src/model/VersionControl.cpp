@@ -1,8 +1,10 @@
 #include "model/VersionControl.h"
 
 #include "git/GitDiffs.h"
+#include "git/GitOperations.h"
 #include "git/GitSnapshot.h"
 #include "mercurial/MercurialDiffs.h"
+#include "mercurial/MercurialOperations.h"
 #include "mercurial/MercurialSnapshot.h"
 
 using namespace Qt::StringLiterals;
@@ -53,6 +55,83 @@ public:
     {
         return mercurialCompareDiff(target, repositoryPath);
     }
+
+    void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
+                const QString &description, const QString &userName) const override
+    {
+        QStringList untracked;
+        QStringList paths;
+        for (const WorkingFile &file : files) {
+            paths.append(file.path);
+            if (file.state == FileState::untracked)
+                untracked.append(file.path);
+        }
+        mercurial::add(untracked, repositoryPath);
+        mercurial::commit(paths, summary, description, userName, repositoryPath);
+    }
+
+    void discard(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        mercurial::discard(paths, repositoryPath);
+    }
+
+    void discardAll(const QString &repositoryPath) const override { mercurial::discardAll(repositoryPath); }
+
+    void stash(const QString &repositoryPath, const QString &name) const override
+    {
+        mercurial::shelve(name, repositoryPath);
+    }
+
+    void createBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        mercurial::createBookmark(name, repositoryPath);
+    }
+
+    void renameBookmark(const QString &repositoryPath, const QString &oldName, const QString &newName) const override
+    {
+        mercurial::renameBookmark(oldName, newName, repositoryPath);
+    }
+
+    void deleteBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        mercurial::deleteBookmark(name, repositoryPath);
+    }
+
+    void switchTo(const QString &repositoryPath, const QString &target) const override
+    {
+        mercurial::update(target, repositoryPath);
+    }
+
+    void merge(const QString &repositoryPath, const QString &target) const override
+    {
+        mercurial::merge(target, repositoryPath);
+    }
+
+    void squashMerge(const QString &repositoryPath, const QString &target) const override
+    {
+        mercurial::squashMerge(target, repositoryPath);
+    }
+
+    void rebase(const QString &repositoryPath, const QString &destination) const override
+    {
+        mercurial::rebase(destination, repositoryPath);
+    }
+
+    void fetch(const QString &repositoryPath) const override { mercurial::fetch(repositoryPath); }
+    void pull(const QString &repositoryPath) const override { mercurial::pullAndUpdate(repositoryPath); }
+    void push(const QString &repositoryPath) const override { mercurial::push(repositoryPath); }
+
+    void clone(const QString &source, const QString &destination) const override
+    {
+        mercurial::clone(source, destination);
+    }
+
+    Repository createRepository(const QString &path) const override { return mercurial::createRepository(path); }
+
+    void setRemoteAddress(const QString &repositoryPath, const QString &address) const override
+    {
+        mercurial::setDefaultRemote(address, repositoryPath);
+    }
 };
 
 class GitVersionControl final : public VersionControl {
@@ -96,6 +175,78 @@ public:
     QString compareDiff(const QString &repositoryPath, const QString &target) const override
     {
         return gitCompareDiff(repositoryPath, target);
+    }
+
+    void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
+                const QString &description, const QString &userName) const override
+    {
+        QStringList paths;
+        for (const WorkingFile &file : files)
+            paths.append(file.path);
+        git::commit(repositoryPath, paths, summary, description, userName);
+    }
+
+    void discard(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        git::discard(repositoryPath, paths);
+    }
+
+    void discardAll(const QString &repositoryPath) const override { git::discardAll(repositoryPath); }
+
+    void stash(const QString &repositoryPath, const QString &name) const override
+    {
+        git::stash(repositoryPath, name);
+    }
+
+    void createBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        git::createBranch(repositoryPath, name);
+    }
+
+    void renameBookmark(const QString &repositoryPath, const QString &oldName, const QString &newName) const override
+    {
+        git::renameBranch(repositoryPath, oldName, newName);
+    }
+
+    void deleteBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        git::deleteBranch(repositoryPath, name);
+    }
+
+    void switchTo(const QString &repositoryPath, const QString &target) const override
+    {
+        git::switchTo(repositoryPath, target);
+    }
+
+    void merge(const QString &repositoryPath, const QString &target) const override
+    {
+        git::merge(repositoryPath, target);
+    }
+
+    void squashMerge(const QString &repositoryPath, const QString &target) const override
+    {
+        git::squashMerge(repositoryPath, target);
+    }
+
+    void rebase(const QString &repositoryPath, const QString &destination) const override
+    {
+        git::rebase(repositoryPath, destination);
+    }
+
+    void fetch(const QString &repositoryPath) const override { git::fetch(repositoryPath); }
+    void pull(const QString &repositoryPath) const override { git::pull(repositoryPath); }
+    void push(const QString &repositoryPath) const override { git::push(repositoryPath); }
+
+    void clone(const QString &source, const QString &destination) const override
+    {
+        git::clone(source, destination);
+    }
+
+    Repository createRepository(const QString &path) const override { return git::createRepository(path); }
+
+    void setRemoteAddress(const QString &repositoryPath, const QString &address) const override
+    {
+        git::setRemoteAddress(repositoryPath, address);
     }
 };
 

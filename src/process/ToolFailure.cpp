@@ -1,5 +1,6 @@
 #include "process/ToolFailure.h"
 
+#include "process/RemoteAddress.h"
 #include "records/TextDecoding.h"
 
 using namespace Qt::StringLiterals;
@@ -16,11 +17,12 @@ QString ToolFailure::describe(const Wording &wording, const Payload &payload)
 {
     switch (payload.failureCase) {
     case Case::command: {
-        QString text = wording.commandName + u' ' + payload.arguments.join(u' ')
+        // An address in the arguments or the tool's words may carry a password.
+        QString text = wording.commandName + u' ' + withPasswordsMasked(payload.arguments.join(u' '))
                        + u" exited with status "_s + QString::number(payload.code) + u'.';
         const QString output = payload.output.trimmed();
         if (!output.isEmpty())
-            text += u"\n\n"_s + output;
+            text += u"\n\n"_s + withPasswordsMasked(output);
         return text;
     }
     case Case::invalidRepository:

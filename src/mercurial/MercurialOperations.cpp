@@ -1,0 +1,154 @@
+#include "mercurial/MercurialOperations.h"
+
+#include "mercurial/MercurialCommands.h"
+#include "mercurial/MercurialConfigFile.h"
+#include "process/CommitMessage.h"
+#include "process/Failure.h"
+#include "process/RemoteAddress.h"
+#include "process/RepositoryDetection.h"
+#include "process/ToolRunner.h"
+#include "records/TextDecoding.h"
+
+#include <QDir>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::mercurial {
+
+namespace {
+
+void refuseOptionLike(const QString &value, const QString &what)
+{
+    if (value.startsWith(u'-'))
+        throw MercurialFailure::malformedOutput(what + u" cannot begin with -"_s);
+}
+
+void run(const ToolCommand &command, const std::optional<QString> &directory)
+{
+    runMercurial(command, directory);
+}
+
+const QString bookmarkName = u"a bookmark name"_s;
+
+} // namespace
+
+void commit(const QStringList &files, const QString &summary, const QString &description,
+            const QString &userName, const QString &repositoryPath)
+{
+    run(commitCommand(files, composeCommitMessage(summary, description), userName), repositoryPath);
+}
+
+void add(const QStringList &files, const QString &repositoryPath)
+{
+    if (!files.isEmpty())
+        run(addCommand(files), repositoryPath);
+}
+
+void discard(const QStringList &files, const QString &repositoryPath)
+{
+    if (!files.isEmpty())
+        run(revertCommand(files), repositoryPath);
+}
+
+void discardAll(const QString &repositoryPath)
+{
+    run(revertAllCommand(), repositoryPath);
+}
+
+void shelve(const QString &name, const QString &repositoryPath)
+{
+    refuseOptionLike(name, u"a shelf name"_s);
+    run(shelveCommand(name), repositoryPath);
+}
+
+void update(const QString &target, const QString &repositoryPath)
+{
+    refuseOptionLike(target, bookmarkName);
+    run(updateCommand(target), repositoryPath);
+}
+
+void merge(const QString &target, const QString &repositoryPath)
+{
+    refuseOptionLike(target, bookmarkName);
+    run(mergeCommand(target), repositoryPath);
+}
+
+void squashMerge(const QString &, const QString &)
+{
+    throw MercurialFailure::malformedOutput(
+        u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead"_s);
+}
+
+void rebase(const QString &destination, const QString &repositoryPath)
+{
+    refuseOptionLike(destination, bookmarkName);
+    run(rebaseCommand(destination), repositoryPath);
+}
+
+void createBookmark(const QString &name, const QString &repositoryPath)
+{
+    refuseOptionLike(name, bookmarkName);
+    run(createBookmarkCommand(name), repositoryPath);
+}
+
+void renameBookmark(const QString &oldName, const QString &newName, const QString &repositoryPath)
+{
+    refuseOptionLike(oldName, bookmarkName);
+    refuseOptionLike(newName, bookmarkName);
+    run(renameBookmarkCommand(oldName, newName), repositoryPath);
+}
+
+void deleteBookmark(const QString &name, const QString &repositoryPath)
+{
+    refuseOptionLike(name, bookmarkName);
+    run(deleteBookmarkCommand(name), repositoryPath);
+}
+
+void fetch(const QString &repositoryPath)
+{
+    run(pullCommand(), repositoryPath);
+}
+
+void pullAndUpdate(const QString &repositoryPath)
+{
+    run(pullAndUpdateCommand(), repositoryPath);
+}
+
+void push(const QString &repositoryPath)
+{
+    run(pushCommand(), repositoryPath);
+}
+
+void clone(const QString &source, const QString &destination)
+{
+    refuseOptionLike(source, u"a clone source"_s);
+    refuseOptionLike(destination, u"a clone destination"_s);
+    run(cloneCommand(source, destination), std::nullopt);
+}
+
+Repository createRepository(const QString &path)
+{
+    refuseOptionLike(path, u"a repository folder"_s);
+    if (!QDir().mkpath(path))
+        throw PlatformFailure(u"The folder %1 could not be created."_s.arg(path));
+    run(initCommand(path), std::nullopt);
+    return Repository{mercurialRoot(path), RepositoryKind::mercurial};
+}
+
+void setDefaultRemote(const QString &address, const QString &repositoryPath)
+{
+    std::optional<QString> valid = validRemoteAddress(address);
+    if (!valid)
+        throw MercurialFailure::malformedOutput(u"enter a valid remote address"_s);
+    if (isMaskedRemoteAddress(*valid)) {
+        const QString stored =
+            decodeUtf8OrEmpty(runMercurial(storedDefaultPathCommand(), repositoryPath).standardOutput).trimmed();
+        valid = restoreMaskedPassword(*valid, stored);
+        if (!valid)
+            throw MercurialFailure::malformedOutput(
+                u"the masked remote password could not be restored; enter the password again"_s);
+    }
+    writeDefaultPath(repositoryPath, *valid);
+}
+
+} // namespace tillery::mercurial
