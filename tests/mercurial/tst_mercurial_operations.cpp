@@ -106,6 +106,17 @@ private Q_SLOTS:
         QCOMPARE(QDir(repository.path()).entryList({u"*.orig"_s}), QStringList());
     }
 
+    void discardNewFileWithoutCommits()
+    {
+        const MercurialFixture repository;
+        repository.write(u"first.txt"_s, "first\n");
+        repository.hg({u"add"_s, u"first.txt"_s});
+        hg().discard(repository.path(), {u"first.txt"_s});
+        QCOMPARE(loadMercurialSnapshot(repository.path()).files,
+                 (QList<WorkingFile>{{u"first.txt"_s, FileState::untracked}}));
+        QCOMPARE(readFile(repository.filePath(u"first.txt"_s)), QByteArray("first\n"));
+    }
+
     void shelveTakesEveryChange()
     {
         const MercurialFixture repository;
