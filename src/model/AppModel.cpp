@@ -1,0 +1,306 @@
+#include "model/AppModel.h"
+
+#include "process/RepositoryDetection.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+// Tool work mostly waits on child processes, so more of it may run at once
+// than there are cores.
+constexpr int toolThreads = 8;
+
+} // namespace
+
+AppModel::AppModel(const AppModelServices &services, QObject *parent)
+    : QObject(parent)
+    , m_settings(services.settings)
+    , m_prompts(services.prompts)
+    , m_desktop(services.desktop)
+    , m_activity(new ActivityState(this))
+    , m_library(new RepositoryLibrary(m_settings, this))
+    , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
+    , m_workspace(new Workspace(this))
+    , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
+{
+    m_pool.setMaxThreadCount(toolThreads);
+}
+
+AppModel::~AppModel()
+{
+    // The diff loads stop their tool runs; operations already started finish
+    // on their own, and their results are dropped.
+    delete m_diffSelection;
+    m_pool.waitForDone();
+}
+
+void AppModel::start()
+{
+    m_settings.migrateEditorSetting();
+    m_workspace->setCommitUsername(m_settings.commitUsername());
+    m_icons->load();
+    m_library->load();
+
+    std::optional<Repository> selection;
+    if (const std::optional<QString> last = m_settings.lastSelectedRepository())
+        selection = m_library->repositoryWithPath(*last);
+    if (!selection)
+        selection = m_library->firstInSidebarOrder();
+    m_workspace->setSelectedRepository(selection);
+    rememberSelection();
+    if (selection)
+        refresh();
+}
+
+bool AppModel::isSelected(const Repository &repository) const
+{
+    return m_workspace->selectedRepository() == repository;
+}
+
+void AppModel::rememberSelection()
+{
+    const std::optional<Repository> &selected = m_workspace->selectedRepository();
+    m_settings.setLastSelectedRepository(selected ? std::optional(selected->path) : std::nullopt);
+}
+
+void AppModel::clearRepositoryState()
+{
+    m_workspace->clearSnapshot();
+    m_diffSelection->clearForRepositorySwitch();
+}
+
+void AppModel::select(const Repository &repository)
+{
+    m_library->selectFolder(std::nullopt);
+    if (isSelected(repository))
+        return;
+    m_workspace->setSwitchingRepository(true);
+    m_workspace->setSelectedRepository(repository);
+    rememberSelection();
+    clearRepositoryState();
+    refresh();
+}
+
+void AppModel::refresh()
+{
+    const std::optional<Repository> repository = m_workspace->selectedRepository();
+    if (!repository)
+        return;
+    const Repository refreshed = *repository;
+    const VersionControl *backend = &versionControl(refreshed.kind);
+    perform(
+        u"Refreshing "_s + QFileInfo(refreshed.path).fileName(),
+        [backend, path = refreshed.path] { return backend->loadSnapshot(path); },
+        [this, refreshed](const RepositorySnapshot &snapshot) { applySnapshot(refreshed, snapshot); },
+        [this, refreshed] {
+            if (isSelected(refreshed))
+                m_workspace->setSwitchingRepository(false);
+        });
+}
+
+void AppModel::applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot)
+{
+    if (!isSelected(repository))
+        return;
+    m_workspace->setSwitchingRepository(false);
+    m_workspace->setSnapshot(snapshot);
+    m_diffSelection->reconcileAfterRefresh();
+}
+
+void AppModel::addRepository()
+{
+    const std::optional<QString> folder =
+        m_prompts.chooseFolder({u"Choose a Mercurial or Git Repository"_s, u"Add Repository"_s, false});
+    if (folder)
+        addRepositories({QUrl::fromLocalFile(*folder)});
+}
+
+void AppModel::addRepositories(const QList<QUrl> &urls)
+{
+    std::optional<QString> folder;
+    for (const QUrl &url : urls) {
+        const QString path = QDir::cleanPath(url.toLocalFile());
+        if (!path.isEmpty() && QFileInfo(path).isDir()) {
+            folder = path;
+            break;
+        }
+    }
+    if (!folder)
+        return;
+    perform(
+        u"Adding repository"_s, [path = *folder] { return detectRepository(path); },
+        [this](const Repository &repository) { adoptRepository(repository); });
+}
+
+void AppModel::adoptRepository(const Repository &repository)
+{
+    m_library->add(repository);
+    select(repository);
+}
+
+void AppModel::confirmRemove(const Repository &repository)
+{
+    const AlertRequest request{u"Remove “"_s + RepositoryLibrary::displayName(repository.path) + u"” from Tillery?"_s,
+                               u"The repository will only be removed from the app. Files on disk will not be changed."_s,
+                               {u"Remove"_s, u"Cancel"_s}};
+    if (m_prompts.alert(request) == 0)
+        remove(repository);
+}
+
+void AppModel::remove(const Repository &repository)
+{
+    const bool wasSelected = isSelected(repository);
+    m_library->remove(repository);
+    if (!wasSelected)
+        return;
+    const std::optional<Repository> next = m_library->firstInSidebarOrder();
+    if (next)
+        m_workspace->setSwitchingRepository(true);
+    m_workspace->setSelectedRepository(next);
+    rememberSelection();
+    clearRepositoryState();
+    if (next)
+        refresh();
+}
+
+void AppModel::selectSidebarFolder(const std::optional<QUuid> &folderId)
+{
+    m_library->selectFolder(folderId);
+}
+
+void AppModel::createFolder(const std::optional<QString> &repositoryPath)
+{
+    const std::optional<Repository> &selected = m_workspace->selectedRepository();
+    m_library->createFolder(repositoryPath, selected ? std::optional(selected->path) : std::nullopt);
+}
+
+void AppModel::moveIntoFolder(const QString &repositoryPath, const QUuid &folderId)
+{
+    m_library->moveIntoFolder(repositoryPath, folderId);
+}
+
+void AppModel::moveToTopLevel(const QString &repositoryPath)
+{
+    m_library->moveToTopLevel(repositoryPath);
+}
+
+void AppModel::moveRepositoryBefore(const QString &repositoryPath, qsizetype topLevelIndex)
+{
+    m_library->moveBefore(repositoryPath, topLevelIndex);
+}
+
+void AppModel::renameFolder(const QUuid &folderId)
+{
+    const RepositoryFolder *folder = nullptr;
+    for (const RepositoryFolder &candidate : m_library->repositoryFolders()) {
+        if (candidate.id == folderId)
+            folder = &candidate;
+    }
+    if (!folder)
+        return;
+    const std::optional<QString> name =
+        m_prompts.enterText({u"Rename Folder"_s, QString(), folder->name, u"Rename"_s});
+    if (name)
+        m_library->renameFolder(folderId, *name);
+}
+
+void AppModel::removeFolder(const QUuid &folderId)
+{
+    QString name;
+    bool found = false;
+    for (const RepositoryFolder &folder : m_library->repositoryFolders()) {
+        if (folder.id == folderId) {
+            name = folder.name;
+            found = true;
+        }
+    }
+    if (!found)
+        return;
+    const AlertRequest request{
+        u"Remove Folder “"_s + name + u"”?"_s,
+        u"Repositories in this folder will be moved to the main repository list. No files will be changed."_s,
+        {u"Remove Folder"_s, u"Cancel"_s}};
+    if (m_prompts.alert(request) == 0)
+        m_library->removeFolder(folderId);
+}
+
+void AppModel::sortSidebarByName()
+{
+    m_library->sortByName();
+}
+
+bool AppModel::setRepositoryIcon(const QString &repositoryPath, const QByteArray &bytes)
+{
+    return m_icons->setIcon(repositoryPath, bytes);
+}
+
+void AppModel::removeRepositoryIcon(const QString &repositoryPath)
+{
+    m_icons->removeIcon(repositoryPath);
+}
+
+void AppModel::selectFile(const WorkingFile &file)
+{
+    m_diffSelection->selectFile(file);
+}
+
+void AppModel::selectChangeFiles(const QSet<WorkingFile> &files)
+{
+    m_diffSelection->selectChangeFiles(files);
+}
+
+void AppModel::selectChangeset(const Changeset &changeset)
+{
+    m_diffSelection->selectChangeset(changeset);
+}
+
+void AppModel::selectChangesetFile(const WorkingFile &file)
+{
+    m_diffSelection->selectChangesetFile(file);
+}
+
+void AppModel::setSelectedFilePaths(const QSet<QString> &paths)
+{
+    m_diffSelection->setSelectedFilePaths(paths);
+}
+
+void AppModel::setTab(WorkspaceTab tab)
+{
+    if (m_workspace->tab() == tab)
+        return;
+    m_workspace->setTab(tab);
+    m_diffSelection->showPage();
+}
+
+void AppModel::setCommitSummary(const QString &summary)
+{
+    m_workspace->setCommitSummary(summary);
+}
+
+void AppModel::setCommitDescription(const QString &description)
+{
+    m_workspace->setCommitDescription(description);
+}
+
+void AppModel::setCommitUsername(const QString &name)
+{
+    m_workspace->setCommitUsername(name);
+    m_settings.setCommitUsername(name);
+}
+
+void AppModel::setSheetShown(Workspace::Sheet sheet, bool shown)
+{
+    m_workspace->setSheetShown(sheet, shown);
+}
+
+void AppModel::dismissError()
+{
+    m_activity->dismissError();
+}
+
+} // namespace tillery

@@ -1,0 +1,139 @@
+#pragma once
+
+#include "model/ActivityState.h"
+#include "model/Background.h"
+#include "model/Desktop.h"
+#include "model/DiffSelection.h"
+#include "model/ModelSettings.h"
+#include "model/Prompts.h"
+#include "model/RepositoryIcons.h"
+#include "model/RepositoryLibrary.h"
+#include "model/VersionControl.h"
+#include "model/Workspace.h"
+
+#include <QObject>
+#include <QSettings>
+#include <QThreadPool>
+#include <QUrl>
+
+#include <functional>
+
+namespace tillery {
+
+// What the model needs from its surroundings.
+struct AppModelServices {
+    QSettings &settings;
+    Prompts &prompts;
+    Desktop &desktop;
+    // Where custom repository pictures are kept.
+    QString iconFolder;
+};
+
+// The one object every view reads and every command calls. It lives on the
+// main thread and is a facade over its parts: the repository library and
+// sidebar, the icons, the workspace of the selected repository, the diff
+// selection and the activity state. Reading goes through the parts (each
+// field has an accessor and a change signal there); every change goes
+// through the model's operations. Tool work runs off the main thread inside
+// perform(), whose results come back to the main thread.
+class AppModel final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit AppModel(const AppModelServices &services, QObject *parent = nullptr);
+    ~AppModel() override;
+
+    // Reads the settings, loads icons and repositories, restores the last
+    // selection and refreshes it.
+    void start();
+
+    const RepositoryLibrary &library() const { return *m_library; }
+    const RepositoryIcons &icons() const { return *m_icons; }
+    const Workspace &workspace() const { return *m_workspace; }
+    const DiffSelection &diffSelection() const { return *m_diffSelection; }
+    const ActivityState &activityState() const { return *m_activity; }
+    ModelSettings &settings() { return m_settings; }
+    // How many pieces of background work are running now.
+    int runningBackgroundWork() const { return m_pool.activeThreadCount(); }
+
+    // Repositories.
+    void select(const Repository &repository);
+    void refresh();
+    void addRepository();
+    void addRepositories(const QList<QUrl> &urls);
+    void confirmRemove(const Repository &repository);
+    void remove(const Repository &repository);
+
+    // Sidebar.
+    void selectSidebarFolder(const std::optional<QUuid> &folderId);
+    void createFolder(const std::optional<QString> &repositoryPath = std::nullopt);
+    void moveIntoFolder(const QString &repositoryPath, const QUuid &folderId);
+    void moveToTopLevel(const QString &repositoryPath);
+    void moveRepositoryBefore(const QString &repositoryPath, qsizetype topLevelIndex);
+    void renameFolder(const QUuid &folderId);
+    void removeFolder(const QUuid &folderId);
+    void sortSidebarByName();
+
+    // Icons: false when the bytes are not a picture.
+    bool setRepositoryIcon(const QString &repositoryPath, const QByteArray &bytes);
+    void removeRepositoryIcon(const QString &repositoryPath);
+
+    // Selections and the diff pane.
+    void selectFile(const WorkingFile &file);
+    void selectChangeFiles(const QSet<WorkingFile> &files);
+    void selectChangeset(const Changeset &changeset);
+    void selectChangesetFile(const WorkingFile &file);
+    void setSelectedFilePaths(const QSet<QString> &paths);
+    void setTab(WorkspaceTab tab);
+
+    // The commit box and the sheets.
+    void setCommitSummary(const QString &summary);
+    void setCommitDescription(const QString &description);
+    void setCommitUsername(const QString &name);
+    void setSheetShown(Workspace::Sheet sheet, bool shown);
+    void dismissError();
+
+    // The wrapper of every long operation: sets the busy flag and the activity
+    // text, runs `work` on a worker (it must only use value copies), and on
+    // the main thread clears them and calls `onSuccess` with the result, or
+    // `onFailure` and presents the error titled with the activity text.
+    template <typename Work, typename OnSuccess>
+    void perform(const QString &activity, Work work, OnSuccess onSuccess, std::function<void()> onFailure = {},
+                 bool showsBusy = true)
+    {
+        m_activity->begin(activity, showsBusy);
+        runInBackground(&m_pool, this, std::move(work),
+                        [this, activity, showsBusy, onSuccess = std::move(onSuccess),
+                         onFailure = std::move(onFailure)](auto outcome) mutable {
+                            m_activity->end(showsBusy);
+                            if (outcome.succeeded()) {
+                                onSuccess(std::move(*outcome.value));
+                                return;
+                            }
+                            if (onFailure)
+                                onFailure();
+                            m_activity->present(activity, outcome.failure);
+                        });
+    }
+
+    // The success step of adding, cloning and creating a repository.
+    void adoptRepository(const Repository &repository);
+
+private:
+    void applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot);
+    void rememberSelection();
+    void clearRepositoryState();
+    bool isSelected(const Repository &repository) const;
+
+    ModelSettings m_settings;
+    Prompts &m_prompts;
+    Desktop &m_desktop;
+    QThreadPool m_pool;
+    ActivityState *m_activity;
+    RepositoryLibrary *m_library;
+    RepositoryIcons *m_icons;
+    Workspace *m_workspace;
+    DiffSelection *m_diffSelection;
+};
+
+} // namespace tillery

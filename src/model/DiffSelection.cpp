@@ -1,0 +1,424 @@
+#include "model/DiffSelection.h"
+
+#include "model/ActivityState.h"
+#include "model/Background.h"
+#include "model/ImageFiles.h"
+#include "model/ModelSettings.h"
+#include "model/VersionControl.h"
+#include "model/Workspace.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QThreadPool>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+const QString noTextualDiff = u"No textual diff is available for this file."_s;
+const QString unreadableImage = u"This image file could not be previewed."_s;
+const QString previewActivity = u"Loading icon preview"_s;
+const QString loadFailureTitle = u"Loading diff"_s;
+
+PresentedDiffDocument documentOf(const QString &text)
+{
+    return buildDiffDocument(text.isEmpty() ? noTextualDiff : text);
+}
+
+std::optional<WorkingFile> fileWithPath(const QList<WorkingFile> &files, const QString &path)
+{
+    for (const WorkingFile &file : files) {
+        if (file.path == path)
+            return file;
+    }
+    return std::nullopt;
+}
+
+bool isStillOnDisk(const QString &repositoryPath, const WorkingFile &file)
+{
+    if (file.state == FileState::removed || file.state == FileState::missing)
+        return false;
+    return QFileInfo(repositoryPath + u'/' + file.path).isFile();
+}
+
+} // namespace
+
+DiffSelection::DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings,
+                             QThreadPool &pool, QObject *parent)
+    : QObject(parent)
+    , m_workspace(workspace)
+    , m_activity(activity)
+    , m_settings(settings)
+    , m_pool(pool)
+    , m_diff(emptyDiffDocument())
+{
+    m_pendingSelection.setSingleShot(true);
+    m_pendingSelection.setInterval(0);
+    connect(&m_pendingSelection, &QTimer::timeout, this, [this] {
+        if (m_pendingFile && m_selectedChangeFiles.contains(*m_pendingFile))
+            selectFile(*m_pendingFile);
+    });
+    m_indicatorTimer.setSingleShot(true);
+    m_indicatorTimer.setInterval(indicatorDelayMilliseconds);
+    connect(&m_indicatorTimer, &QTimer::timeout, this, [this] {
+        if (m_isLoadingDiff)
+            setLoadingFlags(true, true);
+    });
+}
+
+DiffSelection::~DiffSelection()
+{
+    m_workingDiffTask.cancel();
+    m_changesetFilesTask.cancel();
+}
+
+void DiffSelection::cancelLoad()
+{
+    ++m_loadGeneration;
+    m_workingDiffTask.cancel();
+}
+
+void DiffSelection::cancelPendingSelection()
+{
+    m_pendingSelection.stop();
+    m_pendingFile.reset();
+}
+
+void DiffSelection::startDiffLoadingIndicator()
+{
+    setLoadingFlags(true, false);
+    m_indicatorTimer.start();
+}
+
+void DiffSelection::stopDiffLoadingIndicator()
+{
+    m_indicatorTimer.stop();
+    setLoadingFlags(false, false);
+}
+
+void DiffSelection::setLoadingFlags(bool loading, bool indicatorShown)
+{
+    if (m_isLoadingDiff != loading) {
+        m_isLoadingDiff = loading;
+        Q_EMIT isLoadingDiffChanged(loading);
+    }
+    if (m_showDiffLoadingIndicator != indicatorShown) {
+        m_showDiffLoadingIndicator = indicatorShown;
+        Q_EMIT showDiffLoadingIndicatorChanged(indicatorShown);
+    }
+}
+
+void DiffSelection::selectFile(const WorkingFile &file)
+{
+    const std::optional<Repository> repository = m_workspace.selectedRepository();
+    if (!repository)
+        return;
+    cancelLoad();
+    setSelectedFile(file);
+    m_settings.rememberSelectedFile(repository->path, file.path);
+    setPreviewImage(QImage());
+
+    const QString repositoryPath = repository->path;
+    if (isImageFile(file.path) && isStillOnDisk(repositoryPath, file)) {
+        stopDiffLoadingIndicator();
+        setDiff(emptyDiffDocument());
+        const QString path = repositoryPath + u'/' + file.path;
+        loadPreview([path] {
+            QFile image(path);
+            return image.open(QIODevice::ReadOnly) ? image.readAll() : QByteArray();
+        });
+        return;
+    }
+    const VersionControl *backend = &versionControl(repository->kind);
+    startDiffLoadingIndicator();
+    loadDiff([backend, repositoryPath, file](const std::function<bool()> &isCancelled) {
+        return backend->workingDiff(repositoryPath, file, isCancelled);
+    }, false);
+}
+
+void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes)
+{
+    m_activity.setActivity(previewActivity);
+    const quint64 generation = m_loadGeneration;
+    m_workingDiffTask = runInBackground(&m_pool, this, [readBytes] { return decodeImage(readBytes()); },
+                                        [this, generation](Outcome<QImage> outcome) {
+        if (generation != m_loadGeneration)
+            return;
+        m_activity.setActivity(QString());
+        if (outcome.succeeded() && !outcome.value->isNull())
+            setPreviewImage(*outcome.value);
+        else if (outcome.succeeded())
+            setDiff(buildDiffDocument(unreadableImage));
+        else
+            presentLoadFailure(outcome.failure);
+    });
+}
+
+void DiffSelection::loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity)
+{
+    const quint64 generation = m_loadGeneration;
+    m_workingDiffTask = runCancellableInBackground(
+        &m_pool, this, [loadText](const CancellationCheck &isCancelled) { return documentOf(loadText(isCancelled)); },
+        [this, generation, clearsActivity](Outcome<PresentedDiffDocument> outcome) {
+            if (generation != m_loadGeneration)
+                return;
+            stopDiffLoadingIndicator();
+            if (clearsActivity)
+                m_activity.setActivity(QString());
+            if (outcome.succeeded())
+                setDiff(*outcome.value);
+            else
+                presentLoadFailure(outcome.failure);
+        });
+}
+
+void DiffSelection::presentLoadFailure(const QString &message)
+{
+    m_activity.present(loadFailureTitle, message);
+}
+
+void DiffSelection::selectChangeFiles(const QSet<WorkingFile> &files)
+{
+    setSelectedChangeFiles(files);
+    if (files.isEmpty()) {
+        cancelPendingSelection();
+        cancelLoad();
+        setSelectedFile(std::nullopt);
+        setPreviewImage(QImage());
+        setDiff(emptyDiffDocument());
+        stopDiffLoadingIndicator();
+        return;
+    }
+    if (m_selectedFile && files.contains(*m_selectedFile))
+        return;
+    for (const WorkingFile &file : m_workspace.snapshot().files) {
+        if (files.contains(file)) {
+            m_pendingFile = file;
+            m_pendingSelection.start();
+            return;
+        }
+    }
+}
+
+void DiffSelection::selectChangeset(const Changeset &changeset)
+{
+    if (!m_workspace.selectedRepository())
+        return;
+    cancelLoad();
+    cancelPendingSelection();
+    stopDiffLoadingIndicator();
+    setSelectedChangeset(changeset);
+    setChangesetFiles({});
+    setSelectedChangesetFile(std::nullopt);
+    setPreviewImage(QImage());
+    setDiff(emptyDiffDocument());
+    loadChangesetFiles(changeset, std::nullopt);
+}
+
+void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::optional<WorkingFile> &keep)
+{
+    const Repository repository = *m_workspace.selectedRepository();
+    const VersionControl *backend = &versionControl(repository.kind);
+    const QString word = backend->wording().changeset;
+    m_activity.setActivity(u"Loading "_s + word + u" files"_s);
+    m_changesetFilesTask.cancel();
+    m_changesetFilesTask = runInBackground(
+        &m_pool, this, [backend, repository, changeset] { return backend->changesetFiles(repository.path, changeset); },
+        [this, changeset, keep, word](Outcome<QList<WorkingFile>> outcome) {
+            if (!m_selectedChangeset || m_selectedChangeset->node != changeset.node)
+                return;
+            m_activity.setActivity(QString());
+            if (!outcome.succeeded()) {
+                presentLoadFailure(outcome.failure);
+                return;
+            }
+            setChangesetFiles(*outcome.value);
+            if (outcome.value->isEmpty()) {
+                setDiff(buildDiffDocument(u"This "_s + word + u" has no changed files."_s));
+                return;
+            }
+            const std::optional<WorkingFile> kept = keep ? fileWithPath(*outcome.value, keep->path) : std::nullopt;
+            selectChangesetFile(kept.value_or(outcome.value->first()));
+        });
+}
+
+void DiffSelection::selectChangesetFile(const WorkingFile &file)
+{
+    const std::optional<Repository> repository = m_workspace.selectedRepository();
+    if (!repository || !m_selectedChangeset)
+        return;
+    cancelLoad();
+    setSelectedChangesetFile(file);
+    setPreviewImage(QImage());
+
+    const VersionControl *backend = &versionControl(repository->kind);
+    const QString repositoryPath = repository->path;
+    const Changeset changeset = *m_selectedChangeset;
+    if (isImageFile(file.path)) {
+        stopDiffLoadingIndicator();
+        setDiff(emptyDiffDocument());
+        loadPreview([backend, repositoryPath, changeset, file] {
+            return backend->fileContents(repositoryPath, changeset, file);
+        });
+        return;
+    }
+    m_activity.setActivity(u"Loading file diff"_s);
+    startDiffLoadingIndicator();
+    loadDiff([backend, repositoryPath, changeset, file](const std::function<bool()> &) {
+        return backend->changesetDiff(repositoryPath, changeset, file.path);
+    }, true);
+}
+
+void DiffSelection::setSelectedFilePaths(const QSet<QString> &paths)
+{
+    if (m_selectedFilePaths == paths)
+        return;
+    m_selectedFilePaths = paths;
+    Q_EMIT selectedFilePathsChanged();
+}
+
+void DiffSelection::showDocument(const PresentedDiffDocument &document)
+{
+    cancelLoad();
+    stopDiffLoadingIndicator();
+    setPreviewImage(QImage());
+    setDiff(document);
+}
+
+void DiffSelection::clearShownDiff()
+{
+    cancelLoad();
+    stopDiffLoadingIndicator();
+    setPreviewImage(QImage());
+    setDiff(emptyDiffDocument());
+}
+
+void DiffSelection::clearForRepositorySwitch()
+{
+    cancelPendingSelection();
+    m_changesetFilesTask.cancel();
+    clearShownDiff();
+    setChangesetFiles({});
+    setSelectedChangeFiles({});
+    setSelectedFilePaths({});
+    setSelectedFile(std::nullopt);
+    setSelectedChangeset(std::nullopt);
+    setSelectedChangesetFile(std::nullopt);
+}
+
+void DiffSelection::reconcileAfterRefresh()
+{
+    const RepositorySnapshot &snapshot = m_workspace.snapshot();
+    QSet<QString> paths;
+    for (const WorkingFile &file : snapshot.files)
+        paths.insert(file.path);
+
+    QSet<QString> marked;
+    for (const QString &path : std::as_const(m_selectedFilePaths)) {
+        if (paths.contains(path))
+            marked.insert(path);
+    }
+    setSelectedFilePaths(marked);
+    QSet<WorkingFile> selected;
+    for (const WorkingFile &file : std::as_const(m_selectedChangeFiles)) {
+        if (const std::optional<WorkingFile> current = fileWithPath(snapshot.files, file.path))
+            selected.insert(*current);
+    }
+    setSelectedChangeFiles(selected);
+    showPage();
+}
+
+void DiffSelection::showPage()
+{
+    const RepositorySnapshot &snapshot = m_workspace.snapshot();
+    if (m_workspace.tab() == WorkspaceTab::changes) {
+        std::optional<WorkingFile> focus = m_selectedFile ? fileWithPath(snapshot.files, m_selectedFile->path) : std::nullopt;
+        if (!focus && m_workspace.selectedRepository()) {
+            const QString remembered = m_settings.selectedFilesByRepository().value(m_workspace.selectedRepository()->path);
+            if (!remembered.isEmpty())
+                focus = fileWithPath(snapshot.files, remembered);
+        }
+        if (focus) {
+            selectFile(*focus);
+        } else {
+            setSelectedFile(std::nullopt);
+            clearShownDiff();
+        }
+        return;
+    }
+    std::optional<Changeset> kept;
+    if (m_selectedChangeset) {
+        for (const Changeset &changeset : snapshot.history) {
+            if (changeset.node == m_selectedChangeset->node)
+                kept = changeset;
+        }
+    }
+    if (!kept) {
+        m_changesetFilesTask.cancel();
+        setSelectedChangeset(std::nullopt);
+        setChangesetFiles({});
+        setSelectedChangesetFile(std::nullopt);
+        clearShownDiff();
+        return;
+    }
+    setSelectedChangeset(kept);
+    loadChangesetFiles(*kept, m_selectedChangesetFile);
+}
+
+void DiffSelection::setSelectedFile(const std::optional<WorkingFile> &file)
+{
+    if (m_selectedFile == file)
+        return;
+    m_selectedFile = file;
+    Q_EMIT selectedFileChanged();
+}
+
+void DiffSelection::setSelectedChangeFiles(const QSet<WorkingFile> &files)
+{
+    if (m_selectedChangeFiles == files)
+        return;
+    m_selectedChangeFiles = files;
+    Q_EMIT selectedChangeFilesChanged();
+}
+
+void DiffSelection::setSelectedChangeset(const std::optional<Changeset> &changeset)
+{
+    if (m_selectedChangeset == changeset)
+        return;
+    m_selectedChangeset = changeset;
+    Q_EMIT selectedChangesetChanged();
+}
+
+void DiffSelection::setChangesetFiles(const QList<WorkingFile> &files)
+{
+    if (m_changesetFiles == files)
+        return;
+    m_changesetFiles = files;
+    Q_EMIT changesetFilesChanged();
+}
+
+void DiffSelection::setSelectedChangesetFile(const std::optional<WorkingFile> &file)
+{
+    if (m_selectedChangesetFile == file)
+        return;
+    m_selectedChangesetFile = file;
+    Q_EMIT selectedChangesetFileChanged();
+}
+
+void DiffSelection::setDiff(const PresentedDiffDocument &document)
+{
+    m_diff = document;
+    Q_EMIT diffChanged();
+}
+
+void DiffSelection::setPreviewImage(const QImage &image)
+{
+    if (m_previewImage.isNull() && image.isNull())
+        return;
+    m_previewImage = image;
+    Q_EMIT previewImageChanged();
+}
+
+} // namespace tillery

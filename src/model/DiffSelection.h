@@ -1,0 +1,122 @@
+#pragma once
+
+#include "diff/DiffDocument.h"
+#include "records/Changeset.h"
+#include "records/WorkingFile.h"
+
+#include <QFuture>
+#include <QImage>
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QTimer>
+
+#include <optional>
+
+class QThreadPool;
+
+namespace tillery {
+
+class ActivityState;
+class ModelSettings;
+class Workspace;
+
+// What the diff pane shows and the selections that decide it: the focused
+// working file or changeset file, the Changes list's selection, the files
+// marked for commit, the loaded document or picture, and the loading
+// indicator. At most one load is in flight; a newer selection cancels the
+// older load, whose tool run is stopped and whose result is dropped.
+class DiffSelection final : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr int indicatorDelayMilliseconds = 500;
+
+    DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings, QThreadPool &pool,
+                  QObject *parent = nullptr);
+    ~DiffSelection() override;
+
+    const std::optional<WorkingFile> &selectedFile() const { return m_selectedFile; }
+    const QSet<WorkingFile> &selectedChangeFiles() const { return m_selectedChangeFiles; }
+    const QSet<QString> &selectedFilePaths() const { return m_selectedFilePaths; }
+    const std::optional<Changeset> &selectedChangeset() const { return m_selectedChangeset; }
+    const QList<WorkingFile> &changesetFiles() const { return m_changesetFiles; }
+    const std::optional<WorkingFile> &selectedChangesetFile() const { return m_selectedChangesetFile; }
+    const PresentedDiffDocument &diff() const { return m_diff; }
+    const QImage &previewImage() const { return m_previewImage; }
+    bool isLoadingDiff() const { return m_isLoadingDiff; }
+    bool showDiffLoadingIndicator() const { return m_showDiffLoadingIndicator; }
+
+    void selectFile(const WorkingFile &file);
+    // A burst of changes within one turn of the event loop loads once.
+    void selectChangeFiles(const QSet<WorkingFile> &files);
+    void selectChangeset(const Changeset &changeset);
+    void selectChangesetFile(const WorkingFile &file);
+    void setSelectedFilePaths(const QSet<QString> &paths);
+    // Puts a finished document (a comparison, say) on screen.
+    void showDocument(const PresentedDiffDocument &document);
+
+    // Everything of the previous repository goes; nothing is loading after.
+    void clearForRepositorySwitch();
+    // Makes the selections agree with a new snapshot and reloads what is shown.
+    void reconcileAfterRefresh();
+    // Shows what belongs to the page now on screen.
+    void showPage();
+
+    void startDiffLoadingIndicator();
+    void stopDiffLoadingIndicator();
+
+Q_SIGNALS:
+    void selectedFileChanged();
+    void selectedChangeFilesChanged();
+    void selectedFilePathsChanged();
+    void selectedChangesetChanged();
+    void changesetFilesChanged();
+    void selectedChangesetFileChanged();
+    void diffChanged();
+    void previewImageChanged();
+    void isLoadingDiffChanged(bool loading);
+    void showDiffLoadingIndicatorChanged(bool shown);
+
+private:
+    void cancelLoad();
+    void cancelPendingSelection();
+    void clearShownDiff();
+    void setSelectedFile(const std::optional<WorkingFile> &file);
+    void setSelectedChangeFiles(const QSet<WorkingFile> &files);
+    void setSelectedChangeset(const std::optional<Changeset> &changeset);
+    void setChangesetFiles(const QList<WorkingFile> &files);
+    void setSelectedChangesetFile(const std::optional<WorkingFile> &file);
+    void setDiff(const PresentedDiffDocument &document);
+    void setPreviewImage(const QImage &image);
+    void setLoadingFlags(bool loading, bool indicatorShown);
+    void loadPreview(const std::function<QByteArray()> &readBytes);
+    void loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity);
+    void loadChangesetFiles(const Changeset &changeset, const std::optional<WorkingFile> &keep);
+    void presentLoadFailure(const QString &message);
+
+    Workspace &m_workspace;
+    ActivityState &m_activity;
+    ModelSettings &m_settings;
+    QThreadPool &m_pool;
+
+    std::optional<WorkingFile> m_selectedFile;
+    QSet<WorkingFile> m_selectedChangeFiles;
+    QSet<QString> m_selectedFilePaths;
+    std::optional<Changeset> m_selectedChangeset;
+    QList<WorkingFile> m_changesetFiles;
+    std::optional<WorkingFile> m_selectedChangesetFile;
+    PresentedDiffDocument m_diff;
+    QImage m_previewImage;
+    bool m_isLoadingDiff = false;
+    bool m_showDiffLoadingIndicator = false;
+
+    QFuture<void> m_workingDiffTask;
+    QFuture<void> m_changesetFilesTask;
+    quint64 m_loadGeneration = 0;
+    QTimer m_pendingSelection;
+    std::optional<WorkingFile> m_pendingFile;
+    QTimer m_indicatorTimer;
+};
+
+} // namespace tillery

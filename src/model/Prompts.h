@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tillery {
+
+// An alert with a message, an explanation and its buttons, first is default.
+struct AlertRequest {
+    QString message;
+    QString informativeText;
+    QStringList buttons;
+};
+
+// An alert that offers a list to choose from, with its action and "Cancel".
+struct ChoiceRequest {
+    QString title;
+    QString informativeText;
+    QStringList choices;
+    QString actionButton;
+};
+
+struct TextRequest {
+    QString title;
+    QString informativeText;
+    QString initialText;
+    QString actionButton;
+};
+
+struct FolderRequest {
+    QString title;
+    QString confirmButton;
+    // When true the folder may be one that does not exist yet (a new folder).
+    bool allowsNewFolder = false;
+};
+
+// Everything the model asks the person. The interface answers synchronously
+// on the main thread; the window shows dialogs, the tests answer from a script.
+class Prompts {
+public:
+    virtual ~Prompts() = default;
+
+    // The index of the button pressed; nothing when the alert was dismissed.
+    virtual std::optional<int> alert(const AlertRequest &request) = 0;
+    // The index of the chosen entry; nothing on "Cancel".
+    virtual std::optional<int> choose(const ChoiceRequest &request) = 0;
+    virtual std::optional<QString> enterText(const TextRequest &request) = 0;
+    virtual std::optional<QString> chooseFolder(const FolderRequest &request) = 0;
+};
+
+} // namespace tillery

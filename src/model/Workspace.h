@@ -1,0 +1,69 @@
+#pragma once
+
+#include "records/Repository.h"
+#include "records/RepositorySnapshot.h"
+#include "records/WorkspaceTab.h"
+
+#include <QObject>
+#include <QString>
+
+#include <optional>
+
+namespace tillery {
+
+// The selected repository with everything its last refresh loaded, the page
+// shown, the commit box's texts and the sheets' flags.
+class Workspace final : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    const std::optional<Repository> &selectedRepository() const { return m_selectedRepository; }
+    // files, history, bookmarks, branch, activeBookmark, paths (the remote
+    // paths), defaultBranch and currentBranchIsPublished of the last refresh.
+    const RepositorySnapshot &snapshot() const { return m_snapshot; }
+    bool isSwitchingRepository() const { return m_isSwitchingRepository; }
+    WorkspaceTab tab() const { return m_tab; }
+    const QString &commitSummary() const { return m_commitSummary; }
+    const QString &commitDescription() const { return m_commitDescription; }
+    const QString &commitUsername() const { return m_commitUsername; }
+
+    enum class Sheet { clone, bookmark, remote, about };
+    bool isSheetShown(Sheet sheet) const;
+
+    void setSelectedRepository(const std::optional<Repository> &repository);
+    void setSnapshot(const RepositorySnapshot &snapshot);
+    // What a repository shows before its first refresh.
+    void clearSnapshot();
+    void setSwitchingRepository(bool switching);
+    void setTab(WorkspaceTab tab);
+    void setCommitSummary(const QString &summary);
+    void setCommitDescription(const QString &description);
+    void setCommitUsername(const QString &name);
+    void setSheetShown(Sheet sheet, bool shown);
+
+    static RepositorySnapshot emptySnapshot();
+
+Q_SIGNALS:
+    void selectedRepositoryChanged();
+    void snapshotChanged();
+    void isSwitchingRepositoryChanged(bool switching);
+    void tabChanged(tillery::WorkspaceTab tab);
+    void commitSummaryChanged(const QString &summary);
+    void commitDescriptionChanged(const QString &description);
+    void commitUsernameChanged(const QString &name);
+    void sheetsChanged();
+
+private:
+    std::optional<Repository> m_selectedRepository;
+    RepositorySnapshot m_snapshot = emptySnapshot();
+    bool m_isSwitchingRepository = false;
+    WorkspaceTab m_tab = WorkspaceTab::changes;
+    QString m_commitSummary;
+    QString m_commitDescription;
+    QString m_commitUsername;
+    bool m_sheets[4] = {false, false, false, false};
+};
+
+} // namespace tillery

@@ -1,0 +1,41 @@
+#include "ModelHarness.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery::test {
+
+ModelHarness::ModelHarness()
+    : m_settings(std::make_unique<QSettings>(m_folder.filePath(u"settings.ini"_s), QSettings::IniFormat))
+{
+}
+
+AppModel &ModelHarness::start()
+{
+    m_model.reset();
+    m_model = std::make_unique<AppModel>(AppModelServices{*m_settings, prompts, desktop, iconFolder()});
+    m_model->start();
+    return *m_model;
+}
+
+bool ModelHarness::settle(int timeoutMilliseconds)
+{
+    const QDeadlineTimer deadline(timeoutMilliseconds);
+    while (!deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (m_model->runningBackgroundWork() == 0) {
+            // The last piece's continuation is queued by now.
+            QCoreApplication::processEvents();
+            QCoreApplication::processEvents();
+            if (m_model->runningBackgroundWork() == 0)
+                return true;
+        }
+        QTest::qSleep(2);
+    }
+    return false;
+}
+
+} // namespace tillery::test

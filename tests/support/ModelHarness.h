@@ -1,0 +1,39 @@
+#pragma once
+
+#include "ScriptedPrompts.h"
+
+#include "model/AppModel.h"
+
+#include <QSettings>
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace tillery::test {
+
+// An AppModel on settings in a temporary file, with scripted prompts and a
+// recording desktop. The settings and the icon folder outlive restarts.
+class ModelHarness {
+public:
+    ModelHarness();
+
+    QSettings &settings() { return *m_settings; }
+    ModelSettings modelSettings() { return ModelSettings(*m_settings); }
+    QString iconFolder() const { return m_folder.filePath(QStringLiteral("Repository Icons")); }
+
+    // A new model over the same settings, started.
+    AppModel &start();
+    AppModel &model() { return *m_model; }
+    // Waits until the model's background work and its continuations are done.
+    bool settle(int timeoutMilliseconds = 20000);
+
+    ScriptedPrompts prompts;
+    RecordingDesktop desktop;
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<QSettings> m_settings;
+    std::unique_ptr<AppModel> m_model;
+};
+
+} // namespace tillery::test

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "model/Desktop.h"
+#include "model/Prompts.h"
+
+#include <QList>
+#include <QStringList>
+
+#include <optional>
+
+namespace tillery::test {
+
+// Answers the model's questions from a script and records what was asked.
+class ScriptedPrompts final : public Prompts {
+public:
+    std::optional<int> alert(const AlertRequest &request) override;
+    std::optional<int> choose(const ChoiceRequest &request) override;
+    std::optional<QString> enterText(const TextRequest &request) override;
+    std::optional<QString> chooseFolder(const FolderRequest &request) override;
+
+    // Answers, used first to last; an alert or choice without an answer is dismissed.
+    QList<std::optional<int>> alertAnswers;
+    QList<std::optional<int>> choiceAnswers;
+    QList<std::optional<QString>> textAnswers;
+    QList<std::optional<QString>> folderAnswers;
+
+    QList<AlertRequest> alerts;
+    QList<ChoiceRequest> choices;
+    QList<TextRequest> texts;
+    QList<FolderRequest> folders;
+};
+
+// Records the desktop services asked for; the Trash is a real one in the
+// test's home folder.
+class RecordingDesktop final : public Desktop {
+public:
+    void open(const QString &path) override;
+    void reveal(const QString &path) override;
+    std::optional<QString> moveToTrash(const QString &path) override;
+    void copyToClipboard(const QString &text) override;
+
+    QStringList opened;
+    QStringList revealed;
+    QStringList trashed;
+    QStringList clipboard;
+};
+
+} // namespace tillery::test
