@@ -57,14 +57,16 @@ OutcomeOf<std::invoke_result_t<Work &>> captureOutcome(Work &work)
 } // namespace background
 
 // Runs `work` on the pool and hands its outcome to `done` on the context's
-// thread; when the context is gone by then, `done` never runs.
+// thread; when the context is gone by then, or the returned future was
+// cancelled, `done` never runs.
 template <typename Work, typename Done>
 QFuture<void> runInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &>>;
     QFuture<Captured> future =
         QtConcurrent::run(pool, [work = std::move(work)]() mutable { return background::captureOutcome(work); });
-    return future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
+    future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
+    return QFuture<void>(future);
 }
 
 // The same for work that takes a cancellation check: cancelling the returned
@@ -80,7 +82,8 @@ QFuture<void> runCancellableInBackground(QThreadPool *pool, QObject *context, Wo
         if (!promise.isCanceled())
             promise.addResult(std::move(outcome));
     });
-    return future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
+    future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
+    return QFuture<void>(future);
 }
 
 } // namespace tillery

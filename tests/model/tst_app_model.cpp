@@ -104,7 +104,7 @@ private Q_SLOTS:
         const GitFixture fast;
         fast.write(u"from-fast.txt"_s, "x\n");
         test::FakeToolBehaviour behaviour;
-        behaviour.customBody = "sleep 1; exec hg \"$@\"";
+        behaviour.customBody = "[ \"$2\" = status ] && sleep 1\nexec hg \"$@\"";
         const test::FakeTool slowHg(behaviour);
         const test::ScopedEnvironmentVariable override("HG", slowHg.path().toUtf8());
 
