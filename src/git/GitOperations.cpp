@@ -186,18 +186,11 @@ Repository createRepository(const QString &path)
 
 void setRemoteAddress(const QString &repositoryPath, const QString &address)
 {
-    std::optional<QString> valid = validRemoteAddress(address);
-    if (!valid)
-        throw GitFailure::malformedOutput(u"enter a valid remote address"_s);
-    if (isMaskedRemoteAddress(*valid)) {
-        const QString stored = decodeUtf8OrEmpty(run(originUrlCommand(), repositoryPath).standardOutput).trimmed();
-        valid = restoreMaskedPassword(*valid, stored);
-        if (!valid)
-            throw GitFailure::malformedOutput(
-                u"the masked remote password could not be restored; enter the password again"_s);
-    }
+    const QString stored = addressToStore<GitFailure>(address, [&] {
+        return decodeUtf8OrEmpty(run(originUrlCommand(), repositoryPath).standardOutput).trimmed();
+    });
     const QStringList remotes = parseLines(run(remotesCommand(), repositoryPath).standardOutput);
-    run(remotes.contains(u"origin"_s) ? setOriginCommand(*valid) : addOriginCommand(*valid), repositoryPath);
+    run(remotes.contains(u"origin"_s) ? setOriginCommand(stored) : addOriginCommand(stored), repositoryPath);
 }
 
 } // namespace tillery::git

@@ -2,6 +2,7 @@
 
 #include "mercurial/IniText.h"
 #include "process/Failure.h"
+#include "process/RemoteAddress.h"
 #include "process/ToolFailure.h"
 #include "records/TextDecoding.h"
 
@@ -70,7 +71,7 @@ void writeDefaultPath(const QString &repositoryPath, const QString &address)
     const QString path = writablePath(repositoryPath, repositoryPath + u"/.hg/hgrc"_s);
     const std::optional<QString> text = setIniValue(readConfiguration(path), u"paths"_s, u"default"_s, address);
     if (!text)
-        throw MercurialFailure::malformedOutput(u"enter a valid remote address"_s);
+        throw MercurialFailure::malformedOutput(invalidAddressSentence());
     writeConfiguration(path, *text);
 }
 

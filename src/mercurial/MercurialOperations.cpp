@@ -137,18 +137,10 @@ Repository createRepository(const QString &path)
 
 void setDefaultRemote(const QString &address, const QString &repositoryPath)
 {
-    std::optional<QString> valid = validRemoteAddress(address);
-    if (!valid)
-        throw MercurialFailure::malformedOutput(u"enter a valid remote address"_s);
-    if (isMaskedRemoteAddress(*valid)) {
-        const QString stored =
-            decodeUtf8OrEmpty(runMercurial(storedDefaultPathCommand(), repositoryPath).standardOutput).trimmed();
-        valid = restoreMaskedPassword(*valid, stored);
-        if (!valid)
-            throw MercurialFailure::malformedOutput(
-                u"the masked remote password could not be restored; enter the password again"_s);
-    }
-    writeDefaultPath(repositoryPath, *valid);
+    const QString stored = addressToStore<MercurialFailure>(address, [&] {
+        return decodeUtf8OrEmpty(runMercurial(storedDefaultPathCommand(), repositoryPath).standardOutput).trimmed();
+    });
+    writeDefaultPath(repositoryPath, stored);
 }
 
 } // namespace tillery::mercurial

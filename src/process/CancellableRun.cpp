@@ -1,5 +1,6 @@
 #include "process/CancellableRun.h"
 
+#include "process/ChildPriority.h"
 #include "process/Failure.h"
 #include "records/UuidText.h"
 
@@ -69,6 +70,7 @@ CommandOutput runCommand(const QString &executable, const QStringList &arguments
     if (environment)
         process.setProcessEnvironment(*environment);
     process.setStandardInputFile(QProcess::nullDevice());
+    runAtBackgroundPriority(process);
     process.setStandardOutputFile(outputPath);
     process.setStandardErrorFile(errorPath);
 

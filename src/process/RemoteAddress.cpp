@@ -64,6 +64,16 @@ std::optional<QString> validRemoteAddress(const QString &entered)
     return address;
 }
 
+QString invalidAddressSentence()
+{
+    return u"enter a valid remote address"_s;
+}
+
+QString unrestorablePasswordSentence()
+{
+    return u"the masked remote password could not be restored; enter the password again"_s;
+}
+
 QString withPasswordsMasked(const QString &text)
 {
     static const QRegularExpression password(uR"((\b[A-Za-z][A-Za-z0-9+.\-]*://[^\s/@:]*:)[^\s/@]+@)"_s);

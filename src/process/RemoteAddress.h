@@ -1,7 +1,10 @@
 #pragma once
 
+#include "process/ToolFailure.h"
+
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace tillery {
@@ -20,6 +23,27 @@ std::optional<QString> restoreMaskedPassword(const QString &entered, const QStri
 // The address as entered, trimmed; nothing when it is empty, holds a line
 // break or begins with "-" (it would be read as an option).
 std::optional<QString> validRemoteAddress(const QString &entered);
+
+// The sentences of the two ways an entered address is refused.
+QString invalidAddressSentence();
+QString unrestorablePasswordSentence();
+
+// The address to store for what the person entered: trimmed and checked, and
+// for a masked address with the password of the stored one (asked for only
+// then). Refusals are the backend's malformedOutput failures.
+template <typename BackendFailure>
+QString addressToStore(const QString &entered, const std::function<QString()> &storedAddress)
+{
+    std::optional<QString> address = validRemoteAddress(entered);
+    if (!address)
+        throw BackendFailure::malformedOutput(invalidAddressSentence());
+    if (isMaskedRemoteAddress(*address)) {
+        address = restoreMaskedPassword(*address, storedAddress());
+        if (!address)
+            throw BackendFailure::malformedOutput(unrestorablePasswordSentence());
+    }
+    return *address;
+}
 
 // The text with the password of every URL in it replaced by "***", for
 // messages that may quote an address.

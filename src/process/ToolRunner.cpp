@@ -1,5 +1,6 @@
 #include "process/ToolRunner.h"
 
+#include "process/ChildPriority.h"
 #include "process/Executables.h"
 #include "records/UuidText.h"
 
@@ -52,6 +53,7 @@ FinishedRun runBlocking(const ToolInvocation &tool, const QStringList &arguments
         process.setWorkingDirectory(*directory);
     process.setProcessEnvironment(tool.environment);
     process.setStandardInputFile(QProcess::nullDevice());
+    runAtBackgroundPriority(process);
     process.setStandardErrorFile(errorPath);
     process.setReadChannel(QProcess::StandardOutput);
 

@@ -1,5 +1,6 @@
 #include "Cancellation.h"
 #include "DiffText.h"
+#include "Checks.h"
 #include "FakeTool.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
@@ -15,6 +16,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::failureOf;
 using test::changedLines;
 using test::diffHeaders;
 using test::FakeTool;
@@ -24,17 +26,6 @@ using test::ScopedEnvironmentVariable;
 namespace {
 
 const CancellationCheck never = [] { return false; };
-
-template <typename Call>
-QString failureOf(Call call)
-{
-    try {
-        call();
-    } catch (const GitFailure &failure) {
-        return failure.description();
-    }
-    return u"(no failure)"_s;
-}
 
 } // namespace
 

@@ -1,3 +1,4 @@
+#include "Checks.h"
 #include "FakeTool.h"
 #include "MercurialServer.h"
 #include "RecordPrinting.h"
@@ -18,26 +19,11 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::failureOf;
+using test::readFile;
 using test::MercurialFixture;
 
 namespace {
-
-template <typename Call>
-QString failureOf(Call call)
-{
-    try {
-        call();
-    } catch (const Failure &failure) {
-        return failure.description();
-    }
-    return u"(no failure)"_s;
-}
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-}
 
 QString lastDescription(const MercurialFixture &repository)
 {

@@ -15,6 +15,7 @@
 #include <QtConcurrent>
 
 #include <atomic>
+#include <sys/resource.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -163,6 +164,8 @@ private Q_SLOTS:
         QCOMPARE(output, (CommandOutput{"out", "err", 0}));
         QCOMPARE(fake.receivedArguments(), QStringList{firstArgument} + arguments);
         QCOMPARE(fake.receivedWorkingDirectory(), directory.path());
+        // Children yield the processor to the application's own threads.
+        QCOMPARE(fake.receivedNiceness(), std::min(getpriority(PRIO_PROCESS, 0) + 10, 19));
         for (const QByteArray &variable : expectedVariables) {
             const QList<QByteArray> parts = variable.split('=');
             QCOMPARE(fake.receivedEnvironmentVariable(parts[0]), parts[1]);

@@ -46,6 +46,7 @@ FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
               + quoted(file("arguments")) + "\n";
     script += "pwd > " + quoted(file("directory")) + "\n";
     script += "env -0 > " + quoted(file("environment")) + "\n";
+    script += "nice > " + quoted(file("niceness")) + "\n";
     if (behaviour.customBody.isEmpty()) {
         script += "cat " + quoted(file("stdout")) + "\n";
         script += "cat " + quoted(file("stderr")) + " >&2\n";
@@ -91,6 +92,11 @@ QByteArray FakeTool::receivedEnvironmentVariable(const QByteArray &name) const
             return entry.mid(name.size() + 1);
     }
     return QByteArray();
+}
+
+int FakeTool::receivedNiceness() const
+{
+    return readFile(file("niceness")).trimmed().toInt();
 }
 
 qint64 FakeTool::processId() const

@@ -30,6 +30,8 @@ public:
     QStringList receivedArguments() const;
     QString receivedWorkingDirectory() const;
     QByteArray receivedEnvironmentVariable(const QByteArray &name) const;
+    // The scheduling niceness the last run had.
+    int receivedNiceness() const;
     // The pid of the last run, once it has started (0 before).
     qint64 processId() const;
 

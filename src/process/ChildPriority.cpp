@@ -1,0 +1,30 @@
+#include "process/ChildPriority.h"
+
+#include <QProcess>
+
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <unistd.h>
+#endif
+
+namespace tillery {
+
+namespace {
+constexpr int backgroundNiceness = 10;
+}
+
+void runAtBackgroundPriority(QProcess &process)
+{
+#ifdef Q_OS_UNIX
+    process.setChildProcessModifier([] {
+        const int savedErrno = errno;
+        // A failure only leaves the child at the application's priority.
+        (void)nice(backgroundNiceness);
+        errno = savedErrno;
+    });
+#else
+    Q_UNUSED(process);
+#endif
+}
+
+} // namespace tillery

@@ -1,0 +1,14 @@
+#pragma once
+
+class QProcess;
+
+namespace tillery {
+
+// Tool children run at a lower scheduling priority than the application:
+// a tool that keeps every core busy (git status on a large working copy
+// does) must not keep the window from drawing for longer than a frame.
+// Only their share under contention changes; on an idle machine they run
+// as fast as ever.
+void runAtBackgroundPriority(QProcess &process);
+
+} // namespace tillery
