@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
@@ -16,6 +17,11 @@ namespace {
 constexpr int toolThreads = 8;
 
 } // namespace
+
+QString AppModelServices::defaultIconFolder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + u"/Repository Icons"_s;
+}
 
 AppModel::AppModel(const AppModelServices &services, QObject *parent)
     : QObject(parent)

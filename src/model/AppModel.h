@@ -22,6 +22,9 @@ namespace tillery {
 
 // What the model needs from its surroundings.
 struct AppModelServices {
+    // The application's own folder for repository pictures.
+    static QString defaultIconFolder();
+
     QSettings &settings;
     Prompts &prompts;
     Desktop &desktop;
