@@ -216,27 +216,27 @@ ToolCommand rebaseCommand(const QString &name)
 
 ToolCommand fetchCommand()
 {
-    return {{u"fetch"_s, u"--all"_s, u"--prune"_s}, {0}};
+    return {{u"fetch"_s, u"--all"_s, u"--prune"_s, u"--progress"_s}, {0}};
 }
 
 ToolCommand pullCommand()
 {
-    return {{u"pull"_s}, {0}};
+    return {{u"pull"_s, u"--progress"_s}, {0}};
 }
 
 ToolCommand pushCommand()
 {
-    return {{u"push"_s}, {0}};
+    return {{u"push"_s, u"--progress"_s}, {0}};
 }
 
 ToolCommand publishCommand(const QString &branch)
 {
-    return {{u"push"_s, u"--set-upstream"_s, u"origin"_s, branch}, {0}};
+    return {{u"push"_s, u"--progress"_s, u"--set-upstream"_s, u"origin"_s, branch}, {0}};
 }
 
 ToolCommand cloneCommand(const QString &source, const QString &destination)
 {
-    return {{u"clone"_s, source, destination}, {0}};
+    return {{u"clone"_s, u"--progress"_s, source, destination}, {0}};
 }
 
 ToolCommand initCommand(const QString &path)

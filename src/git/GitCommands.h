@@ -37,7 +37,8 @@ ToolCommand fileContentsCommand(const QString &revision, const QString &path);
 ToolCommand compareDiffCommand(const QString &branch);
 
 // Operations. Names must have been checked with refuseOptionLike() first;
-// paths are made safe here.
+// paths are made safe here. The commands that talk to a remote ask for
+// "--progress", which git otherwise writes only to a terminal.
 struct GitIdentity {
     QString name;
     QString email;

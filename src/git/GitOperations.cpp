@@ -142,37 +142,37 @@ void rebase(const QString &repositoryPath, const QString &name)
     run(rebaseCommand(name), repositoryPath);
 }
 
-void fetch(const QString &repositoryPath)
+void fetch(const QString &repositoryPath, const RunControl &control)
 {
-    run(fetchCommand(), repositoryPath);
+    runGit(fetchCommand(), repositoryPath, control);
 }
 
-void pull(const QString &repositoryPath)
+void pull(const QString &repositoryPath, const RunControl &control)
 {
-    run(pullCommand(), repositoryPath);
+    runGit(pullCommand(), repositoryPath, control);
 }
 
-void push(const QString &repositoryPath)
+void push(const QString &repositoryPath, const RunControl &control)
 {
     if (run(upstreamCommand(), repositoryPath).status == 0) {
-        run(pushCommand(), repositoryPath);
+        runGit(pushCommand(), repositoryPath, control);
         return;
     }
     const QStringList remotes = parseLines(run(remotesCommand(), repositoryPath).standardOutput);
     const QString branch = currentBranch(repositoryPath);
     if (remotes.contains(u"origin"_s) && branch != u"detached") {
         refuseOptionLike(branch, branchName);
-        run(publishCommand(branch), repositoryPath);
+        runGit(publishCommand(branch), repositoryPath, control);
     } else {
-        run(pushCommand(), repositoryPath);
+        runGit(pushCommand(), repositoryPath, control);
     }
 }
 
-void clone(const QString &source, const QString &destination)
+void clone(const QString &source, const QString &destination, const RunControl &control)
 {
     refuseOptionLike(source, u"a clone source"_s);
     refuseOptionLike(destination, u"a clone destination"_s);
-    run(cloneCommand(source, destination), std::nullopt);
+    runGit(cloneCommand(source, destination), std::nullopt, control);
 }
 
 Repository createRepository(const QString &path)

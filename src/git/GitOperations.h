@@ -1,6 +1,7 @@
 #pragma once
 
 #include "git/GitCommands.h"
+#include "process/ToolRunner.h"
 #include "records/Repository.h"
 
 #include <QString>
@@ -36,11 +37,13 @@ void merge(const QString &repositoryPath, const QString &name);
 // Stages the branch's changes as one change, without committing.
 void squashMerge(const QString &repositoryPath, const QString &name);
 void rebase(const QString &repositoryPath, const QString &name);
-void fetch(const QString &repositoryPath);
-void pull(const QString &repositoryPath);
+// The commands that talk to a remote report progress and can be stopped
+// through the control.
+void fetch(const QString &repositoryPath, const RunControl &control = {});
+void pull(const QString &repositoryPath, const RunControl &control = {});
 // Publishes a branch that has no upstream yet to origin, when there is one.
-void push(const QString &repositoryPath);
-void clone(const QString &source, const QString &destination);
+void push(const QString &repositoryPath, const RunControl &control = {});
+void clone(const QString &source, const QString &destination, const RunControl &control = {});
 Repository createRepository(const QString &path);
 // Sets origin's address (adding origin when missing); an address that shows
 // the password as "***" keeps the password already stored.

@@ -104,26 +104,26 @@ void deleteBookmark(const QString &name, const QString &repositoryPath)
     run(deleteBookmarkCommand(name), repositoryPath);
 }
 
-void fetch(const QString &repositoryPath)
+void fetch(const QString &repositoryPath, const RunControl &control)
 {
-    run(pullCommand(), repositoryPath);
+    runMercurial(pullCommand(), repositoryPath, control);
 }
 
-void pullAndUpdate(const QString &repositoryPath)
+void pullAndUpdate(const QString &repositoryPath, const RunControl &control)
 {
-    run(pullAndUpdateCommand(), repositoryPath);
+    runMercurial(pullAndUpdateCommand(), repositoryPath, control);
 }
 
-void push(const QString &repositoryPath)
+void push(const QString &repositoryPath, const RunControl &control)
 {
-    run(pushCommand(), repositoryPath);
+    runMercurial(pushCommand(), repositoryPath, control);
 }
 
-void clone(const QString &source, const QString &destination)
+void clone(const QString &source, const QString &destination, const RunControl &control)
 {
     refuseOptionLike(source, u"a clone source"_s);
     refuseOptionLike(destination, u"a clone destination"_s);
-    run(cloneCommand(source, destination), std::nullopt);
+    runMercurial(cloneCommand(source, destination), std::nullopt, control);
 }
 
 Repository createRepository(const QString &path)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "process/ToolRunner.h"
 #include "records/Repository.h"
 
 #include <QString>
@@ -27,12 +28,13 @@ void rebase(const QString &destination, const QString &repositoryPath);
 void createBookmark(const QString &name, const QString &repositoryPath);
 void renameBookmark(const QString &oldName, const QString &newName, const QString &repositoryPath);
 void deleteBookmark(const QString &name, const QString &repositoryPath);
-// Pulls without updating the working copy.
-void fetch(const QString &repositoryPath);
-void pullAndUpdate(const QString &repositoryPath);
+// The commands that talk to a remote report progress and can be stopped
+// through the control. Pulls without updating the working copy.
+void fetch(const QString &repositoryPath, const RunControl &control = {});
+void pullAndUpdate(const QString &repositoryPath, const RunControl &control = {});
 // Fails also when there is nothing to push.
-void push(const QString &repositoryPath);
-void clone(const QString &source, const QString &destination);
+void push(const QString &repositoryPath, const RunControl &control = {});
+void clone(const QString &source, const QString &destination, const RunControl &control = {});
 // Makes the folder (and its parents) and a repository in it.
 Repository createRepository(const QString &path);
 // Sets the default remote; an address that shows the password as "***"

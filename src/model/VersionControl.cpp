@@ -117,13 +117,24 @@ public:
         mercurial::rebase(destination, repositoryPath);
     }
 
-    void fetch(const QString &repositoryPath) const override { mercurial::fetch(repositoryPath); }
-    void pull(const QString &repositoryPath) const override { mercurial::pullAndUpdate(repositoryPath); }
-    void push(const QString &repositoryPath) const override { mercurial::push(repositoryPath); }
-
-    void clone(const QString &source, const QString &destination) const override
+    void fetch(const QString &repositoryPath, const RunControl &control) const override
     {
-        mercurial::clone(source, destination);
+        mercurial::fetch(repositoryPath, control);
+    }
+
+    void pull(const QString &repositoryPath, const RunControl &control) const override
+    {
+        mercurial::pullAndUpdate(repositoryPath, control);
+    }
+
+    void push(const QString &repositoryPath, const RunControl &control) const override
+    {
+        mercurial::push(repositoryPath, control);
+    }
+
+    void clone(const QString &source, const QString &destination, const RunControl &control) const override
+    {
+        mercurial::clone(source, destination, control);
     }
 
     Repository createRepository(const QString &path) const override { return mercurial::createRepository(path); }
@@ -233,13 +244,24 @@ public:
         git::rebase(repositoryPath, destination);
     }
 
-    void fetch(const QString &repositoryPath) const override { git::fetch(repositoryPath); }
-    void pull(const QString &repositoryPath) const override { git::pull(repositoryPath); }
-    void push(const QString &repositoryPath) const override { git::push(repositoryPath); }
-
-    void clone(const QString &source, const QString &destination) const override
+    void fetch(const QString &repositoryPath, const RunControl &control) const override
     {
-        git::clone(source, destination);
+        git::fetch(repositoryPath, control);
+    }
+
+    void pull(const QString &repositoryPath, const RunControl &control) const override
+    {
+        git::pull(repositoryPath, control);
+    }
+
+    void push(const QString &repositoryPath, const RunControl &control) const override
+    {
+        git::push(repositoryPath, control);
+    }
+
+    void clone(const QString &source, const QString &destination, const RunControl &control) const override
+    {
+        git::clone(source, destination, control);
     }
 
     Repository createRepository(const QString &path) const override { return git::createRepository(path); }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "process/CancellableRun.h"
+#include "process/ToolRunner.h"
 #include "records/Changeset.h"
 #include "records/Repository.h"
 #include "records/RepositoryKind.h"
@@ -63,12 +64,13 @@ public:
     virtual void squashMerge(const QString &repositoryPath, const QString &target) const = 0;
     virtual void rebase(const QString &repositoryPath, const QString &destination) const = 0;
 
-    // Fetches without touching the working copy.
-    virtual void fetch(const QString &repositoryPath) const = 0;
-    virtual void pull(const QString &repositoryPath) const = 0;
+    // The commands that talk to a remote report progress and can be stopped
+    // through the control. Fetching leaves the working copy alone.
+    virtual void fetch(const QString &repositoryPath, const RunControl &control = {}) const = 0;
+    virtual void pull(const QString &repositoryPath, const RunControl &control = {}) const = 0;
     // Also publishes a Git branch that is not on the remote yet.
-    virtual void push(const QString &repositoryPath) const = 0;
-    virtual void clone(const QString &source, const QString &destination) const = 0;
+    virtual void push(const QString &repositoryPath, const RunControl &control = {}) const = 0;
+    virtual void clone(const QString &source, const QString &destination, const RunControl &control = {}) const = 0;
     virtual Repository createRepository(const QString &path) const = 0;
     // Mercurial's "default" path or Git's "origin".
     virtual void setRemoteAddress(const QString &repositoryPath, const QString &address) const = 0;

@@ -1,6 +1,6 @@
 #include "process/CancellableRun.h"
 
-#include "process/ChildPriority.h"
+#include "process/ChildProcess.h"
 #include "process/Failure.h"
 #include "records/UuidText.h"
 
@@ -16,7 +16,6 @@ namespace tillery {
 namespace {
 
 constexpr int pollMilliseconds = 5;
-constexpr int terminateGraceMilliseconds = 200;
 
 bool createEmptyFile(const QString &path)
 {
@@ -31,15 +30,6 @@ QByteArray readCapture(const QString &path)
         throw PlatformFailure(u"The captured output %1 could not be read: %2"_s.arg(
             path, file.errorString()));
     return file.readAll();
-}
-
-void stop(QProcess &process)
-{
-    process.terminate();
-    if (!process.waitForFinished(terminateGraceMilliseconds)) {
-        process.kill();
-        process.waitForFinished(-1);
-    }
 }
 
 } // namespace
@@ -80,7 +70,7 @@ CommandOutput runCommand(const QString &executable, const QStringList &arguments
 
     while (!process.waitForFinished(pollMilliseconds) && process.state() != QProcess::NotRunning) {
         if (isCancelled()) {
-            stop(process);
+            stopChild(process);
             throw CancellationFailure();
         }
     }

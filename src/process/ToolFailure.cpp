@@ -1,5 +1,6 @@
 #include "process/ToolFailure.h"
 
+#include "process/Progress.h"
 #include "process/RemoteAddress.h"
 #include "records/TextDecoding.h"
 
@@ -40,7 +41,7 @@ QString ToolFailure::combinedOutput(const QByteArray &standardError, const QByte
 {
     QStringList texts;
     for (const QByteArray *stream : {&standardError, &standardOutput}) {
-        QString text = decodeUtf8OrEmpty(*stream);
+        QString text = asTerminalShowsIt(decodeUtf8OrEmpty(*stream));
         if (!text.isEmpty())
             texts.append(std::move(text));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "process/CancellableRun.h"
 #include "process/ToolCommand.h"
 #include "process/ToolFailure.h"
 #include "records/CommandOutput.h"
@@ -23,6 +24,20 @@ CommandOutput runMercurial(const QStringList &arguments, const std::optional<QSt
                            const QSet<int> &acceptedStatuses);
 CommandOutput runGit(const QStringList &arguments, const std::optional<QString> &directory,
                      const QSet<int> &acceptedStatuses);
+
+// What a long tool run obeys and reports while it runs.
+struct RunControl {
+    // Asked every few milliseconds; when it says so the child is stopped and
+    // CancellationFailure is thrown.
+    CancellationCheck isCancelled;
+    // Given the newest progress phrase ("Receiving objects: 45%") a few times
+    // a second, on the thread that runs the tool.
+    std::function<void(const QString &)> progress;
+};
+
+CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,
+                           const RunControl &control);
+CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory, const RunControl &control);
 
 inline CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory)
 {

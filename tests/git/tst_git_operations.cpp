@@ -267,7 +267,7 @@ private Q_SLOTS:
         repository.commitAll(u"first"_s);
         repository.git({u"remote"_s, u"add"_s, u"upstream"_s, upstream->path()});
         const QString failure = failureOf([&] { backend().push(repository.path()); });
-        QVERIFY2(failure.startsWith(u"git push exited with status 128.\n\nfatal: The current branch main has no "
+        QVERIFY2(failure.startsWith(u"git push --progress exited with status 128.\n\nfatal: The current branch main has no "
                                     "upstream branch."_s),
                  qPrintable(failure));
     }

@@ -11,4 +11,7 @@ namespace tillery {
 // as fast as ever.
 void runAtBackgroundPriority(QProcess &process);
 
+// Asks a running child to stop, and kills it if it will not go at once.
+void stopChild(QProcess &process);
+
 } // namespace tillery

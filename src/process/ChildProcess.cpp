@@ -1,4 +1,4 @@
-#include "process/ChildPriority.h"
+#include "process/ChildProcess.h"
 
 #include <QProcess>
 
@@ -11,7 +11,8 @@ namespace tillery {
 
 namespace {
 constexpr int backgroundNiceness = 10;
-}
+constexpr int terminateGraceMilliseconds = 200;
+} // namespace
 
 void runAtBackgroundPriority(QProcess &process)
 {
@@ -25,6 +26,15 @@ void runAtBackgroundPriority(QProcess &process)
 #else
     Q_UNUSED(process);
 #endif
+}
+
+void stopChild(QProcess &process)
+{
+    process.terminate();
+    if (!process.waitForFinished(terminateGraceMilliseconds)) {
+        process.kill();
+        process.waitForFinished(-1);
+    }
 }
 
 } // namespace tillery
