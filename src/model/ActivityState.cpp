@@ -38,6 +38,14 @@ void ActivityState::present(const QString &title, const QString &message)
     Q_EMIT presentedErrorChanged();
 }
 
+void ActivityState::setCancellable(bool cancellable)
+{
+    if (m_isCancellable == cancellable)
+        return;
+    m_isCancellable = cancellable;
+    Q_EMIT isCancellableChanged(cancellable);
+}
+
 void ActivityState::dismissError()
 {
     if (!m_presentedError)

@@ -33,6 +33,8 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
+    , m_workingCopy(*this, services.prompts, services.desktop)
+    , m_branches(*this, services.prompts)
 {
     m_pool.setMaxThreadCount(toolThreads);
 }
@@ -141,6 +143,28 @@ void AppModel::addRepositories(const QList<QUrl> &urls)
     perform(
         u"Adding repository"_s, [path = *folder] { return detectRepository(path); },
         [this](const Repository &repository) { adoptRepository(repository); });
+}
+
+std::function<void(const QString &)> AppModel::progressReporter(const QString &activity)
+{
+    // Called on the worker; the activity state outlives every worker, since
+    // the model waits for its pool before its parts go.
+    ActivityState *state = m_activity;
+    return [state, activity](const QString &progress) {
+        QMetaObject::invokeMethod(
+            state,
+            [state, activity, progress] {
+                if (state->isBusy() && state->activity().startsWith(activity))
+                    state->setActivity(activity + u" — "_s + progress);
+            },
+            Qt::QueuedConnection);
+    };
+}
+
+void AppModel::cancelOperation()
+{
+    if (m_cancelRequested && m_activity->isCancellable())
+        m_cancelRequested->store(true);
 }
 
 void AppModel::adoptRepository(const Repository &repository)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/ActivityState.h"
+#include "model/BranchActions.h"
 #include "model/Background.h"
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
@@ -9,6 +10,7 @@
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
 #include "model/VersionControl.h"
+#include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
 
 #include <QObject>
@@ -16,7 +18,9 @@
 #include <QThreadPool>
 #include <QUrl>
 
+#include <atomic>
 #include <functional>
+#include <memory>
 
 namespace tillery {
 
@@ -89,6 +93,35 @@ public:
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
 
+    // Working-copy actions.
+    bool canCommit() const { return m_workingCopy.canCommit(); }
+    void commit() { m_workingCopy.commit(); }
+    void discardSelected() { m_workingCopy.discardSelected(); }
+    void discardAll() { m_workingCopy.discardAll(); }
+    void stashAll() { m_workingCopy.stashAll(); }
+
+    // Bookmark or branch, merge and remote actions.
+    void createBookmark(const QString &name) { m_branches.createBookmark(name); }
+    void renameBookmark(const Bookmark &bookmark) { m_branches.renameBookmark(bookmark); }
+    void deleteBookmark(const Bookmark &bookmark) { m_branches.deleteBookmark(bookmark); }
+    void switchTo(const Bookmark &bookmark, const QString &activity) { m_branches.switchTo(bookmark, activity); }
+    void updateFromDefaultBranch() { m_branches.updateFromDefaultBranch(); }
+    void merge() { m_branches.merge(); }
+    void squashMerge() { m_branches.squashMerge(); }
+    void rebase() { m_branches.rebase(); }
+    void compare() { m_branches.compare(); }
+    void pull() { m_branches.pull(); }
+    void fetch() { m_branches.fetch(); }
+    void push() { m_branches.push(); }
+    void publishBranch() { m_branches.publishBranch(); }
+    void saveRemotePath(const QString &address) { m_branches.saveRemotePath(address); }
+    void clone(const QString &source, const QString &destination, RepositoryKind kind)
+    {
+        m_branches.clone(source, destination, kind);
+    }
+    void createRepository() { m_branches.createRepository(); }
+    void showComparison(const PresentedDiffDocument &document) { m_diffSelection->showComparison(document); }
+
     // The commit box and the sheets.
     void setCommitSummary(const QString &summary);
     void setCommitDescription(const QString &description);
@@ -100,14 +133,15 @@ public:
     // text, runs `work` on a worker (it must only use value copies), and on
     // the main thread clears them and calls `onSuccess` with the result, or
     // `onFailure` and presents the error titled with the activity text.
+    // A failure that `wasCancelled` confirms is not presented.
     template <typename Work, typename OnSuccess>
     void perform(const QString &activity, Work work, OnSuccess onSuccess, std::function<void()> onFailure = {},
-                 bool showsBusy = true)
+                 bool showsBusy = true, std::function<bool()> wasCancelled = {})
     {
         m_activity->begin(activity, showsBusy);
         runInBackground(&m_pool, this, std::move(work),
-                        [this, activity, showsBusy, onSuccess = std::move(onSuccess),
-                         onFailure = std::move(onFailure)](auto outcome) mutable {
+                        [this, activity, showsBusy, onSuccess = std::move(onSuccess), onFailure = std::move(onFailure),
+                         wasCancelled = std::move(wasCancelled)](auto outcome) mutable {
                             m_activity->end(showsBusy);
                             if (outcome.succeeded()) {
                                 onSuccess(std::move(*outcome.value));
@@ -115,14 +149,44 @@ public:
                             }
                             if (onFailure)
                                 onFailure();
-                            m_activity->present(activity, outcome.failure);
+                            if (!wasCancelled || !wasCancelled())
+                                m_activity->present(activity, outcome.failure);
                         });
     }
+
+    // Like perform, for work that talks to a remote: `work` receives a
+    // RunControl whose progress phrases appear in the activity text ("Cloning
+    // repository — Receiving objects: 45%"), and which stops the tool when the
+    // operation is cancellable and cancelOperation() is called. A cancelled
+    // operation ends quietly: no error is presented.
+    template <typename Work, typename OnSuccess>
+    void performRemote(const QString &activity, bool cancellable, Work work, OnSuccess onSuccess)
+    {
+        auto cancelRequested = std::make_shared<std::atomic<bool>>(false);
+        m_cancelRequested = cancelRequested;
+        m_activity->setCancellable(cancellable);
+        RunControl control;
+        if (cancellable)
+            control.isCancelled = [cancelRequested] { return cancelRequested->load(); };
+        control.progress = progressReporter(activity);
+        perform(
+            activity, [work = std::move(work), control] { return work(control); },
+            [this, onSuccess = std::move(onSuccess)](auto value) mutable {
+                m_activity->setCancellable(false);
+                onSuccess(std::move(value));
+            },
+            [this] { m_activity->setCancellable(false); }, true,
+            [cancelRequested] { return cancelRequested->load(); });
+    }
+
+    // Stops the running cancellable operation, if there is one.
+    void cancelOperation();
 
     // The success step of adding, cloning and creating a repository.
     void adoptRepository(const Repository &repository);
 
 private:
+    std::function<void(const QString &)> progressReporter(const QString &activity);
     void applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot);
     void rememberSelection();
     void clearRepositoryState();
@@ -137,6 +201,9 @@ private:
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
+    std::shared_ptr<std::atomic<bool>> m_cancelRequested;
+    WorkingCopyActions m_workingCopy;
+    BranchActions m_branches;
 };
 
 } // namespace tillery

@@ -279,10 +279,14 @@ void DiffSelection::setSelectedFilePaths(const QSet<QString> &paths)
     Q_EMIT selectedFilePathsChanged();
 }
 
-void DiffSelection::showDocument(const PresentedDiffDocument &document)
+void DiffSelection::showComparison(const PresentedDiffDocument &document)
 {
+    cancelPendingSelection();
     cancelLoad();
     stopDiffLoadingIndicator();
+    setSelectedFile(std::nullopt);
+    setSelectedChangeFiles({});
+    setSelectedChangesetFile(std::nullopt);
     setPreviewImage(QImage());
     setDiff(document);
 }

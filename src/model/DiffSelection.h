@@ -53,8 +53,8 @@ public:
     void selectChangeset(const Changeset &changeset);
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
-    // Puts a finished document (a comparison, say) on screen.
-    void showDocument(const PresentedDiffDocument &document);
+    // Puts a comparison on screen in place of any focused file's diff.
+    void showComparison(const PresentedDiffDocument &document);
 
     // Everything of the previous repository goes; nothing is loading after.
     void clearForRepositorySwitch();

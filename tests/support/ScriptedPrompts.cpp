@@ -52,6 +52,8 @@ void RecordingDesktop::reveal(const QString &path)
 
 std::optional<QString> RecordingDesktop::moveToTrash(const QString &path)
 {
+    if (trashRefusal)
+        return *trashRefusal;
     QFile file(path);
     if (!file.moveToTrash())
         return u"%1 could not be moved to the Trash: %2"_s.arg(path, file.errorString());

@@ -39,6 +39,9 @@ public:
     std::optional<QString> moveToTrash(const QString &path) override;
     void copyToClipboard(const QString &text) override;
 
+    // When set, the Trash refuses every file with this reason.
+    std::optional<QString> trashRefusal;
+
     QStringList opened;
     QStringList revealed;
     QStringList trashed;

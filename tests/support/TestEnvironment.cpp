@@ -34,7 +34,7 @@ void pinTestEnvironment()
         qFatal("cannot create the test folder");
     pinnedRoot() = root.path();
     const QDir folder(root.path());
-    for (const char *name : {"home", "tmp", "config"})
+    for (const char *name : {"home", "tmp", "config", "data"})
         folder.mkpath(QString::fromLatin1(name));
 
     const QString hgrc = folder.filePath(u"config/hgrc"_s);
@@ -59,6 +59,8 @@ void pinTestEnvironment()
 
     qputenv("HOME", folder.filePath(u"home"_s).toUtf8());
     qputenv("XDG_CONFIG_HOME", folder.filePath(u"config"_s).toUtf8());
+    // Where the Trash is.
+    qputenv("XDG_DATA_HOME", folder.filePath(u"data"_s).toUtf8());
     qputenv("TMPDIR", folder.filePath(u"tmp"_s).toUtf8());
     qputenv("HGRCPATH", hgrc.toUtf8());
     qputenv("GIT_CONFIG_GLOBAL", gitconfig.toUtf8());

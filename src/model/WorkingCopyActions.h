@@ -1,0 +1,33 @@
+#pragma once
+
+namespace tillery {
+
+class AppModel;
+class Desktop;
+class Prompts;
+
+// Commit, discard and stash: the operations that change the working copy of
+// the selected repository. Each asks first where it destroys work, runs
+// through perform() and refreshes on success.
+class WorkingCopyActions {
+public:
+    WorkingCopyActions(AppModel &model, Prompts &prompts, Desktop &desktop);
+
+    bool canCommit() const;
+    // Commits the files marked for commit (untracked ones are added first).
+    // The summary and description are cleared only when it succeeds.
+    void commit();
+    // Restores the tracked files of the Changes list's selection and moves
+    // its untracked files to the Trash, after asking.
+    void discardSelected();
+    void discardAll();
+    // Shelves or stashes everything under the name "wharf-" + local time.
+    void stashAll();
+
+private:
+    AppModel &m_model;
+    Prompts &m_prompts;
+    Desktop &m_desktop;
+};
+
+} // namespace tillery
