@@ -286,6 +286,45 @@ private Q_SLOTS:
         QVERIFY(output.standardError == behaviour.standardError);
     }
 
+    // A controlled run asks the tool for progress and passes it on while it runs.
+    void controlledRunReportsProgress_data()
+    {
+        QTest::addColumn<Tool>("tool");
+        QTest::addColumn<QByteArray>("progressLines");
+        QTest::addColumn<QStringList>("expectedArguments");
+        QTest::addColumn<QString>("expectedPhrase");
+        QTest::newRow("hg") << Tool::mercurial << QByteArray("\\rfiles 1/4\\r")
+                            << QStringList{u"--noninteractive"_s, u"--config"_s, u"progress.assume-tty=true"_s,
+                                           u"--config"_s, u"progress.delay=0"_s, u"--config"_s,
+                                           u"progress.refresh=0.2"_s, u"--config"_s,
+                                           u"progress.format=topic number"_s, u"pull"_s}
+                            << u"Files: 25%"_s;
+        QTest::newRow("git") << Tool::git << QByteArray("Receiving objects:  40%% (4/10)\\r")
+                             << QStringList{u"--no-pager"_s, u"pull"_s} << u"Receiving objects: 40%"_s;
+    }
+
+    void controlledRunReportsProgress()
+    {
+        QFETCH(Tool, tool);
+        QFETCH(QByteArray, progressLines);
+        QFETCH(QStringList, expectedArguments);
+        QFETCH(QString, expectedPhrase);
+        FakeToolBehaviour behaviour;
+        behaviour.customBody = "printf '" + progressLines + "' >&2; sleep 1";
+        const FakeTool fake(behaviour);
+        const ScopedEnvironmentVariable override(variableOf(tool), fake.path().toUtf8());
+        QStringList phrases;
+        RunControl control;
+        control.progress = [&phrases](const QString &phrase) { phrases.append(phrase); };
+        const ToolCommand pull{{u"pull"_s}, {0}};
+        if (tool == Tool::mercurial)
+            runMercurial(pull, std::nullopt, control);
+        else
+            runGit(pull, std::nullopt, control);
+        QCOMPARE(fake.receivedArguments(), expectedArguments);
+        QCOMPARE(phrases, QStringList{expectedPhrase});
+    }
+
     void runCommandReturnsAnyStatusWithGivenEnvironment()
     {
         const FakeTool fake({"diff text", "warning", 3, 0, {}});
