@@ -35,6 +35,7 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
     , m_workingCopy(*this, services.prompts, services.desktop)
     , m_branches(*this, services.prompts)
+    , m_open(*this, services.desktop)
 {
     m_pool.setMaxThreadCount(toolThreads);
 }

@@ -6,6 +6,7 @@
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
 #include "model/ModelSettings.h"
+#include "model/OpenActions.h"
 #include "model/Prompts.h"
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
@@ -120,6 +121,28 @@ public:
         m_branches.clone(source, destination, kind);
     }
     void createRepository() { m_branches.createRepository(); }
+
+    // The ignore file, editors, terminals and the desktop.
+    void addIgnoreEntry(const QString &pattern) { m_workingCopy.addIgnoreEntry(pattern); }
+    void openInEditor(const QString &targetPath) { m_open.openInEditor(targetPath); }
+    void openInTerminal() { m_open.openInTerminal(); }
+    QString editorTitle() const { return m_open.editorTitle(); }
+    void reveal(const QString &path) { m_open.reveal(path); }
+    void openWithDefaultApplication(const QString &path) { m_open.openWithDefaultApplication(path); }
+    void copyPaths(const QStringList &paths) { m_open.copyPaths(paths); }
+    // An error shown in the alert.
+    void presentError(const QString &title, const QString &message) { m_activity->present(title, message); }
+
+    // Runs `work` off the main thread without the busy flag and hands its
+    // result to `done` on the main thread.
+    template <typename Work, typename OnDone>
+    void runQuietly(Work work, OnDone done)
+    {
+        runInBackground(&m_pool, this, std::move(work), [done = std::move(done)](auto outcome) mutable {
+            if (outcome.succeeded())
+                done(*outcome.value);
+        });
+    }
     void showComparison(const PresentedDiffDocument &document) { m_diffSelection->showComparison(document); }
 
     // The commit box and the sheets.
@@ -204,6 +227,7 @@ private:
     std::shared_ptr<std::atomic<bool>> m_cancelRequested;
     WorkingCopyActions m_workingCopy;
     BranchActions m_branches;
+    OpenActions m_open;
 };
 
 } // namespace tillery

@@ -151,6 +151,11 @@ QString ModelSettings::defaultTerminal() const
     return string(settingsKeys::defaultTerminal).value_or(settingsDefaults::defaultTerminal);
 }
 
+std::optional<QString> ModelSettings::defaultTerminalIdentifier() const
+{
+    return string(settingsKeys::defaultTerminal);
+}
+
 std::optional<QString> ModelSettings::editorSelection() const
 {
     return string(settingsKeys::editorSelection);

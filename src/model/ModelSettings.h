@@ -63,6 +63,8 @@ public:
     QString buttonAppearance() const;
     QString diffLayout() const;
     QString defaultTerminal() const;
+    // The stored terminal choice, when one is stored.
+    std::optional<QString> defaultTerminalIdentifier() const;
     std::optional<QString> editorSelection() const;
     QString editorPath() const;
     QString editorArguments() const;

@@ -1,5 +1,6 @@
 #include "model/WorkingCopyActions.h"
 
+#include "integrations/IgnoreFile.h"
 #include "model/AppModel.h"
 
 #include <QDateTime>
@@ -127,6 +128,17 @@ void WorkingCopyActions::stashAll()
     const VersionControl *backend = &versionControl(repository->kind);
     m_model.perform(
         u"Stashing all changes"_s, [backend, path = repository->path, name] { backend->stash(path, name); },
+        [this](Done) { m_model.refresh(); });
+}
+
+void WorkingCopyActions::addIgnoreEntry(const QString &pattern)
+{
+    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
+    if (!repository)
+        return;
+    m_model.perform(
+        u"Updating "_s + ignoreFileName(repository->kind),
+        [pattern, repository = *repository] { tillery::addIgnoreEntry(pattern, repository.path, repository.kind); },
         [this](Done) { m_model.refresh(); });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace tillery {
 
 class AppModel;
@@ -23,6 +25,8 @@ public:
     void discardAll();
     // Shelves or stashes everything under the name "wharf-" + local time.
     void stashAll();
+    // Adds an entry to the repository's ignore file.
+    void addIgnoreEntry(const QString &pattern);
 
 private:
     AppModel &m_model;

@@ -1,0 +1,112 @@
+#include "integrations/EditorLaunch.h"
+
+#include "integrations/ApplicationBundle.h"
+#include "integrations/EditorArguments.h"
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+// Where a known editor is: its program (Linux) or its bundle (macOS).
+struct FoundEditor {
+    QString location;
+    QString bundleIdentifier;
+};
+
+std::optional<FoundEditor> findEditor(ExternalEditor editor, const InstalledApplications &applications)
+{
+    for (const QString &identifier : bundleIdentifiers(editor)) {
+        if (const std::optional<QString> bundle = applications.findBundle(identifier))
+            return FoundEditor{*bundle, identifier};
+    }
+#ifndef Q_OS_MACOS
+    for (const QString &name : executableNames(editor)) {
+        if (const std::optional<QString> program = applications.findProgram(name))
+            return FoundEditor{*program, {}};
+    }
+    for (const QString &desktopId : desktopFileIds(editor)) {
+        if (const std::optional<QString> program = applications.desktopFileProgram(desktopId))
+            return FoundEditor{*program, {}};
+    }
+#endif
+    return std::nullopt;
+}
+
+bool isExecutableFile(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isFile() && info.isExecutable();
+}
+
+} // namespace
+
+QList<ExternalEditor> installedEditors(const InstalledApplications &applications)
+{
+    QList<ExternalEditor> installed;
+    for (const ExternalEditor editor : platformExternalEditors()) {
+        if (editor != ExternalEditor::other && findEditor(editor, applications))
+            installed.append(editor);
+    }
+    return installed;
+}
+
+ExternalEditor chosenEditor(const EditorChoice &choice, const InstalledApplications &applications)
+{
+    if (choice.selection) {
+        const std::optional<ExternalEditor> stored = externalEditorFromRawValue(*choice.selection);
+        if (stored && platformExternalEditors().contains(*stored))
+            return *stored;
+    }
+    const QList<ExternalEditor> installed = installedEditors(applications);
+    return installed.isEmpty() ? ExternalEditor::other : installed.first();
+}
+
+QString editorDisplayName(const EditorChoice &choice, const InstalledApplications &applications)
+{
+    const ExternalEditor editor = chosenEditor(choice, applications);
+    if (editor != ExternalEditor::other || !isApplicationBundle(choice.path))
+        return displayName(editor);
+    for (const QString &key : {u"CFBundleDisplayName"_s, u"CFBundleName"_s}) {
+        if (const std::optional<QString> name = bundleInfoString(choice.path, key); name && !name->isEmpty())
+            return *name;
+    }
+    return displayName(ExternalEditor::other);
+}
+
+std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, const QString &targetPath,
+                                                   const QString &repositoryPath,
+                                                   const InstalledApplications &applications)
+{
+    const ExternalEditor editor = chosenEditor(choice, applications);
+    const QString name = editorDisplayName(choice, applications);
+    if (editor != ExternalEditor::other) {
+        const std::optional<FoundEditor> found = findEditor(editor, applications);
+        if (!found)
+            return name + u" is no longer installed. Choose another editor in Settings."_s;
+        if (!found->bundleIdentifier.isEmpty()) {
+            return LaunchPlan{u"/usr/bin/open"_s, {u"-b"_s, found->bundleIdentifier, targetPath}, repositoryPath,
+                              LaunchPlan::Start::awaited, name};
+        }
+        return LaunchPlan{found->location, {targetPath}, repositoryPath, LaunchPlan::Start::detached, name};
+    }
+
+    const bool bundle = isApplicationBundle(choice.path);
+    if (!bundle && !isExecutableFile(choice.path))
+        return u"Choose a valid editor path in Settings > Integrations."_s;
+    const QString argumentText = choice.arguments.isEmpty() ? ExternalEditorArguments::placeholder : choice.arguments;
+    if (const std::optional<QString> problem = ExternalEditorArguments::validate(argumentText))
+        return *problem;
+    const QStringList arguments = ExternalEditorArguments::substituted(
+        std::get<QStringList>(ExternalEditorArguments::parse(argumentText)), targetPath);
+    if (bundle) {
+        return LaunchPlan{u"/usr/bin/open"_s, QStringList{u"-a"_s, choice.path} + arguments, repositoryPath,
+                          LaunchPlan::Start::awaited, name};
+    }
+    return LaunchPlan{choice.path, arguments, repositoryPath, LaunchPlan::Start::detached, name};
+}
+
+} // namespace tillery

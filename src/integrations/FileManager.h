@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace tillery {
+
+// Shows the file or folder selected in the desktop's file manager: the
+// Finder on macOS; on Linux the file manager that answers the freedesktop
+// FileManager1 interface, else the folder that holds it, opened. False when
+// nothing could be shown.
+bool revealInFileManager(const QString &path);
+
+// A menu label that names the file manager: as written for macOS ("Reveal in
+// Finder"), "Show in File Manager" elsewhere.
+QString fileManagerLabel(const QString &macLabel);
+
+} // namespace tillery

@@ -1,0 +1,69 @@
+#include "integrations/IgnoreFile.h"
+
+#include "process/Failure.h"
+#include "process/RepositoryFile.h"
+#include "records/TextSplitting.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+QString ignoreFileName(RepositoryKind kind)
+{
+    return kind == RepositoryKind::mercurial ? u".hgignore"_s : u".gitignore"_s;
+}
+
+QString normalisedIgnorePattern(const QString &pattern, RepositoryKind kind)
+{
+    if (kind == RepositoryKind::git)
+        return pattern;
+    QString normalised = pattern.startsWith(u'/') ? pattern.sliced(1) : pattern;
+    if (normalised.endsWith(u'/')) {
+        normalised.chop(1);
+        normalised += u"/**"_s;
+    }
+    return normalised;
+}
+
+std::optional<QString> ignoreTextWithEntry(const QString &text, const QString &pattern, RepositoryKind kind)
+{
+    const QString entry = normalisedIgnorePattern(pattern, kind);
+    for (const QStringView line : nonEmptyLines(text)) {
+        if (line == entry)
+            return std::nullopt;
+    }
+    QString result = text;
+    if (!result.isEmpty() && !result.endsWith(u'\n'))
+        result += u'\n';
+    // The header goes before every entry, so that the entry is a glob whatever
+    // syntax an earlier part of the file chose.
+    if (kind == RepositoryKind::mercurial)
+        result += u"syntax: glob\n"_s;
+    return result + entry + u'\n';
+}
+
+void addIgnoreEntry(const QString &pattern, const QString &repositoryPath, RepositoryKind kind)
+{
+    if (pattern.contains(u'\n') || pattern.contains(u'\r') || pattern.trimmed().isEmpty())
+        throw PlatformFailure(u"An ignore entry must be one line of text."_s);
+    const QString name = ignoreFileName(kind);
+    const auto read = readRepositoryTextFile(repositoryPath, name);
+    if (const auto *problem = std::get_if<RepositoryFileProblem>(&read)) {
+        switch (*problem) {
+        case RepositoryFileProblem::linksOutside:
+            throw PlatformFailure(name + u" links to a file outside the repository; it was left unchanged."_s);
+        case RepositoryFileProblem::unreadable:
+            throw PlatformFailure(name + u" could not be read; it was left unchanged."_s);
+        case RepositoryFileProblem::notUtf8:
+            throw PlatformFailure(name + u" is not UTF-8 text; it was left unchanged."_s);
+        }
+    }
+    const RepositoryTextFile &file = std::get<RepositoryTextFile>(read);
+    const std::optional<QString> text = ignoreTextWithEntry(file.text, pattern, kind);
+    if (!text)
+        return;
+    if (const std::optional<QString> reason = replaceTextFile(file.path, *text))
+        throw PlatformFailure(*reason);
+}
+
+} // namespace tillery

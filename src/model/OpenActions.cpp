@@ -1,0 +1,81 @@
+#include "model/OpenActions.h"
+
+#include "integrations/EditorLaunch.h"
+#include "integrations/Launcher.h"
+#include "integrations/TerminalLaunch.h"
+#include "model/AppModel.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+EditorChoice editorChoice(ModelSettings &settings)
+{
+    return EditorChoice{settings.editorSelection(), settings.editorPath(), settings.editorArguments()};
+}
+
+} // namespace
+
+OpenActions::OpenActions(AppModel &model, Desktop &desktop)
+    : m_model(model)
+    , m_desktop(desktop)
+{
+}
+
+QString OpenActions::editorTitle() const
+{
+    return u"Open in "_s + editorDisplayName(editorChoice(m_model.settings()), InstalledApplications::system());
+}
+
+void OpenActions::launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan)
+{
+    if (const QString *message = std::get_if<QString>(&plan)) {
+        m_model.presentError(title, *message);
+        return;
+    }
+    // An awaited launch waits for its program, which must not hold the window.
+    m_model.runQuietly([launchPlan = std::get<LaunchPlan>(plan)] { return launch(launchPlan); },
+                       [this, title](const std::optional<QString> &failure) {
+                           if (failure)
+                               m_model.presentError(title, *failure);
+                       });
+}
+
+void OpenActions::openInEditor(const QString &targetPath)
+{
+    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
+    if (!repository)
+        return;
+    const InstalledApplications applications = InstalledApplications::system();
+    const EditorChoice choice = editorChoice(m_model.settings());
+    launchInBackground(u"Open in "_s + editorDisplayName(choice, applications),
+                       editorLaunchPlan(choice, targetPath, repository->path, applications));
+}
+
+void OpenActions::openInTerminal()
+{
+    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
+    if (!repository)
+        return;
+    launchInBackground(u"Open in Terminal"_s, terminalLaunchPlan(m_model.settings().defaultTerminalIdentifier(),
+                                                                repository->path, InstalledApplications::system()));
+}
+
+void OpenActions::reveal(const QString &path)
+{
+    m_desktop.reveal(path);
+}
+
+void OpenActions::openWithDefaultApplication(const QString &path)
+{
+    m_desktop.open(path);
+}
+
+void OpenActions::copyPaths(const QStringList &paths)
+{
+    m_desktop.copyToClipboard(paths.join(u'\n'));
+}
+
+} // namespace tillery

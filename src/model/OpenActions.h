@@ -1,0 +1,40 @@
+#pragma once
+
+#include "integrations/LaunchPlan.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <variant>
+
+namespace tillery {
+
+class AppModel;
+class Desktop;
+
+// Opening the repository or its files elsewhere: in the chosen editor, in
+// a terminal, in the file manager or their default application, and
+// copying their paths. A failure is presented with the title of the action.
+class OpenActions {
+public:
+    OpenActions(AppModel &model, Desktop &desktop);
+
+    // The target is a file of the selected repository or the repository
+    // itself, as an absolute path.
+    void openInEditor(const QString &targetPath);
+    void openInTerminal();
+    // "Open in VS Code": the editor's name as the menu shows it.
+    QString editorTitle() const;
+
+    void reveal(const QString &path);
+    void openWithDefaultApplication(const QString &path);
+    void copyPaths(const QStringList &paths);
+
+private:
+    void launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan);
+
+    AppModel &m_model;
+    Desktop &m_desktop;
+};
+
+} // namespace tillery

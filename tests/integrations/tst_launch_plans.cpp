@@ -1,0 +1,207 @@
+#include "TestEnvironment.h"
+
+#include "integrations/EditorLaunch.h"
+#include "integrations/ITermScript.h"
+#include "integrations/TerminalLaunch.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+
+namespace {
+
+// Programs "installed" by name, all under /opt/fake.
+InstalledApplications installed(const QStringList &programs, const QStringList &desktopIds = {})
+{
+    InstalledApplications applications;
+    applications.findProgram = [programs](const QString &name) {
+        return programs.contains(name) ? std::optional(u"/opt/fake/"_s + name) : std::nullopt;
+    };
+    applications.desktopFileProgram = [desktopIds](const QString &id) {
+        return desktopIds.contains(id) ? std::optional(u"/opt/desktop/"_s + id) : std::nullopt;
+    };
+    applications.findBundle = [](const QString &) { return std::optional<QString>(); };
+    return applications;
+}
+
+QString describe(const std::variant<LaunchPlan, QString> &plan)
+{
+    if (const QString *message = std::get_if<QString>(&plan))
+        return u"message: "_s + *message;
+    const LaunchPlan &launch = std::get<LaunchPlan>(plan);
+    return launch.program + u" | "_s + launch.arguments.join(u" | "_s) + u" in "_s + launch.workingDirectory;
+}
+
+} // namespace
+
+using OptionalString = std::optional<QString>;
+
+class LaunchPlansTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_folder;
+
+    QString executable(const QString &name)
+    {
+        const QString path = m_folder.filePath(name);
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write("#!/bin/sh\n");
+        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        return path;
+    }
+
+private Q_SLOTS:
+    void initTestCase() { test::pinTestEnvironment(); }
+
+    void editorPlans_data()
+    {
+        QTest::addColumn<OptionalString>("selection");
+        QTest::addColumn<QString>("otherPath"); // "executable", "plain file" or a path
+        QTest::addColumn<QString>("arguments");
+        QTest::addColumn<QStringList>("programs");
+        QTest::addColumn<QString>("expected");
+        const QString target = u"/r/it's a $(file); -x.txt"_s;
+        QTest::newRow("known editor on the path")
+            << OptionalString(u"vsCode"_s) << QString() << QString() << QStringList{u"code"_s}
+            << u"/opt/fake/code | "_s + target + u" in /r"_s;
+        QTest::newRow("known editor by its desktop file")
+            << OptionalString(u"kate"_s) << QString() << QString() << QStringList{u"desktop:org.kde.kate"_s}
+            << u"/opt/desktop/org.kde.kate | "_s + target + u" in /r"_s;
+        QTest::newRow("known editor gone")
+            << OptionalString(u"zed"_s) << QString() << QString() << QStringList{u"code"_s}
+            << u"message: Zed is no longer installed. Choose another editor in Settings."_s;
+        QTest::newRow("nothing chosen: the first installed")
+            << OptionalString() << QString() << QString() << QStringList{u"gedit"_s, u"subl"_s}
+            << u"/opt/fake/subl | "_s + target + u" in /r"_s;
+        QTest::newRow("a macOS editor stored here: the first installed")
+            << OptionalString(u"xcode"_s) << QString() << QString() << QStringList{u"gedit"_s}
+            << u"/opt/fake/gedit | "_s + target + u" in /r"_s;
+        QTest::newRow("other with arguments")
+            << OptionalString(u"other"_s) << u"executable"_s << u"--goto '%TARGET_PATH%:1' -n"_s << QStringList{}
+            << u"EXE | --goto | "_s + target + u":1 | -n in /r"_s;
+        QTest::newRow("other without arguments stored")
+            << OptionalString(u"other"_s) << u"executable"_s << QString() << QStringList{}
+            << u"EXE | "_s + target + u" in /r"_s;
+        QTest::newRow("other that is not executable")
+            << OptionalString(u"other"_s) << u"plain file"_s << u"%TARGET_PATH%"_s << QStringList{}
+            << u"message: Choose a valid editor path in Settings > Integrations."_s;
+        QTest::newRow("other with a bad argument string")
+            << OptionalString(u"other"_s) << u"executable"_s << u"--wait"_s << QStringList{}
+            << u"message: Arguments must include %TARGET_PATH%."_s;
+        QTest::newRow("nothing installed, nothing chosen")
+            << OptionalString() << QString() << QString() << QStringList{}
+            << u"message: Choose a valid editor path in Settings > Integrations."_s;
+    }
+
+    void editorPlans()
+    {
+        QFETCH(OptionalString, selection);
+        QFETCH(QString, otherPath);
+        QFETCH(QString, arguments);
+        QFETCH(QStringList, programs);
+        QFETCH(QString, expected);
+        QString path = otherPath;
+        if (otherPath == u"executable")
+            path = executable(u"my editor"_s);
+        else if (otherPath == u"plain file") {
+            path = m_folder.filePath(u"notes.txt"_s);
+            QFile(path).open(QIODevice::WriteOnly);
+        }
+        const EditorChoice choice{selection, path, arguments};
+        const QStringList desktopIds = QStringList(programs).replaceInStrings(u"desktop:"_s, QString());
+        const auto plan = editorLaunchPlan(choice, u"/r/it's a $(file); -x.txt"_s, u"/r"_s,
+                                           installed(programs, programs.filter(u"desktop:"_s).isEmpty() ? QStringList{}
+                                                                                                    : desktopIds));
+        QCOMPARE(describe(plan), QString(expected).replace(u"EXE"_s, path));
+        if (const LaunchPlan *launch = std::get_if<LaunchPlan>(&plan))
+            QCOMPARE(launch->start, LaunchPlan::Start::detached);
+    }
+
+    void terminalPlans_data()
+    {
+        QTest::addColumn<OptionalString>("stored");
+        QTest::addColumn<QStringList>("programs");
+        QTest::addColumn<QString>("expected");
+        const QString folder = u"/home/a/it's $(x)"_s;
+        QTest::newRow("stored and installed") << OptionalString(u"org.kde.konsole"_s)
+                                              << QStringList{u"gnome-terminal"_s, u"konsole"_s}
+                                              << u"/opt/fake/konsole | --workdir | "_s + folder + u" in "_s + folder;
+        QTest::newRow("stored but removed: the platform's own")
+            << OptionalString(u"kitty"_s) << QStringList{u"gnome-terminal"_s, u"foot"_s}
+            << u"/opt/fake/gnome-terminal | --working-directory="_s + folder + u" in "_s + folder;
+        QTest::newRow("macOS choice: the first installed")
+            << OptionalString(u"com.googlecode.iterm2"_s) << QStringList{u"alacritty"_s, u"xterm"_s}
+            << u"/opt/fake/alacritty | --working-directory | "_s + folder + u" in "_s + folder;
+        QTest::newRow("unknown value") << OptionalString(u"nonsense"_s) << QStringList{u"wezterm"_s}
+                                       << u"/opt/fake/wezterm | start | --cwd | "_s + folder + u" in "_s + folder;
+        QTest::newRow("kitty") << OptionalString(u"kitty"_s) << QStringList{u"kitty"_s}
+                               << u"/opt/fake/kitty | --directory | "_s + folder + u" in "_s + folder;
+        QTest::newRow("xterm starts in its working directory")
+            << OptionalString(u"xterm"_s) << QStringList{u"xterm"_s} << u"/opt/fake/xterm |  in "_s + folder;
+        QTest::newRow("Ghostty") << OptionalString(u"com.mitchellh.ghostty"_s) << QStringList{u"ghostty"_s}
+                                 << u"/opt/fake/ghostty | --working-directory="_s + folder + u" in "_s + folder;
+        QTest::newRow("none installed") << OptionalString() << QStringList{}
+                                        << u"message: No terminal was found. Install one, such as GNOME Terminal, "
+                                           "Konsole or xterm."_s;
+    }
+
+    void terminalPlans()
+    {
+        QFETCH(OptionalString, stored);
+        QFETCH(QStringList, programs);
+        QFETCH(QString, expected);
+        QCOMPARE(describe(terminalLaunchPlan(stored, u"/home/a/it's $(x)"_s, installed(programs))), expected);
+    }
+
+    void terminalChoiceFallsBack()
+    {
+        const QList<TerminalApplication> onlyKonsole{TerminalApplication::konsole};
+        QCOMPARE(resolveTerminal(u"org.kde.konsole"_s, onlyKonsole), TerminalApplication::konsole);
+        QCOMPARE(resolveTerminal(u"xterm"_s, onlyKonsole), TerminalApplication::konsole);
+        QCOMPARE(resolveTerminal(std::nullopt, {}), platformDefaultTerminal());
+    }
+
+    void iTermScriptCarriesThePathInBase64()
+    {
+        const QString path = u"/Users/ann/it's \"here\" \\ caf\u00e9"_s;
+        const QString script = iTermScript(path);
+        const QString base64 = QString::fromLatin1(path.toUtf8().toBase64());
+        QCOMPARE(script,
+                 u"set repositoryPath to do shell script \"printf %s '"_s + base64
+                     + u"' | /usr/bin/base64 -D\"\n"
+                       "tell application id \"com.googlecode.iterm2\"\n"
+                       "    set newWindow to (create window with default profile)\n"
+                       "    tell current session of newWindow to write text (\"cd -- \" & quoted form of repositoryPath)\n"
+                       "    activate\n"
+                       "end tell"_s);
+        QVERIFY(!script.contains(u"it's"_s));
+    }
+
+    void desktopEntryPrograms_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<OptionalString>("program");
+        QTest::newRow("plain") << u"[Desktop Entry]\nName=Kate\nExec=kate -b %U\n"_s << OptionalString(u"kate"_s);
+        QTest::newRow("quoted") << u"[Desktop Entry]\nExec=\"/opt/My Editor/bin/edit\" %F\n"_s
+                                << OptionalString(u"/opt/My Editor/bin/edit"_s);
+        QTest::newRow("actions are not the main entry")
+            << u"[Desktop Action new]\nExec=other\n[Desktop Entry]\nExec=main %f\n"_s << OptionalString(u"main"_s);
+        QTest::newRow("no Exec line") << u"[Desktop Entry]\nName=x\n"_s << OptionalString();
+    }
+
+    void desktopEntryPrograms()
+    {
+        QFETCH(QString, text);
+        QFETCH(OptionalString, program);
+        QCOMPARE(programOfDesktopEntry(text), program);
+    }
+};
+
+QTEST_GUILESS_MAIN(LaunchPlansTest)
+#include "tst_launch_plans.moc"

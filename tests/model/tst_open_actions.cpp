@@ -1,0 +1,141 @@
+#include "Checks.h"
+#include "ModelHarness.h"
+#include "RepositoryFixtures.h"
+#include "TestEnvironment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+using test::readFile;
+
+namespace {
+
+// A program of the given name that records its arguments and working
+// directory next to itself, standing in for an editor or a terminal.
+class StandIn {
+public:
+    StandIn(const QTemporaryDir &folder, const QString &name)
+        : m_record(folder.filePath(name + u".record"_s))
+    {
+        QFile script(folder.filePath(name));
+        script.open(QIODevice::WriteOnly);
+        script.write("#!/bin/sh\n{ pwd; for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done; } > '"
+                     + m_record.toUtf8() + ".part' && mv '" + m_record.toUtf8() + ".part' '" + m_record.toUtf8()
+                     + "'\n");
+        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    bool ran() const { return QFile::exists(m_record); }
+    QString workingDirectory() const { return QString::fromUtf8(readFile(m_record)).section(u'\n', 0, 0); }
+    QStringList arguments() const
+    {
+        const QByteArray recorded = readFile(m_record);
+        QStringList arguments;
+        for (const QByteArray &argument : recorded.mid(recorded.indexOf('\n') + 1).split('\0'))
+            arguments.append(QString::fromUtf8(argument));
+        arguments.removeLast();
+        return arguments;
+    }
+
+private:
+    QString m_record;
+};
+
+} // namespace
+
+class OpenActionsTest : public QObject {
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_programs;
+    std::optional<test::ScopedEnvironmentVariable> m_path;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        test::pinTestEnvironment();
+        // Only the stand-ins and the basic tools can be found.
+        m_path.emplace("PATH", (m_programs.path() + u":/usr/bin:/bin"_s).toUtf8());
+    }
+
+    void opensInTheEditorWithThePathAsOneArgument()
+    {
+        const StandIn code(m_programs, u"code"_s);
+        const test::GitFixture repository;
+        const QString target = repository.filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
+        test::ModelHarness harness;
+        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"vsCode"_s);
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
+        QVERIFY(harness.settle());
+        QCOMPARE(model.editorTitle(), u"Open in VS Code"_s);
+        model.openInEditor(target);
+        QTRY_VERIFY(code.ran());
+        QCOMPARE(code.arguments(), QStringList{target});
+        QCOMPARE(code.workingDirectory(), repository.path());
+        QVERIFY(!QFile::exists(repository.filePath(u"x"_s)));
+        QCOMPARE(model.activityState().presentedError(), std::nullopt);
+    }
+
+    void opensTheRepositoryInATerminal()
+    {
+        const StandIn kitty(m_programs, u"kitty"_s);
+        const test::MercurialFixture repository;
+        test::ModelHarness harness;
+        harness.modelSettings().store().setValue(u"defaultTerminal.v1"_s, u"kitty"_s);
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
+        QVERIFY(harness.settle());
+        model.openInTerminal();
+        QTRY_VERIFY(kitty.ran());
+        QCOMPARE(kitty.arguments(), (QStringList{u"--directory"_s, repository.path()}));
+        QCOMPARE(kitty.workingDirectory(), repository.path());
+        QFile::remove(m_programs.filePath(u"kitty"_s));
+    }
+
+    void failuresAreTitledWithTheAction()
+    {
+        const test::GitFixture repository;
+        test::ModelHarness harness;
+        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"zed"_s);
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
+        QVERIFY(harness.settle());
+        model.openInEditor(repository.path());
+        QCOMPARE(model.activityState().presentedError()->title, u"Open in Zed"_s);
+        QCOMPARE(model.activityState().presentedError()->message,
+                 u"Zed is no longer installed. Choose another editor in Settings."_s);
+        model.openInTerminal();
+        QCOMPARE(model.activityState().presentedError()->title, u"Open in Terminal"_s);
+    }
+
+    void ignoresFilesAndUsesTheDesktop()
+    {
+        const test::MercurialFixture repository;
+        repository.write(u"build/out.o"_s, "x");
+        test::ModelHarness harness;
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
+        QVERIFY(harness.settle());
+        QCOMPARE(model.workspace().snapshot().files.size(), 1);
+        model.addIgnoreEntry(u"/build/"_s);
+        QCOMPARE(model.activityState().activity(), u"Updating .hgignore"_s);
+        QVERIFY(harness.settle());
+        QCOMPARE(readFile(repository.filePath(u".hgignore"_s)), QByteArray("syntax: glob\nbuild/**\n"));
+        QCOMPARE(model.workspace().snapshot().files, (QList<WorkingFile>{{u".hgignore"_s, FileState::untracked}}));
+
+        model.reveal(repository.filePath(u".hgignore"_s));
+        model.openWithDefaultApplication(repository.filePath(u".hgignore"_s));
+        model.copyPaths({u"a.txt"_s, u"b c.txt"_s});
+        QCOMPARE(harness.desktop.revealed, QStringList{repository.filePath(u".hgignore"_s)});
+        QCOMPARE(harness.desktop.opened, QStringList{repository.filePath(u".hgignore"_s)});
+        QCOMPARE(harness.desktop.clipboard, QStringList{u"a.txt\nb c.txt"_s});
+    }
+};
+
+QTEST_GUILESS_MAIN(OpenActionsTest)
+#include "tst_open_actions.moc"
