@@ -1,65 +1,174 @@
+#include "app/DemoRepositories.h"
+#include "app/TerminationSignal.h"
+#include "model/AppModel.h"
+#include "ui/ChangesView.h"
+#include "ui/DesktopServices.h"
 #include "ui/MainWindow.h"
 #include "ui/Screenshot.h"
+#include "ui/ViewSettings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QTemporaryDir>
 #include <QTextStream>
+#include <QThread>
+#include <QTimer>
 
-#include <cstdio>
+#include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace tillery;
 
 namespace {
 
 bool hasDisplay()
 {
-    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || !qEnvironmentVariableIsEmpty("DISPLAY")
-           || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!platform.isEmpty())
+        return platform != "offscreen" && platform != "minimal";
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+// Lets the model finish what it started (refreshes, diffs) before a picture is taken.
+void waitUntilIdle(const AppModel &model)
+{
+    const QDeadlineTimer deadline(60000);
+    int quietTurns = 0;
+    while (!deadline.hasExpired() && quietTurns < 5) {
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy();
+        quietTurns = idle ? quietTurns + 1 : 0;
+        QThread::msleep(10);
+    }
+}
+
+void showPage(AppModel &model, const QString &tab, const QString &file)
+{
+    model.setTab(tab == u"history" ? WorkspaceTab::history : WorkspaceTab::changes);
+    waitUntilIdle(model);
+    const QList<WorkingFile> &files = model.workspace().snapshot().files;
+    for (const WorkingFile &candidate : files) {
+        if (file.isEmpty() || candidate.path == file) {
+            model.selectChangeFiles({candidate});
+            break;
+        }
+    }
+    waitUntilIdle(model);
 }
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    // Without a display the window is rendered offscreen and saved as a picture.
     const bool headless = !hasDisplay();
     if (headless)
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Tillery"_s);
-    QApplication::setOrganizationName(u"Tillery"_s);
     QApplication::setApplicationVersion(QStringLiteral(TILLERY_VERSION));
+    QApplication::setWindowIcon(QIcon(u":/icons/icons/network.svg"_s));
+    quitOnTerminationSignals();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(u"A desktop client for Mercurial and Git repositories."_s);
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption screenshotOption(
-        u"screenshot"_s, u"Render the main window to a PNG file and quit."_s, u"file"_s);
-    parser.addOption(screenshotOption);
+    const QCommandLineOption screenshotOption(u"screenshot"_s, u"Render the main window to a PNG file and quit."_s,
+                                              u"file"_s);
+    const QCommandLineOption repositoryOption(u"repository"_s, u"Select (and add) this repository."_s, u"folder"_s);
+    const QCommandLineOption tabOption(u"tab"_s, u"Show this page: changes or history."_s, u"tab"_s, u"changes"_s);
+    const QCommandLineOption fileOption(u"file"_s, u"Select this changed file (a repository-relative path)."_s,
+                                        u"path"_s);
+    const QCommandLineOption demoOption(u"demo"_s,
+                                        u"Open two sample repositories made in a temporary folder, with settings of "
+                                        "their own; your own list of repositories is left alone."_s);
+    const QCommandLineOption reportOption(u"report-window"_s,
+                                          u"Print a line on standard output once the window is on screen."_s);
+    parser.addOptions({screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption});
     parser.process(application);
+    QTextStream out(stdout);
 
-    QString screenshotPath = parser.value(screenshotOption);
-    if (screenshotPath.isEmpty() && headless)
-        screenshotPath = QDir::current().absoluteFilePath(u"tillery-screenshot.png"_s);
+    // The person's own settings, or for a demonstration a set of its own.
+    std::unique_ptr<QTemporaryDir> demoFolder;
+    std::unique_ptr<QSettings> settings;
+    QList<Repository> demoRepositories;
+    QString iconFolder = AppModelServices::defaultIconFolder();
+    if (parser.isSet(demoOption)) {
+        demoFolder = std::make_unique<QTemporaryDir>(QDir::tempPath() + u"/tillery-demo-XXXXXX"_s);
+        settings = std::make_unique<QSettings>(demoFolder->filePath(u"settings.ini"_s), QSettings::IniFormat);
+        iconFolder = demoFolder->filePath(u"Repository Icons"_s);
+        try {
+            demoRepositories = makeDemoRepositories(demoFolder->path());
+        } catch (const std::exception &failure) {
+            QTextStream(stderr) << "The sample repositories could not be made: " << failure.what() << "\n";
+            return 1;
+        }
+        ModelSettings demo(*settings);
+        demo.setRepositories(demoRepositories);
+        demo.setLastSelectedRepository(demoRepositories.first().path);
+    } else {
+        settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Tillery"_s,
+                                               u"Tillery"_s);
+    }
 
-    tillery::MainWindow window;
-    if (screenshotPath.isEmpty()) {
+    DialogPrompts prompts;
+    PlatformDesktop desktop;
+    AppModel model({*settings, prompts, desktop, iconFolder});
+    ViewSettings viewSettings(*settings);
+    MainWindow window(model, viewSettings);
+    prompts.setWindow(&window);
+    model.start();
+    if (parser.isSet(repositoryOption))
+        model.addRepositories({QUrl::fromLocalFile(QDir::current().absoluteFilePath(parser.value(repositoryOption)))});
+
+    QString screenshot = parser.value(screenshotOption);
+    if (screenshot.isEmpty() && headless)
+        screenshot = QDir::current().absoluteFilePath(u"tillery-screenshot.png"_s);
+    if (screenshot.isEmpty()) {
         window.show();
+        if (parser.isSet(reportOption)) {
+            QTimer::singleShot(0, &window, [&out] {
+                out << "Tillery: the main window is on screen\n";
+                out.flush();
+            });
+        }
         return QApplication::exec();
     }
 
-    QTextStream out(stdout);
-    QTextStream err(stderr);
-    const QString absolutePath = QDir::current().absoluteFilePath(screenshotPath);
-    if (!tillery::saveScreenshot(window, absolutePath)) {
-        err << "Tillery could not write a screenshot to " << absolutePath << ".\n";
+    // Pictures instead of a window: one of the page asked for, or for a
+    // demonstration the Changes page of each sample repository.
+    window.show();
+    QStringList written;
+    const auto take = [&](const QString &path) {
+        waitUntilIdle(model);
+        if (saveScreenshot(window, path))
+            written.append(path);
+    };
+    if (!demoRepositories.isEmpty() && parser.value(screenshotOption).isEmpty()) {
+        for (const Repository &repository : std::as_const(demoRepositories)) {
+            model.select(repository);
+            const QString file = parser.isSet(fileOption) ? parser.value(fileOption) : u"src/main.c"_s;
+            showPage(model, parser.value(tabOption), file);
+            const QString kind = repository.kind == RepositoryKind::git ? u"git"_s : u"mercurial"_s;
+            take(QDir::current().absoluteFilePath(u"tillery-demo-"_s + kind + u".png"_s));
+        }
+    } else {
+        waitUntilIdle(model);
+        showPage(model, parser.value(tabOption), parser.value(fileOption));
+        take(QDir::current().absoluteFilePath(screenshot));
+    }
+    if (written.isEmpty()) {
+        QTextStream(stderr) << "Tillery could not write a screenshot.\n";
         return 1;
     }
     if (headless)
         out << "No display is available, so Tillery ran offscreen.\n";
-    out << "Wrote a screenshot of the main window to " << absolutePath << ".\n";
+    for (const QString &path : std::as_const(written))
+        out << "Wrote a screenshot of the main window to " << path << ".\n";
     return 0;
 }

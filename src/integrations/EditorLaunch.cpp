@@ -109,4 +109,13 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
     return LaunchPlan{choice.path, arguments, repositoryPath, LaunchPlan::Start::detached, name};
 }
 
+LaunchPlan openWithPlan(const QString &applicationPath, const QString &targetPath, const QString &repositoryPath)
+{
+    const QString name = QFileInfo(applicationPath).completeBaseName();
+    if (isApplicationBundle(applicationPath))
+        return LaunchPlan{u"/usr/bin/open"_s, {u"-a"_s, applicationPath, targetPath}, repositoryPath,
+                          LaunchPlan::Start::awaited, name};
+    return LaunchPlan{applicationPath, {targetPath}, repositoryPath, LaunchPlan::Start::detached, name};
+}
+
 } // namespace tillery

@@ -35,4 +35,8 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
                                                    const QString &repositoryPath,
                                                    const InstalledApplications &applications);
 
+// How to open the target with an application the person picked: an
+// application bundle through "open -a" (macOS), else the program itself.
+LaunchPlan openWithPlan(const QString &applicationPath, const QString &targetPath, const QString &repositoryPath);
+
 } // namespace tillery

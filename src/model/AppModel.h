@@ -126,6 +126,10 @@ public:
     void addIgnoreEntry(const QString &pattern) { m_workingCopy.addIgnoreEntry(pattern); }
     void openInEditor(const QString &targetPath) { m_open.openInEditor(targetPath); }
     void openInTerminal() { m_open.openInTerminal(); }
+    void openWith(const QString &targetPath, const QString &applicationPath)
+    {
+        m_open.openWith(targetPath, applicationPath);
+    }
     QString editorTitle() const { return m_open.editorTitle(); }
     void reveal(const QString &path) { m_open.reveal(path); }
     void openWithDefaultApplication(const QString &path) { m_open.openWithDefaultApplication(path); }

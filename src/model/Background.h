@@ -3,14 +3,16 @@
 #include "process/CancellableRun.h"
 #include "process/Failure.h"
 
-#include <QFuture>
 #include <QObject>
-#include <QPromise>
+#include <QFuture>
 #include <QString>
 #include <QThreadPool>
 #include <QtConcurrent>
 
+#include <atomic>
 #include <exception>
+#include <memory>
+#include <functional>
 #include <optional>
 #include <type_traits>
 #include <variant>
@@ -29,6 +31,24 @@ struct Outcome {
 
 // The result of work that returns nothing.
 using Done = std::monostate;
+
+// A handle on background work that can stop it: its tool run ends (when it
+// has a cancellation check) and its continuation never runs. Copies share the
+// same work; a default handle stops nothing.
+class BackgroundTask {
+public:
+    BackgroundTask() = default;
+    explicit BackgroundTask(std::shared_ptr<std::atomic<bool>> cancelled) : m_cancelled(std::move(cancelled)) {}
+
+    void cancel()
+    {
+        if (m_cancelled)
+            m_cancelled->store(true);
+    }
+
+private:
+    std::shared_ptr<std::atomic<bool>> m_cancelled;
+};
 
 namespace background {
 
@@ -56,34 +76,48 @@ OutcomeOf<std::invoke_result_t<Work &>> captureOutcome(Work &work)
 
 } // namespace background
 
+namespace background {
+
+// Runs `work` (given the cancellation check) on the pool and hands its
+// outcome to `done` on the context's thread, unless the task was cancelled
+// meanwhile. Qt drops the continuation when the context is gone.
+template <typename Captured, typename Work, typename Done>
+BackgroundTask start(QThreadPool *pool, QObject *context, Work work, Done done)
+{
+    auto cancelled = std::make_shared<std::atomic<bool>>(false);
+    QFuture<Captured> future = QtConcurrent::run(pool, [work = std::move(work), cancelled]() mutable {
+        const CancellationCheck isCancelled = [cancelled] { return cancelled->load(); };
+        auto bound = [&] { return work(isCancelled); };
+        return captureOutcome(bound);
+    });
+    future.then(context, [done = std::move(done), cancelled](Captured outcome) mutable {
+        if (!cancelled->load())
+            done(std::move(outcome));
+    });
+    return BackgroundTask(cancelled);
+}
+
+} // namespace background
+
 // Runs `work` on the pool and hands its outcome to `done` on the context's
-// thread; when the context is gone by then, or the returned future was
-// cancelled, `done` never runs.
+// thread; when the context is gone by then, or the task was cancelled, `done`
+// never runs.
 template <typename Work, typename Done>
-QFuture<void> runInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
+BackgroundTask runInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &>>;
-    QFuture<Captured> future =
-        QtConcurrent::run(pool, [work = std::move(work)]() mutable { return background::captureOutcome(work); });
-    future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
-    return QFuture<void>(future);
+    return background::start<Captured>(
+        pool, context, [work = std::move(work)](const CancellationCheck &) mutable { return work(); },
+        std::move(done));
 }
 
 // The same for work that takes a cancellation check: cancelling the returned
-// future stops the work's tool run, and `done` is then never called.
+// task stops the work's tool run, and `done` is then never called.
 template <typename Work, typename Done>
-QFuture<void> runCancellableInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
+BackgroundTask runCancellableInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &, const CancellationCheck &>>;
-    QFuture<Captured> future = QtConcurrent::run(pool, [work = std::move(work)](QPromise<Captured> &promise) mutable {
-        const CancellationCheck isCancelled = cancellationOf(promise);
-        auto bound = [&] { return work(isCancelled); };
-        Captured outcome = background::captureOutcome(bound);
-        if (!promise.isCanceled())
-            promise.addResult(std::move(outcome));
-    });
-    future.then(context, [done = std::move(done)](Captured outcome) mutable { done(std::move(outcome)); });
-    return QFuture<void>(future);
+    return background::start<Captured>(pool, context, std::move(work), std::move(done));
 }
 
 } // namespace tillery

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "diff/DiffDocument.h"
+#include "model/Background.h"
 #include "records/Changeset.h"
 #include "records/WorkingFile.h"
 
@@ -111,8 +112,8 @@ private:
     bool m_isLoadingDiff = false;
     bool m_showDiffLoadingIndicator = false;
 
-    QFuture<void> m_workingDiffTask;
-    QFuture<void> m_changesetFilesTask;
+    BackgroundTask m_workingDiffTask;
+    BackgroundTask m_changesetFilesTask;
     quint64 m_loadGeneration = 0;
     QTimer m_pendingSelection;
     std::optional<WorkingFile> m_pendingFile;

@@ -63,6 +63,15 @@ void OpenActions::openInTerminal()
                                                                 repository->path, InstalledApplications::system()));
 }
 
+void OpenActions::openWith(const QString &targetPath, const QString &applicationPath)
+{
+    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
+    if (!repository)
+        return;
+    const LaunchPlan plan = openWithPlan(applicationPath, targetPath, repository->path);
+    launchInBackground(u"Open With "_s + plan.applicationName, plan);
+}
+
 void OpenActions::reveal(const QString &path)
 {
     m_desktop.reveal(path);

@@ -23,6 +23,8 @@ public:
     // itself, as an absolute path.
     void openInEditor(const QString &targetPath);
     void openInTerminal();
+    // Opens the target with an application the person picked.
+    void openWith(const QString &targetPath, const QString &applicationPath);
     // "Open in VS Code": the editor's name as the menu shows it.
     QString editorTitle() const;
 

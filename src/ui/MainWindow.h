@@ -1,14 +1,67 @@
 #pragma once
 
+#include "model/Workspace.h"
+
 #include <QMainWindow>
+#include <QDialog>
+#include <QMessageBox>
+#include <QPointer>
+
+class QAction;
+class QSplitter;
+class QStackedWidget;
 
 namespace tillery {
 
+class AppModel;
+class RepositoryWorkspace;
+class SidebarView;
+class ViewSettings;
+class WelcomeView;
+
+// The one main window: the sidebar and the selected repository's workspace
+// (or the start page), the menus, the error alert and the sheets.
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 
 public:
-    explicit MainWindow(QWidget *parent = nullptr);
+    MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
+
+    SidebarView *sidebar() const { return m_sidebar; }
+    RepositoryWorkspace *workspace() const { return m_workspace; }
+    WelcomeView *welcome() const { return m_welcome; }
+    QSplitter *splitter() const { return m_splitter; }
+    // The shown error alert, if any.
+    QMessageBox *errorAlert() const { return m_errorAlert; }
+    // A menu item by its label as shown now.
+    QAction *menuAction(const QString &label) const;
+    QDialog *sheet(Workspace::Sheet sheet) const;
+
+private:
+    void buildMenus();
+    void updateActions();
+    void updatePage();
+    void showError();
+    void showSheets();
+    // The selected working file as an absolute path, else the repository.
+    QString editorTarget() const;
+
+    AppModel &m_model;
+    ViewSettings &m_settings;
+    QSplitter *m_splitter;
+    SidebarView *m_sidebar;
+    QStackedWidget *m_detail;
+    WelcomeView *m_welcome;
+    RepositoryWorkspace *m_workspace;
+    QPointer<QMessageBox> m_errorAlert;
+    QPointer<QDialog> m_sheets[4];
+
+    QList<QAction *> m_repositoryActions;
+    QList<QAction *> m_operationActions;
+    QAction *m_rename = nullptr;
+    QAction *m_delete = nullptr;
+    QAction *m_updateFromDefault = nullptr;
+    QAction *m_openInEditor = nullptr;
 };
 
 } // namespace tillery

@@ -1,0 +1,59 @@
+#include "ui/ActivityRow.h"
+
+#include "model/ActivityState.h"
+#include "ui/Spinner.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace tillery {
+
+ActivityRow::ActivityRow(const ActivityState &activity, QWidget *parent)
+    : QWidget(parent)
+    , m_spinner(new Spinner(16))
+    , m_text(new QLabel)
+{
+    auto *spinnerFrame = new QWidget;
+    spinnerFrame->setFixedSize(16, 16);
+    auto *frameLayout = new QHBoxLayout(spinnerFrame);
+    frameLayout->setContentsMargins(0, 0, 0, 0);
+    frameLayout->addWidget(m_spinner);
+
+    QFont caption = m_text->font();
+    caption.setPointSizeF(caption.pointSizeF() * 0.85);
+    m_text->setFont(caption);
+    m_text->setForegroundRole(QPalette::PlaceholderText);
+    m_text->setTextFormat(Qt::PlainText);
+    m_text->setMinimumWidth(1);
+    m_text->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(8, 4, 8, 4);
+    layout->addWidget(spinnerFrame);
+    layout->addWidget(m_text, 1);
+    setFixedHeight(std::max(24, QFontMetrics(caption).height() + 8));
+
+    connect(&activity, &ActivityState::isBusyChanged, this, [this, &activity] { update(activity); });
+    connect(&activity, &ActivityState::activityChanged, this, [this, &activity] { update(activity); });
+    update(activity);
+}
+
+void ActivityRow::update(const ActivityState &activity)
+{
+    m_spinner->setVisible(activity.isBusy());
+    const QFontMetrics metrics(m_text->font());
+    m_text->setText(metrics.elidedText(activity.activity(), Qt::ElideRight, std::max(40, m_text->width())));
+    m_text->setToolTip(activity.activity());
+}
+
+QString ActivityRow::shownText() const
+{
+    return m_text->toolTip();
+}
+
+bool ActivityRow::isSpinning() const
+{
+    return !m_spinner->isHidden();
+}
+
+} // namespace tillery

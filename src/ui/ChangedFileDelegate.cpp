@@ -1,0 +1,69 @@
+#include "ui/ChangedFileDelegate.h"
+
+#include "ui/ChangedFilesModel.h"
+#include "ui/StatusBadge.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace tillery {
+
+QRect ChangedFileDelegate::checkBoxRect(const QRect &row)
+{
+    return QRect(row.x() + 6, row.y() + (row.height() - 16) / 2, 16, 16);
+}
+
+void ChangedFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    background.features &= ~QStyleOptionViewItem::HasCheckIndicator;
+    QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
+
+    QStyleOptionButton check;
+    check.rect = checkBoxRect(option.rect);
+    check.state = QStyle::State_Enabled
+                  | (index.data(Qt::CheckStateRole).toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
+    style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &check, painter, option.widget);
+
+    const bool selected = option.state & QStyle::State_Selected;
+    const int badgeX = check.rect.right() + 6;
+    statusBadge::paint(*painter, QRect(badgeX, option.rect.y(), statusBadge::width, option.rect.height()),
+                       static_cast<FileState>(index.data(ChangedFilesModel::StateRole).toInt()),
+                       selected ? std::optional(option.palette.color(QPalette::HighlightedText)) : std::nullopt);
+
+    const int textX = badgeX + statusBadge::width + 6;
+    const QRect textRect(textX, option.rect.y(), option.rect.right() - textX - 4, option.rect.height());
+    painter->save();
+    painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
+    painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft,
+                      option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, textRect.width()));
+    painter->restore();
+}
+
+QSize ChangedFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return {QStyledItemDelegate::sizeHint(option, index).width(), rowHeight};
+}
+
+bool ChangedFileDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                                      const QModelIndex &index)
+{
+    if (event->type() != QEvent::MouseButtonRelease && event->type() != QEvent::MouseButtonPress
+        && event->type() != QEvent::MouseButtonDblClick)
+        return false;
+    const auto *mouse = static_cast<QMouseEvent *>(event);
+    if (!checkBoxRect(option.rect).adjusted(-3, -3, 3, 3).contains(mouse->position().toPoint()))
+        return false;
+    if (event->type() == QEvent::MouseButtonRelease && mouse->button() == Qt::LeftButton) {
+        const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+    }
+    // Swallowed, so that the click changes no selection.
+    return true;
+}
+
+} // namespace tillery

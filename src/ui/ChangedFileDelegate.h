@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace tillery {
+
+// A changed-file row: the check box, the status badge, then the path on one
+// line, cut in the middle when it does not fit. Clicking the check box marks
+// the file without touching the list's selection.
+class ChangedFileDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    static constexpr int rowHeight = 24;
+    static QRect checkBoxRect(const QRect &row);
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+    bool editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                     const QModelIndex &index) override;
+};
+
+} // namespace tillery

@@ -1,0 +1,260 @@
+#include "ui/ChangesView.h"
+
+#include "integrations/FileManager.h"
+#include "integrations/IgnoreFile.h"
+#include "model/AppModel.h"
+#include "ui/ChangedFileDelegate.h"
+#include "ui/ChangedFilesModel.h"
+#include "ui/CommitBox.h"
+#include "ui/DiffView.h"
+#include "ui/EmptyState.h"
+#include "ui/Spinner.h"
+
+#include <QCheckBox>
+#include <QFileInfo>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QWidget *loadingPage()
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    auto *spinnerRow = new QHBoxLayout;
+    spinnerRow->addStretch();
+    spinnerRow->addWidget(new Spinner(18));
+    spinnerRow->addStretch();
+    auto *text = new QLabel(u"Loading Changes…"_s);
+    text->setForegroundRole(QPalette::PlaceholderText);
+    text->setAlignment(Qt::AlignCenter);
+    layout->addStretch();
+    layout->addLayout(spinnerRow);
+    layout->addWidget(text);
+    layout->addStretch();
+    return page;
+}
+
+// The folders that hold a file, outermost first: "a/b/c.txt" gives "a", "a/b".
+QStringList enclosingFolders(const QString &path)
+{
+    QStringList folders;
+    const QStringList parts = path.split(u'/');
+    for (qsizetype index = 1; index < parts.size(); ++index)
+        folders.append(parts.first(index).join(u'/'));
+    return folders;
+}
+
+} // namespace
+
+ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_files(new ChangedFilesModel(model, this))
+    , m_pages(new QStackedWidget)
+    , m_list(new QListView)
+    , m_selectAll(new QCheckBox)
+    , m_commitBox(new CommitBox(model))
+    , m_diffView(new DiffView(
+          model, settings,
+          [&model] {
+              const std::optional<WorkingFile> &file = model.diffSelection().selectedFile();
+              return file ? file->path : QString();
+          },
+          u"Select a changed file to inspect its diff."_s))
+{
+    m_list->setModel(m_files);
+    m_list->setItemDelegate(new ChangedFileDelegate(m_list));
+    m_list->setUniformItemSizes(true);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_list->setAccessibleName(u"Changed files"_s);
+    m_list->setFrameShape(QFrame::NoFrame);
+    connect(m_list, &QListView::customContextMenuRequested, this, [this](const QPoint &position) {
+        const QModelIndex index = m_list->indexAt(position);
+        if (!index.isValid())
+            return;
+        QMenu *menu = contextMenuFor(index.row());
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        menu->popup(m_list->viewport()->mapToGlobal(position));
+    });
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesView::listSelectionChanged);
+
+    m_selectAll->setToolTip(u"Select all changed files"_s);
+    m_selectAll->setAccessibleName(u"Select all changed files"_s);
+    connect(m_selectAll, &QCheckBox::clicked, this, [this](bool checked) {
+        QSet<QString> marked;
+        if (checked) {
+            for (const WorkingFile &file : m_model.workspace().snapshot().files)
+                marked.insert(file.path);
+        }
+        m_model.setSelectedFilePaths(marked);
+    });
+
+    auto *header = new QHBoxLayout;
+    header->setContentsMargins(8, 4, 8, 4);
+    header->addWidget(m_selectAll);
+    header->addStretch();
+    auto *listPage = new QWidget;
+    auto *listLayout = new QVBoxLayout(listPage);
+    listLayout->setContentsMargins(0, 0, 0, 0);
+    listLayout->setSpacing(0);
+    listLayout->addLayout(header);
+    listLayout->addWidget(m_list, 1);
+
+    m_pages->addWidget(loadingPage());
+    m_pages->addWidget(new EmptyState(u"No Local Changes"_s, u"checkmark.circle"_s, u"The working copy is clean."_s));
+    m_pages->addWidget(listPage);
+
+    auto *left = new QWidget;
+    auto *leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->setSpacing(0);
+    leftLayout->addWidget(m_pages, 1);
+    auto *divider = new QFrame;
+    divider->setFrameShape(QFrame::HLine);
+    divider->setFrameShadow(QFrame::Sunken);
+    leftLayout->addWidget(divider);
+    leftLayout->addWidget(m_commitBox);
+    left->setMinimumWidth(240);
+
+    auto *splitter = new QSplitter(Qt::Horizontal);
+    splitter->addWidget(left);
+    splitter->addWidget(m_diffView);
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({300, 600});
+    splitter->setChildrenCollapsible(false);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+
+    connect(&model.workspace(), &Workspace::snapshotChanged, this, [this] {
+        updateState();
+        updateSelectAll();
+        showSelectionFromModel();
+    });
+    connect(&model.workspace(), &Workspace::isSwitchingRepositoryChanged, this, &ChangesView::updateState);
+    connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, &ChangesView::updateSelectAll);
+    connect(&model.diffSelection(), &DiffSelection::selectedChangeFilesChanged, this,
+            &ChangesView::showSelectionFromModel);
+    updateState();
+    updateSelectAll();
+}
+
+ChangesView::State ChangesView::state() const
+{
+    return static_cast<State>(m_pages->currentIndex());
+}
+
+void ChangesView::updateState()
+{
+    State state = State::list;
+    if (m_model.workspace().isSwitchingRepository())
+        state = State::loading;
+    else if (m_model.workspace().snapshot().files.isEmpty())
+        state = State::clean;
+    m_pages->setCurrentIndex(static_cast<int>(state));
+}
+
+void ChangesView::updateSelectAll()
+{
+    const QList<WorkingFile> &files = m_model.workspace().snapshot().files;
+    const QSet<QString> &marked = m_model.diffSelection().selectedFilePaths();
+    const bool all = !files.isEmpty() && std::all_of(files.cbegin(), files.cend(), [&marked](const WorkingFile &file) {
+        return marked.contains(file.path);
+    });
+    m_selectAll->setChecked(all);
+}
+
+void ChangesView::showSelectionFromModel()
+{
+    if (m_updatingSelection)
+        return;
+    m_updatingSelection = true;
+    QItemSelection selection;
+    for (const WorkingFile &file : m_model.diffSelection().selectedChangeFiles()) {
+        const int row = m_files->rowOf(file.path);
+        if (row >= 0)
+            selection.select(m_files->index(row), m_files->index(row));
+    }
+    m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    m_updatingSelection = false;
+}
+
+void ChangesView::listSelectionChanged()
+{
+    if (m_updatingSelection)
+        return;
+    m_updatingSelection = true;
+    QSet<WorkingFile> selected;
+    for (const QModelIndex &index : m_list->selectionModel()->selectedIndexes())
+        selected.insert(m_files->fileAt(index.row()));
+    m_model.selectChangeFiles(selected);
+    m_updatingSelection = false;
+}
+
+QMenu *ChangesView::contextMenuFor(int row)
+{
+    auto *menu = new QMenu(this);
+    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
+    if (!repository || row < 0 || row >= m_files->rowCount())
+        return menu;
+    const WorkingFile clicked = m_files->fileAt(row);
+    const QSet<WorkingFile> &selection = m_model.diffSelection().selectedChangeFiles();
+    QSet<WorkingFile> targets{clicked};
+    if (selection.contains(clicked))
+        targets = selection;
+    const QString ignoreFile = ignoreFileName(repository->kind);
+    const QString absolute = repository->path + u'/' + clicked.path;
+
+    const QString discardLabel = targets.size() == 1 ? u"Discard Changes"_s
+                                                     : u"Discard %1 Selected Changes"_s.arg(targets.size());
+    connect(menu->addAction(discardLabel), &QAction::triggered, this, [this, targets] {
+        m_model.selectChangeFiles(targets);
+        m_model.discardSelected();
+    });
+    menu->addSeparator();
+    connect(menu->addAction(u"Ignore File (Add to "_s + ignoreFile + u')'), &QAction::triggered, this,
+            [this, path = clicked.path] { m_model.addIgnoreEntry(path); });
+    const QStringList folders = enclosingFolders(clicked.path);
+    if (!folders.isEmpty()) {
+        QMenu *folderMenu = menu->addMenu(u"Ignore Folder (Add to "_s + ignoreFile + u')');
+        for (const QString &folder : folders) {
+            connect(folderMenu->addAction(folder), &QAction::triggered, this,
+                    [this, folder] { m_model.addIgnoreEntry(folder + u'/'); });
+        }
+    }
+    const QString name = QFileInfo(clicked.path).fileName();
+    const qsizetype dot = name.lastIndexOf(u'.');
+    if (dot > 0 && dot < name.size() - 1) {
+        const QString extension = name.sliced(dot);
+        connect(menu->addAction(u"Ignore All "_s + extension + u" Files (Add to "_s + ignoreFile + u')'),
+                &QAction::triggered, this, [this, extension] { m_model.addIgnoreEntry(u'*' + extension); });
+    }
+    menu->addSeparator();
+    connect(menu->addAction(u"Copy File Path"_s), &QAction::triggered, this,
+            [this, absolute] { m_model.copyPaths({absolute}); });
+    connect(menu->addAction(u"Copy Relative File Path"_s), &QAction::triggered, this,
+            [this, path = clicked.path] { m_model.copyPaths({path}); });
+    menu->addSeparator();
+    connect(menu->addAction(fileManagerLabel(u"Reveal in Finder"_s)), &QAction::triggered, this,
+            [this, absolute] { m_model.reveal(absolute); });
+    connect(menu->addAction(m_model.editorTitle()), &QAction::triggered, this,
+            [this, absolute] { m_model.openInEditor(absolute); });
+    connect(menu->addAction(u"Open with Default Program"_s), &QAction::triggered, this,
+            [this, absolute] { m_model.openWithDefaultApplication(absolute); });
+    return menu;
+}
+
+} // namespace tillery

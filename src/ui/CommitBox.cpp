@@ -1,0 +1,78 @@
+#include "ui/CommitBox.h"
+
+#include "model/AppModel.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+CommitBox::CommitBox(AppModel &model, QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_summary(new QLineEdit)
+    , m_description(new QPlainTextEdit)
+    , m_commit(new QPushButton)
+{
+    m_summary->setPlaceholderText(u"Summary (required)"_s);
+    m_summary->setAccessibleName(u"Summary"_s);
+    m_description->setAccessibleName(u"Description"_s);
+    m_description->setMinimumHeight(64);
+    m_description->setTabChangesFocus(true);
+    m_description->setStyleSheet(u"QPlainTextEdit { border: 1px solid palette(mid); border-radius: 5px; }"_s);
+    m_commit->setDefault(true);
+
+    // The shortcut lives on the whole page, so it works from any field.
+    auto *commitAction = new QAction(this);
+    commitAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
+    commitAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(commitAction);
+    connect(commitAction, &QAction::triggered, this, [this] {
+        if (m_model.canCommit())
+            m_model.commit();
+    });
+    connect(m_commit, &QPushButton::clicked, &model, [&model] { model.commit(); });
+
+    connect(m_summary, &QLineEdit::textChanged, &model, [&model](const QString &text) { model.setCommitSummary(text); });
+    connect(m_description, &QPlainTextEdit::textChanged, this,
+            [this] { m_model.setCommitDescription(m_description->toPlainText()); });
+    connect(&model.workspace(), &Workspace::commitSummaryChanged, this, [this](const QString &text) {
+        if (m_summary->text() != text)
+            m_summary->setText(text);
+        update();
+    });
+    connect(&model.workspace(), &Workspace::commitDescriptionChanged, this, [this](const QString &text) {
+        if (m_description->toPlainText() != text)
+            m_description->setPlainText(text);
+    });
+    connect(&model.workspace(), &Workspace::snapshotChanged, this, &CommitBox::update);
+    connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, &CommitBox::update);
+    connect(&model.activityState(), &ActivityState::isBusyChanged, this, &CommitBox::update);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(8);
+    layout->addWidget(m_summary);
+    layout->addWidget(m_description);
+    layout->addWidget(m_commit);
+    m_summary->setText(model.workspace().commitSummary());
+    m_description->setPlainText(model.workspace().commitDescription());
+    update();
+}
+
+void CommitBox::update()
+{
+    qsizetype marked = 0;
+    const QSet<QString> &paths = m_model.diffSelection().selectedFilePaths();
+    for (const WorkingFile &file : m_model.workspace().snapshot().files)
+        marked += paths.contains(file.path) ? 1 : 0;
+    m_commit->setText(u"Commit %1 %2"_s.arg(marked).arg(marked == 1 ? u"File"_s : u"Files"_s));
+    m_commit->setEnabled(m_model.canCommit());
+}
+
+} // namespace tillery

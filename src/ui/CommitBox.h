@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QWidget>
+
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace tillery {
+
+class AppModel;
+
+// The summary, the description and the Commit button ("Commit 2 Files"),
+// enabled only when the model allows a commit; Ctrl+Return (⌘Return)
+// commits too.
+class CommitBox final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CommitBox(AppModel &model, QWidget *parent = nullptr);
+
+    QLineEdit *summary() const { return m_summary; }
+    QPlainTextEdit *description() const { return m_description; }
+    QPushButton *commitButton() const { return m_commit; }
+
+private:
+    void update();
+
+    AppModel &m_model;
+    QLineEdit *m_summary;
+    QPlainTextEdit *m_description;
+    QPushButton *m_commit;
+};
+
+} // namespace tillery

@@ -1,0 +1,131 @@
+#include "ui/DesktopServices.h"
+
+#include "integrations/FileManager.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QMessageBox::ButtonRole roleOf(const QString &label)
+{
+    if (label == u"Cancel")
+        return QMessageBox::RejectRole;
+    static const QStringList destructive{u"Remove"_s, u"Delete"_s, u"Discard"_s, u"Discard Changes"_s,
+                                         u"Remove Folder"_s};
+    return destructive.contains(label) ? QMessageBox::DestructiveRole : QMessageBox::AcceptRole;
+}
+
+} // namespace
+
+DialogPrompts::DialogPrompts(QWidget *window)
+    : m_window(window)
+{
+}
+
+std::optional<int> DialogPrompts::alert(const AlertRequest &request)
+{
+    QMessageBox box(m_window);
+    box.setIcon(QMessageBox::Warning);
+    box.setWindowTitle(request.message);
+    box.setText(request.message);
+    box.setInformativeText(request.informativeText);
+    QList<QAbstractButton *> buttons;
+    for (const QString &label : request.buttons)
+        buttons.append(box.addButton(label, roleOf(label)));
+    if (!buttons.isEmpty())
+        box.setDefaultButton(static_cast<QPushButton *>(buttons.first()));
+    box.exec();
+    const qsizetype index = buttons.indexOf(box.clickedButton());
+    return index < 0 ? std::nullopt : std::optional<int>(static_cast<int>(index));
+}
+
+std::optional<int> DialogPrompts::choose(const ChoiceRequest &request)
+{
+    QDialog dialog(m_window);
+    dialog.setWindowTitle(request.title);
+    auto *title = new QLabel(request.title);
+    QFont bold = title->font();
+    bold.setBold(true);
+    title->setFont(bold);
+    auto *combo = new QComboBox;
+    combo->addItems(request.choices);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(request.actionButton, QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    auto *layout = new QVBoxLayout(&dialog);
+    layout->addWidget(title);
+    layout->addWidget(new QLabel(request.informativeText));
+    layout->addWidget(combo);
+    layout->addWidget(buttons);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return combo->currentIndex();
+}
+
+std::optional<QString> DialogPrompts::enterText(const TextRequest &request)
+{
+    QInputDialog dialog(m_window);
+    dialog.setWindowTitle(request.title);
+    dialog.setLabelText(request.informativeText.isEmpty() ? request.title : request.informativeText);
+    dialog.setTextValue(request.initialText);
+    dialog.setOkButtonText(request.actionButton);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
+}
+
+std::optional<QString> DialogPrompts::chooseFolder(const FolderRequest &request)
+{
+    QFileDialog dialog(m_window, request.title);
+    dialog.setFileMode(request.allowsNewFolder ? QFileDialog::AnyFile : QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly, !request.allowsNewFolder);
+    dialog.setAcceptMode(request.allowsNewFolder ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setLabelText(QFileDialog::Accept, request.confirmButton);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().first();
+}
+
+void PlatformDesktop::open(const QString &path)
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
+}
+
+void PlatformDesktop::reveal(const QString &path)
+{
+    revealInFileManager(path);
+}
+
+std::optional<QString> PlatformDesktop::moveToTrash(const QString &path)
+{
+    QFile file(path);
+    if (file.moveToTrash())
+        return std::nullopt;
+    return u"%1 could not be moved to the Trash, so it was left where it was: %2"_s.arg(path, file.errorString());
+}
+
+void PlatformDesktop::copyToClipboard(const QString &text)
+{
+    QApplication::clipboard()->setText(text);
+}
+
+} // namespace tillery

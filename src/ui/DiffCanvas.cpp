@@ -1,0 +1,251 @@
+#include "ui/DiffCanvas.h"
+
+#include "ui/DiffColors.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QFont monospaceFont(qreal pointSize)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(pointSize);
+    return font;
+}
+
+// What a line shows: carriage returns and the like would draw as boxes.
+QString displayText(const QString &text)
+{
+    QString shown = text;
+    for (QChar &character : shown) {
+        if (character == u'\r' || character == u'\n')
+            character = u' ';
+    }
+    return shown;
+}
+
+} // namespace
+
+DiffCanvas::DiffCanvas(QWidget *parent)
+    : QAbstractScrollArea(parent)
+    , m_textFont(monospaceFont(12))
+    , m_numberFont(monospaceFont(11))
+{
+    m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
+    setFocusPolicy(Qt::StrongFocus);
+    viewport()->setBackgroundRole(QPalette::Window);
+    viewport()->setAutoFillBackground(true);
+    verticalScrollBar()->setSingleStep(rowHeight);
+    horizontalScrollBar()->setSingleStep(m_characterWidth * 4);
+    setFrameShape(QFrame::NoFrame);
+}
+
+void DiffCanvas::setDocument(const PresentedDiffDocument &document)
+{
+    m_document = document;
+    m_longestLine = 0;
+    for (const PresentedDiffLine &line : m_document.unifiedLines)
+        m_longestLine = std::max(m_longestLine, line.text.size());
+    m_selectionAnchor = m_selectionEnd = -1;
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
+    updateScrollBars();
+    viewport()->update();
+}
+
+void DiffCanvas::setLayout(Layout layout)
+{
+    if (m_layout == layout)
+        return;
+    m_layout = layout;
+    m_selectionAnchor = m_selectionEnd = -1;
+    updateScrollBars();
+    viewport()->update();
+}
+
+qsizetype DiffCanvas::rowCount() const
+{
+    return m_layout == Layout::unified ? m_document.unifiedLines.size() : m_document.splitLines.size();
+}
+
+int DiffCanvas::splitHalfWidth() const
+{
+    return std::max((viewport()->width() - 1) / 2, minimumHalfWidth);
+}
+
+int DiffCanvas::contentWidth() const
+{
+    if (m_layout == Layout::split)
+        return 2 * splitHalfWidth() + 1;
+    const qint64 text = static_cast<qint64>(m_longestLine) * m_characterWidth + 2 * textPadding;
+    return static_cast<int>(std::min<qint64>(2 * gutterWidth + 1 + text, 1 << 24));
+}
+
+void DiffCanvas::updateScrollBars()
+{
+    const qint64 height = static_cast<qint64>(rowCount()) * rowHeight;
+    verticalScrollBar()->setPageStep(viewport()->height());
+    verticalScrollBar()->setRange(0, static_cast<int>(std::max<qint64>(0, height - viewport()->height())));
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setRange(0, std::max(0, contentWidth() - viewport()->width()));
+}
+
+void DiffCanvas::resizeEvent(QResizeEvent *event)
+{
+    QAbstractScrollArea::resizeEvent(event);
+    updateScrollBars();
+}
+
+qsizetype DiffCanvas::rowAt(int viewportY) const
+{
+    const qint64 y = static_cast<qint64>(verticalScrollBar()->value()) + viewportY;
+    return std::clamp<qsizetype>(static_cast<qsizetype>(y / rowHeight), 0, std::max<qsizetype>(0, rowCount() - 1));
+}
+
+bool DiffCanvas::isSelected(qsizetype row) const
+{
+    if (m_selectionAnchor < 0)
+        return false;
+    return row >= std::min(m_selectionAnchor, m_selectionEnd) && row <= std::max(m_selectionAnchor, m_selectionEnd);
+}
+
+void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
+                           const QList<std::optional<qint64>> &numbers, int x, int y, int width, bool selected)
+{
+    const int gutters = static_cast<int>(numbers.size());
+    const DiffRowColors colors = line ? diffRowColors(line->kind, palette()) : diffRowColors(DiffLineKind::context, palette());
+    painter.fillRect(x, y, width, rowHeight, colors.background);
+    if (selected) {
+        QColor highlight = palette().color(QPalette::Highlight);
+        highlight.setAlphaF(0.3);
+        painter.fillRect(x, y, width, rowHeight, highlight);
+    }
+    const QColor gutter = gutterColor(palette());
+    painter.fillRect(x, y, gutters * gutterWidth, rowHeight, gutter);
+    painter.fillRect(x + gutters * gutterWidth, y, 1, rowHeight, palette().color(QPalette::Mid));
+    if (!line)
+        return;
+
+    painter.setFont(m_numberFont);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    for (int cell = 0; cell < gutters; ++cell) {
+        if (numbers[cell])
+            painter.drawText(QRect(x + cell * gutterWidth, y, gutterWidth - 6, rowHeight),
+                             Qt::AlignRight | Qt::AlignVCenter, QString::number(*numbers[cell]));
+    }
+    painter.setFont(m_textFont);
+    painter.setPen(colors.text);
+    const int textX = x + gutters * gutterWidth + 1 + textPadding;
+    painter.save();
+    painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
+    painter.drawText(QRect(textX, y, std::max(0, width - (textX - x)) + (1 << 20), rowHeight),
+                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextExpandTabs,
+                     displayText(line->text));
+    painter.restore();
+}
+
+void DiffCanvas::paintEvent(QPaintEvent *)
+{
+    QPainter painter(viewport());
+    const int top = verticalScrollBar()->value();
+    const int left = horizontalScrollBar()->value();
+    const qsizetype first = top / rowHeight;
+    const qsizetype last = std::min<qsizetype>(rowCount(), (static_cast<qint64>(top) + viewport()->height()) / rowHeight + 1);
+    const int width = std::max(contentWidth(), viewport()->width());
+
+    for (qsizetype row = first; row < last; ++row) {
+        const int y = static_cast<int>(static_cast<qint64>(row) * rowHeight - top);
+        if (m_layout == Layout::unified) {
+            const PresentedDiffLine &line = m_document.unifiedLines[row];
+            paintLine(painter, &line, {line.oldLine, line.newLine}, -left, y, width, isSelected(row));
+            continue;
+        }
+        // The old side numbers its lines by the old file, the new side by the new one.
+        const SplitDiffLine &split = m_document.splitLines[row];
+        const int half = splitHalfWidth();
+        const PresentedDiffLine *leftLine = split.left ? &*split.left : nullptr;
+        const PresentedDiffLine *rightLine = split.right ? &*split.right : nullptr;
+        paintLine(painter, leftLine, {leftLine ? leftLine->oldLine : std::nullopt}, -left, y, half,
+                  isSelected(row) && !m_selectionOnRight);
+        painter.fillRect(-left + half, y, 1, rowHeight, palette().color(QPalette::Mid));
+        paintLine(painter, rightLine, {rightLine ? rightLine->newLine : std::nullopt}, -left + half + 1, y, half,
+                  isSelected(row) && m_selectionOnRight);
+    }
+}
+
+void DiffCanvas::selectRows(qsizetype first, qsizetype last, bool rightSide)
+{
+    m_selectionAnchor = first;
+    m_selectionEnd = last;
+    m_selectionOnRight = rightSide;
+    viewport()->update();
+}
+
+QString DiffCanvas::selectedText() const
+{
+    if (m_selectionAnchor < 0 || rowCount() == 0)
+        return QString();
+    QStringList lines;
+    const qsizetype first = std::min(m_selectionAnchor, m_selectionEnd);
+    const qsizetype last = std::min(std::max(m_selectionAnchor, m_selectionEnd), rowCount() - 1);
+    for (qsizetype row = first; row <= last; ++row) {
+        if (m_layout == Layout::unified) {
+            lines.append(m_document.unifiedLines[row].text);
+            continue;
+        }
+        const SplitDiffLine &split = m_document.splitLines[row];
+        const std::optional<PresentedDiffLine> &side = m_selectionOnRight ? split.right : split.left;
+        if (side)
+            lines.append(side->text);
+    }
+    return lines.join(u'\n');
+}
+
+void DiffCanvas::copySelection() const
+{
+    const QString text = selectedText();
+    if (!text.isEmpty())
+        QApplication::clipboard()->setText(text);
+}
+
+void DiffCanvas::mousePressEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton || rowCount() == 0)
+        return QAbstractScrollArea::mousePressEvent(event);
+    const int contentX = event->position().toPoint().x() + horizontalScrollBar()->value();
+    selectRows(rowAt(event->position().toPoint().y()), rowAt(event->position().toPoint().y()),
+               m_layout == Layout::split && contentX > splitHalfWidth());
+}
+
+void DiffCanvas::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!(event->buttons() & Qt::LeftButton) || m_selectionAnchor < 0)
+        return QAbstractScrollArea::mouseMoveEvent(event);
+    m_selectionEnd = rowAt(event->position().toPoint().y());
+    viewport()->update();
+}
+
+void DiffCanvas::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        return;
+    }
+    if (event->matches(QKeySequence::SelectAll) && rowCount() > 0) {
+        selectRows(0, rowCount() - 1, m_selectionOnRight);
+        return;
+    }
+    QAbstractScrollArea::keyPressEvent(event);
+}
+
+} // namespace tillery

@@ -1,0 +1,55 @@
+#include "ui/DiffColors.h"
+
+namespace tillery {
+
+namespace {
+
+QColor withAlpha(QColor color, double alpha)
+{
+    color.setAlphaF(alpha);
+    return color;
+}
+
+// Composited over the base colour, so the rows stay opaque when painted.
+QColor over(const QColor &top, const QColor &base)
+{
+    const double alpha = top.alphaF();
+    return QColor::fromRgbF(static_cast<float>(top.redF() * alpha + base.redF() * (1 - alpha)),
+                            static_cast<float>(top.greenF() * alpha + base.greenF() * (1 - alpha)),
+                            static_cast<float>(top.blueF() * alpha + base.blueF() * (1 - alpha)));
+}
+
+bool isDark(const QPalette &palette)
+{
+    return palette.color(QPalette::Base).lightnessF() < 0.5;
+}
+
+} // namespace
+
+DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette)
+{
+    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const bool dark = isDark(palette);
+    const QColor purple = dark ? QColor(191, 90, 242) : QColor(175, 82, 222);
+    const QColor green = dark ? QColor(48, 209, 88) : QColor(52, 199, 89);
+    const QColor red = dark ? QColor(255, 69, 58) : QColor(255, 59, 48);
+    switch (kind) {
+    case DiffLineKind::hunk:
+        return {over(withAlpha(purple, 0.1), base), purple};
+    case DiffLineKind::addition:
+        return {over(withAlpha(green, 0.15), base), text};
+    case DiffLineKind::deletion:
+        return {over(withAlpha(red, 0.15), base), text};
+    case DiffLineKind::context:
+        break;
+    }
+    return {base, text};
+}
+
+QColor gutterColor(const QPalette &palette)
+{
+    return withAlpha(palette.color(QPalette::Button), 0.72);
+}
+
+} // namespace tillery

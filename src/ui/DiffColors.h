@@ -1,0 +1,21 @@
+#pragma once
+
+#include "diff/DiffDocument.h"
+
+#include <QColor>
+#include <QPalette>
+
+namespace tillery {
+
+// The colours of a diff row, made from the palette so that they read well
+// in both light and dark appearances.
+struct DiffRowColors {
+    QColor background;
+    QColor text;
+};
+
+DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette);
+// The line-number cells: the control background at 0.72 opacity over the row.
+QColor gutterColor(const QPalette &palette);
+
+} // namespace tillery

@@ -1,0 +1,196 @@
+#include "ui/DiffView.h"
+
+#include "model/AppModel.h"
+#include "ui/EmptyState.h"
+#include "ui/Icons.h"
+#include "ui/ImagePreview.h"
+#include "ui/Spinner.h"
+#include "ui/ViewSettings.h"
+
+#include <QFontDatabase>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QStackedWidget>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QWidget *loadingPage()
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    auto *text = new QLabel(u"Loading Diff…"_s);
+    text->setForegroundRole(QPalette::PlaceholderText);
+    text->setAlignment(Qt::AlignCenter);
+    auto *spinnerRow = new QHBoxLayout;
+    spinnerRow->addStretch();
+    spinnerRow->addWidget(new Spinner(18));
+    spinnerRow->addStretch();
+    layout->addStretch();
+    layout->addLayout(spinnerRow);
+    layout->addWidget(text);
+    layout->addStretch();
+    return page;
+}
+
+class PathLabel final : public QLabel {
+public:
+    using QLabel::QLabel;
+    void setFullText(const QString &text)
+    {
+        m_full = text;
+        setToolTip(text);
+        updateElision();
+    }
+    const QString &fullText() const { return m_full; }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QLabel::resizeEvent(event);
+        updateElision();
+    }
+
+private:
+    void updateElision() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, std::max(20, width()))); }
+    QString m_full;
+};
+
+} // namespace
+
+DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QString()> fileName, QString placeholder,
+                   QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_settings(settings)
+    , m_fileName(std::move(fileName))
+    , m_path(new PathLabel)
+    , m_settingsButton(new QToolButton)
+    , m_body(new QStackedWidget)
+    , m_image(new ImagePreview)
+    , m_empty(new EmptyState(u"Nothing Selected"_s, u"doc.text.magnifyingglass"_s, placeholder))
+    , m_message(new QPlainTextEdit)
+    , m_canvas(new DiffCanvas)
+{
+    auto *icon = new QLabel;
+    icon->setPixmap(symbolIcon(u"doc.text"_s).pixmap(16, 16));
+    QFont pathFont = m_path->font();
+    pathFont.setWeight(QFont::Medium);
+    m_path->setFont(pathFont);
+    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+
+    m_settingsButton->setIcon(symbolIcon(u"gearshape"_s));
+    m_settingsButton->setAccessibleName(u"Diff Settings"_s);
+    m_settingsButton->setToolTip(u"Diff Settings"_s);
+    m_settingsButton->setAutoRaise(true);
+    m_settingsButton->setPopupMode(QToolButton::InstantPopup);
+    auto *menu = new QMenu(m_settingsButton);
+    menu->addSection(u"Diff Display"_s);
+    QAction *unified = menu->addAction(u"Unified"_s);
+    QAction *split = menu->addAction(u"Split"_s);
+    m_settingsButton->setMenu(menu);
+    const auto markLayout = [unified, split](DiffCanvas::Layout layout) {
+        unified->setIcon(layout == DiffCanvas::Layout::unified ? symbolIcon(u"checkmark"_s) : QIcon());
+        split->setIcon(layout == DiffCanvas::Layout::split ? symbolIcon(u"checkmark"_s) : QIcon());
+    };
+    connect(unified, &QAction::triggered, this, [this] { m_settings.setDiffLayout(DiffCanvas::Layout::unified); });
+    connect(split, &QAction::triggered, this, [this] { m_settings.setDiffLayout(DiffCanvas::Layout::split); });
+    connect(&m_settings, &ViewSettings::diffLayoutChanged, this, [this, markLayout](DiffCanvas::Layout layout) {
+        markLayout(layout);
+        m_canvas->setLayout(layout);
+    });
+    markLayout(m_settings.diffLayout());
+    m_canvas->setLayout(m_settings.diffLayout());
+
+    auto *header = new QHBoxLayout;
+    header->setContentsMargins(10, 4, 6, 4);
+    header->addWidget(icon);
+    header->addWidget(m_path, 1);
+    header->addWidget(m_settingsButton);
+
+    QFont messageFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    messageFont.setPointSize(12);
+    m_message->setFont(messageFont);
+    m_message->setReadOnly(true);
+    m_message->setFrameShape(QFrame::NoFrame);
+    m_message->document()->setDocumentMargin(12);
+
+    m_body->addWidget(m_image);
+    m_body->addWidget(loadingPage());
+    m_body->addWidget(m_empty);
+    m_body->addWidget(m_message);
+    m_body->addWidget(m_canvas);
+
+    auto *divider = new QFrame;
+    divider->setFrameShape(QFrame::HLine);
+    divider->setFrameShadow(QFrame::Sunken);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(header);
+    layout->addWidget(divider);
+    layout->addWidget(m_body, 1);
+
+    const DiffSelection &selection = model.diffSelection();
+    for (auto signal : {&DiffSelection::diffChanged, &DiffSelection::previewImageChanged,
+                        &DiffSelection::selectedFileChanged, &DiffSelection::selectedChangesetFileChanged})
+        connect(&selection, signal, this, &DiffView::refresh);
+    connect(&selection, &DiffSelection::showDiffLoadingIndicatorChanged, this, &DiffView::refresh);
+    connect(&model.workspace(), &Workspace::tabChanged, this, &DiffView::refresh);
+    refresh();
+}
+
+void DiffView::setPlaceholder(const QString &placeholder)
+{
+    m_empty->setDetail(placeholder);
+}
+
+void DiffView::refresh()
+{
+    const DiffSelection &selection = m_model.diffSelection();
+    static_cast<PathLabel *>(m_path)->setFullText(m_fileName());
+    const PresentedDiffDocument &document = selection.diff();
+    if (!selection.previewImage().isNull()) {
+        m_image->setImage(selection.previewImage());
+        m_body->setCurrentIndex(static_cast<int>(Body::image));
+    } else if (selection.showDiffLoadingIndicator()) {
+        m_body->setCurrentIndex(static_cast<int>(Body::loading));
+    } else if (document.text.isEmpty()) {
+        m_body->setCurrentIndex(static_cast<int>(Body::empty));
+    } else if (document.unifiedLines.isEmpty()) {
+        if (m_message->toPlainText() != document.text)
+            m_message->setPlainText(document.text);
+        m_body->setCurrentIndex(static_cast<int>(Body::message));
+    } else {
+        if (m_shownRows != document.unifiedLines.constData()) {
+            m_canvas->setDocument(document);
+            m_shownRows = document.unifiedLines.constData();
+        }
+        m_body->setCurrentIndex(static_cast<int>(Body::rows));
+    }
+}
+
+DiffView::Body DiffView::body() const
+{
+    return static_cast<Body>(m_body->currentIndex());
+}
+
+QString DiffView::shownFileName() const
+{
+    return static_cast<PathLabel *>(m_path)->fullText();
+}
+
+QString DiffView::messageText() const
+{
+    return m_message->toPlainText();
+}
+
+} // namespace tillery

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "ui/DiffCanvas.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QLabel;
+class QPlainTextEdit;
+class QStackedWidget;
+class QToolButton;
+
+namespace tillery {
+
+class AppModel;
+class EmptyState;
+class ImagePreview;
+class ViewSettings;
+
+// The diff pane: a header with the file's path and the layout menu, then
+// the picture, the loading note, the empty state, a message, or the rows.
+class DiffView final : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class Body { image, loading, empty, message, rows };
+
+    // `fileName` gives the displayed file's repository-relative path;
+    // `placeholder` is the empty state's detail.
+    DiffView(AppModel &model, ViewSettings &settings, std::function<QString()> fileName, QString placeholder,
+             QWidget *parent = nullptr);
+
+    Body body() const;
+    DiffCanvas *canvas() const { return m_canvas; }
+    QToolButton *settingsButton() const { return m_settingsButton; }
+    QString shownFileName() const;
+    QString messageText() const;
+    void setPlaceholder(const QString &placeholder);
+
+public Q_SLOTS:
+    void refresh();
+
+private:
+    AppModel &m_model;
+    ViewSettings &m_settings;
+    std::function<QString()> m_fileName;
+    QLabel *m_path;
+    QToolButton *m_settingsButton;
+    QStackedWidget *m_body;
+    ImagePreview *m_image;
+    EmptyState *m_empty;
+    QPlainTextEdit *m_message;
+    DiffCanvas *m_canvas;
+    // The rows on the canvas, so that an unchanged document is not set again.
+    const PresentedDiffLine *m_shownRows = nullptr;
+};
+
+} // namespace tillery

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "records/RepositoryKind.h"
+
+#include <QIcon>
+#include <QString>
+
+namespace tillery {
+
+// The icon for a symbol name used across the views ("doc.text",
+// "folder", ...): the desktop theme's icon when the theme has one, else the
+// bundled drawing. An unknown name gives an empty icon.
+QIcon symbolIcon(const QString &symbolName);
+
+// The icon of a repository of the kind, when it has no picture of its own.
+QIcon repositoryKindIcon(RepositoryKind kind);
+
+} // namespace tillery

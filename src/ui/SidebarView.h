@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QWidget>
+
+class QMenu;
+class QModelIndex;
+class QToolButton;
+class QTreeView;
+
+namespace tillery {
+
+class ActivityRow;
+class AppModel;
+class SidebarModel;
+
+// The left column: the "Repositories" section with its folders and rows,
+// then the add menu and the activity row.
+class SidebarView final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit SidebarView(AppModel &model, QWidget *parent = nullptr);
+
+    QTreeView *tree() const { return m_tree; }
+    SidebarModel *sidebarModel() const { return m_sidebar; }
+    QToolButton *addButton() const { return m_add; }
+    ActivityRow *activityRow() const { return m_activity; }
+
+    // The context menu of a row (the caller owns it); empty for the section.
+    QMenu *contextMenuFor(const QModelIndex &index);
+
+private:
+    void clicked(const QModelIndex &index);
+    void showSelection();
+    void expandFolders();
+
+    AppModel &m_model;
+    SidebarModel *m_sidebar;
+    QTreeView *m_tree;
+    QToolButton *m_add;
+    ActivityRow *m_activity;
+};
+
+} // namespace tillery
