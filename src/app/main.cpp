@@ -17,6 +17,7 @@
 #include <QTextStream>
 #include <QThread>
 #include <QTimer>
+#include <QWindow>
 
 #include <memory>
 
@@ -58,6 +59,21 @@ void showPage(AppModel &model, const QString &tab, const QString &file)
         }
     }
     waitUntilIdle(model);
+}
+
+// Prints one line once the window system shows the window (it has been
+// mapped and exposed), for scripts that wait for the application.
+void reportWhenExposed(QWidget &window, QTextStream &out)
+{
+    auto *poll = new QTimer(&window);
+    QObject::connect(poll, &QTimer::timeout, &window, [&window, &out, poll] {
+        if (!window.windowHandle() || !window.windowHandle()->isExposed())
+            return;
+        poll->stop();
+        out << "Tillery: the main window is on screen\n";
+        out.flush();
+    });
+    poll->start(20);
 }
 
 } // namespace
@@ -131,12 +147,8 @@ int main(int argc, char *argv[])
         screenshot = QDir::current().absoluteFilePath(u"tillery-screenshot.png"_s);
     if (screenshot.isEmpty()) {
         window.show();
-        if (parser.isSet(reportOption)) {
-            QTimer::singleShot(0, &window, [&out] {
-                out << "Tillery: the main window is on screen\n";
-                out.flush();
-            });
-        }
+        if (parser.isSet(reportOption))
+            reportWhenExposed(window, out);
         return QApplication::exec();
     }
 

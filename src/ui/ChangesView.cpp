@@ -138,6 +138,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
+    addAction(m_commitBox->commitAction());
 
     connect(&model.workspace(), &Workspace::snapshotChanged, this, [this] {
         updateState();

@@ -18,6 +18,7 @@ CommitBox::CommitBox(AppModel &model, QWidget *parent)
     , m_summary(new QLineEdit)
     , m_description(new QPlainTextEdit)
     , m_commit(new QPushButton)
+    , m_commitAction(new QAction(this))
 {
     m_summary->setPlaceholderText(u"Summary (required)"_s);
     m_summary->setAccessibleName(u"Summary"_s);
@@ -27,12 +28,12 @@ CommitBox::CommitBox(AppModel &model, QWidget *parent)
     m_description->setStyleSheet(u"QPlainTextEdit { border: 1px solid palette(mid); border-radius: 5px; }"_s);
     m_commit->setDefault(true);
 
-    // The shortcut lives on the whole page, so it works from any field.
-    auto *commitAction = new QAction(this);
-    commitAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
-    commitAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    addAction(commitAction);
-    connect(commitAction, &QAction::triggered, this, [this] {
+    // Ctrl is the command key on macOS. The page adds the action too, so
+    // that the shortcut also works from the file list.
+    m_commitAction->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Return), QKeySequence(Qt::CTRL | Qt::Key_Enter)});
+    m_commitAction->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    addAction(m_commitAction);
+    connect(m_commitAction, &QAction::triggered, this, [this] {
         if (m_model.canCommit())
             m_model.commit();
     });

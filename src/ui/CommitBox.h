@@ -2,6 +2,7 @@
 
 #include <QWidget>
 
+class QAction;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -22,6 +23,8 @@ public:
     QLineEdit *summary() const { return m_summary; }
     QPlainTextEdit *description() const { return m_description; }
     QPushButton *commitButton() const { return m_commit; }
+    // Commits when allowed; carries the Ctrl+Return shortcut.
+    QAction *commitAction() const { return m_commitAction; }
 
 private:
     void update();
@@ -30,6 +33,7 @@ private:
     QLineEdit *m_summary;
     QPlainTextEdit *m_description;
     QPushButton *m_commit;
+    QAction *m_commitAction;
 };
 
 } // namespace tillery

@@ -82,7 +82,12 @@ MainWindow::MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent)
 void MainWindow::buildMenus()
 {
     QMenuBar *bar = menuBar();
+#ifdef Q_OS_MACOS
     bar->setNativeMenuBar(true);
+#else
+    // In the window, even on desktops that could take it into a global menu.
+    bar->setNativeMenuBar(false);
+#endif
     const auto add = [this](QMenu *menu, const QString &label, const QKeySequence &shortcut,
                             std::function<void()> action) {
         QAction *item = menu->addAction(label);

@@ -1,0 +1,201 @@
+#include "RepositoryFixtures.h"
+#include "TestEnvironment.h"
+#include "WindowHarness.h"
+
+#include "ui/ChangesView.h"
+#include "ui/CommitBox.h"
+#include "ui/RepositoryWorkspace.h"
+#include "ui/WelcomeView.h"
+#include "ui/WorkspaceTabHeader.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+using test::GitFixture;
+using test::MercurialFixture;
+using test::RepositoryFixture;
+using test::WindowHarness;
+
+namespace {
+
+std::unique_ptr<RepositoryFixture> makeRepository(RepositoryKind kind)
+{
+    if (kind == RepositoryKind::git)
+        return std::make_unique<GitFixture>();
+    return std::make_unique<MercurialFixture>();
+}
+
+QList<QAction *> itemsOfMenu(MainWindow &window, const QString &title)
+{
+    QList<QAction *> items;
+    for (QAction *menu : window.menuBar()->actions()) {
+        if (menu->text() == title) {
+            for (QAction *item : menu->menu()->actions()) {
+                if (!item->isSeparator())
+                    items.append(item);
+            }
+        }
+    }
+    return items;
+}
+
+QString lastCommitMessage(const RepositoryFixture &fixture, RepositoryKind kind)
+{
+    if (kind == RepositoryKind::git)
+        return QString::fromUtf8(test::runTool(u"git"_s, {u"log"_s, u"-1"_s, u"--format=%B"_s}, fixture.path())).trimmed();
+    return QString::fromUtf8(test::runTool(u"hg"_s, {u"log"_s, u"-l"_s, u"1"_s, u"-T"_s, u"{desc}"_s}, fixture.path()));
+}
+
+} // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { test::pinTestEnvironment(); }
+
+    void startPageWithRepositoryCommandsDisabled()
+    {
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        QVERIFY(window.welcome()->isVisible());
+        QVERIFY(!window.workspace()->isVisible());
+        QCOMPARE(window.minimumSize(), QSize(940, 620));
+        for (const QString &menu : {u"Repository"_s, u"Branch"_s}) {
+            const QList<QAction *> items = itemsOfMenu(window, menu);
+            QVERIFY(!items.isEmpty());
+            for (const QAction *item : items)
+                QVERIFY2(!item->isEnabled(), qPrintable(item->text()));
+        }
+        for (const QAction *item : itemsOfMenu(window, u"File"_s))
+            QVERIFY2(item->isEnabled(), qPrintable(item->text()));
+    }
+
+    void addTickAndCommitWithTheShortcut_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::newRow("mercurial") << RepositoryKind::mercurial;
+        QTest::newRow("git") << RepositoryKind::git;
+    }
+
+    void addTickAndCommitWithTheShortcut()
+    {
+        QFETCH(RepositoryKind, kind);
+        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        repository->write(u"chart.txt"_s, "harbour\n");
+        repository->commitAll(u"Start"_s);
+        repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
+        repository->write(u"tides.txt"_s, "high at six\n");
+
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        harness.addThroughMenu(repository->path());
+        QVERIFY(window.workspace()->isVisible());
+        ChangesView &changes = harness.changes();
+        QCOMPARE(changes.state(), ChangesView::State::list);
+        QCOMPARE(test::listedPaths(changes.list()), QStringList({u"chart.txt"_s, u"tides.txt"_s}));
+        TabButton *changesTab = window.workspace()->tabHeader()->changesButton();
+        QCOMPARE(changesTab->badge(), 2);
+        QCOMPARE(changesTab->accessibleName(), u"Changes, 2"_s);
+
+        CommitBox *box = changes.commitBox();
+        QCOMPARE(box->commitButton()->text(), u"Commit 0 Files"_s);
+        test::clickCheckBox(changes.list(), 1);
+        QCOMPARE(box->commitButton()->text(), u"Commit 1 File"_s);
+        QVERIFY(!box->commitButton()->isEnabled());
+        // Ticking a box leaves the list's own selection alone.
+        QVERIFY(changes.list()->selectionModel()->selectedIndexes().isEmpty());
+
+        QTest::keyClicks(box->summary(), u"   "_s);
+        QVERIFY(!box->commitButton()->isEnabled());
+        box->summary()->clear();
+        QTest::keyClicks(box->summary(), u"Add the tide table"_s);
+        QVERIFY(box->commitButton()->isEnabled());
+        QTest::keyClick(box->summary(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(harness.settle());
+
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        QCOMPARE(lastCommitMessage(*repository, kind), u"Add the tide table"_s);
+        QCOMPARE(test::listedPaths(changes.list()), QStringList({u"chart.txt"_s}));
+        QCOMPARE(box->summary()->text(), QString());
+        QCOMPARE(box->commitButton()->text(), u"Commit 0 Files"_s);
+        QCOMPARE(changesTab->accessibleName(), u"Changes, 1"_s);
+
+        // The last file, committed from the file list with the same shortcut.
+        changes.selectAll()->click();
+        QTest::keyClicks(box->summary(), u"Note the buoy"_s);
+        changes.list()->setFocus();
+        QTest::keyClick(changes.list(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(harness.settle());
+        QCOMPARE(lastCommitMessage(*repository, kind), u"Note the buoy"_s);
+        QCOMPARE(changes.state(), ChangesView::State::clean);
+        QCOMPARE(changesTab->badge(), 0);
+        QCOMPARE(changesTab->accessibleName(), u"Changes"_s);
+    }
+
+    void branchMenuFollowsTheRepository_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<bool>("activeBookmark");
+        QTest::addColumn<QString>("updateLabel");
+        QTest::newRow("mercurial without a bookmark") << RepositoryKind::mercurial << false << u"Update from default"_s;
+        QTest::newRow("mercurial with a bookmark") << RepositoryKind::mercurial << true << u"Update from default"_s;
+        QTest::newRow("git on a branch") << RepositoryKind::git << true << u"Update from main"_s;
+    }
+
+    void branchMenuFollowsTheRepository()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(bool, activeBookmark);
+        QFETCH(QString, updateLabel);
+        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        repository->write(u"a.txt"_s, "a\n");
+        repository->commitAll(u"Start"_s);
+        if (activeBookmark && kind == RepositoryKind::mercurial)
+            static_cast<MercurialFixture &>(*repository).bookmark(u"feature"_s);
+
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        harness.addThroughMenu(repository->path());
+        QAction *update = window.menuAction(updateLabel);
+        QVERIFY2(update, qPrintable(updateLabel));
+        QVERIFY(update->isEnabled());
+        QCOMPARE(window.menuAction(u"Rename…"_s)->isEnabled(), activeBookmark);
+        QCOMPARE(window.menuAction(u"Delete…"_s)->isEnabled(), activeBookmark);
+        for (const QString &label : {u"Push"_s, u"Refresh"_s, u"Remove Repository…"_s, u"Stash All Changes"_s})
+            QVERIFY2(window.menuAction(label)->isEnabled(), qPrintable(label));
+    }
+
+    void errorAlertShowsTheNewestErrorAndDismisses()
+    {
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        harness.model().presentError(u"Pushing changes"_s, u"abort: no remote"_s);
+        QMessageBox *alert = window.errorAlert();
+        QVERIFY(alert);
+        QTRY_VERIFY(alert->isVisible());
+        QCOMPARE(alert->text(), u"Pushing changes"_s);
+        QCOMPARE(alert->informativeText(), u"abort: no remote"_s);
+        QCOMPARE(alert->buttons().size(), 1);
+
+        harness.model().presentError(u"Pulling changes"_s, u"abort: repository not found"_s);
+        QCOMPARE(window.errorAlert(), alert);
+        QCOMPARE(alert->text(), u"Pulling changes"_s);
+        QCOMPARE(alert->informativeText(), u"abort: repository not found"_s);
+
+        alert->button(QMessageBox::Ok)->click();
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        QTRY_VERIFY(!window.errorAlert());
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "tst_main_window.moc"
