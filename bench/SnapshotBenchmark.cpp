@@ -1,5 +1,7 @@
 #include "SnapshotBenchmark.h"
 
+#include "Measuring.h"
+
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
@@ -10,7 +12,6 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <malloc.h>
 #include <sys/resource.h>
 
 using namespace Qt::StringLiterals;
@@ -23,23 +24,6 @@ QTextStream &out()
 {
     static QTextStream stream(stdout);
     return stream;
-}
-
-double median(QList<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-double milliseconds(qint64 nanoseconds)
-{
-    return static_cast<double>(nanoseconds) / 1e6;
-}
-
-size_t heapInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
 }
 
 QString printable(const QStringList &arguments)

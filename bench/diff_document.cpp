@@ -3,86 +3,20 @@
 // text into lines; reports the heap the document holds. Prints its figures;
 // asserts nothing.
 
+#include "GeneratedDiff.h"
+#include "Measuring.h"
+
 #include "diff/DiffDocument.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QRandomGenerator>
 #include <QStringList>
 #include <QTextStream>
 
 #include <algorithm>
-#include <malloc.h>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
-
-namespace {
-
-// About 50 characters a line: a word soup with a little structure.
-QString generatedLine(QRandomGenerator &random)
-{
-    static const QStringList words{u"value"_s, u"return"_s, u"index"_s, u"buffer"_s, u"if"_s,
-                                   u"const"_s, u"auto"_s,   u"result"_s, u"count"_s, u"(item)"_s,
-                                   u"= 0;"_s,  u"{"_s,      u"}"_s,      u"size()"_s, u"->next"_s};
-    QString line = QString(static_cast<qsizetype>(random.bounded(4)) * 4, u' ');
-    const int target = 38 + random.bounded(24);
-    while (line.size() < target)
-        line += words[random.bounded(static_cast<int>(words.size()))] + u' ';
-    return line;
-}
-
-QString generatedDiff(qsizetype lineCount)
-{
-    QRandomGenerator random(42);
-    QString text = u"diff --git a/src/module.cpp b/src/module.cpp\nindex 1234567..89abcde 100644\n"
-                   "--- a/src/module.cpp\n+++ b/src/module.cpp\n"_s;
-    qsizetype lines = 4;
-    qint64 oldLine = 1;
-    qint64 newLine = 1;
-    while (lines < lineCount) {
-        text += u"@@ -%1,40 +%2,40 @@ void function()\n"_s.arg(oldLine).arg(newLine);
-        ++lines;
-        for (int inHunk = 0; inHunk < 60 && lines < lineCount; ++inHunk, ++lines) {
-            const int roll = random.bounded(10);
-            const QChar prefix = roll < 6 ? u' ' : roll < 8 ? u'-' : u'+';
-            text += prefix + generatedLine(random) + u'\n';
-            oldLine += prefix != u'+';
-            newLine += prefix != u'-';
-        }
-        oldLine += 100;
-        newLine += 100;
-    }
-    return text;
-}
-
-// Small blocks plus the large ones malloc maps on their own.
-size_t heapInUse()
-{
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-}
-
-double milliseconds(qint64 nanoseconds)
-{
-    return static_cast<double>(nanoseconds) / 1e6;
-}
-
-template <typename Work>
-double medianMilliseconds(int runs, Work work)
-{
-    QList<double> times;
-    for (int run = 0; run < runs; ++run) {
-        QElapsedTimer timer;
-        timer.start();
-        work();
-        times.append(milliseconds(timer.nsecsElapsed()));
-    }
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-} // namespace
+using namespace tillery::bench;
 
 int main(int argc, char *argv[])
 {

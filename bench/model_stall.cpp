@@ -3,6 +3,7 @@
 // timer ticks every millisecond; the longest gap between two ticks is the
 // longest stall a person could feel. Prints its figures; asserts nothing.
 
+#include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
 #include "model/AppModel.h"
@@ -22,22 +23,6 @@ using namespace Qt::StringLiterals;
 using namespace tillery;
 
 namespace {
-
-class SilentPrompts final : public Prompts {
-public:
-    std::optional<int> alert(const AlertRequest &) override { return std::nullopt; }
-    std::optional<int> choose(const ChoiceRequest &) override { return std::nullopt; }
-    std::optional<QString> enterText(const TextRequest &) override { return std::nullopt; }
-    std::optional<QString> chooseFolder(const FolderRequest &) override { return std::nullopt; }
-};
-
-class SilentDesktop final : public Desktop {
-public:
-    void open(const QString &) override {}
-    void reveal(const QString &) override {}
-    std::optional<QString> moveToTrash(const QString &) override { return std::nullopt; }
-    void copyToClipboard(const QString &) override {}
-};
 
 struct StallFigures {
     double longestGap = 0;
@@ -94,8 +79,8 @@ void measureRepository(QTextStream &out, const Repository &repository, int runs)
 {
     QTemporaryDir folder;
     QSettings settings(folder.filePath(u"settings.ini"_s), QSettings::IniFormat);
-    SilentPrompts prompts;
-    SilentDesktop desktop;
+    bench::SilentPrompts prompts;
+    bench::SilentDesktop desktop;
     AppModel model({settings, prompts, desktop, folder.filePath(u"icons"_s)});
     model.start();
     out << "repository: " << repository.path << " (" << rawValue(repository.kind) << ")\n";

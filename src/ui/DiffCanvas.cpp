@@ -54,7 +54,7 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
 {
     m_document = document;
     m_longestLine = 0;
-    for (const PresentedDiffLine &line : m_document.unifiedLines)
+    for (const PresentedDiffLine &line : std::as_const(m_document.unifiedLines))
         m_longestLine = std::max(m_longestLine, line.text.size());
     m_selectionAnchor = m_selectionEnd = -1;
     verticalScrollBar()->setValue(0);
@@ -156,6 +156,9 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
 
 void DiffCanvas::paintEvent(QPaintEvent *)
 {
+    // Read through a const view: the rows are shared with the model's document
+    // and must not be copied.
+    const PresentedDiffDocument &document = m_document;
     QPainter painter(viewport());
     const int top = verticalScrollBar()->value();
     const int left = horizontalScrollBar()->value();
@@ -166,12 +169,12 @@ void DiffCanvas::paintEvent(QPaintEvent *)
     for (qsizetype row = first; row < last; ++row) {
         const int y = static_cast<int>(static_cast<qint64>(row) * rowHeight - top);
         if (m_layout == Layout::unified) {
-            const PresentedDiffLine &line = m_document.unifiedLines[row];
+            const PresentedDiffLine &line = document.unifiedLines[row];
             paintLine(painter, &line, {line.oldLine, line.newLine}, -left, y, width, isSelected(row));
             continue;
         }
         // The old side numbers its lines by the old file, the new side by the new one.
-        const SplitDiffLine &split = m_document.splitLines[row];
+        const SplitDiffLine &split = document.splitLines[row];
         const int half = splitHalfWidth();
         const PresentedDiffLine *leftLine = split.left ? &*split.left : nullptr;
         const PresentedDiffLine *rightLine = split.right ? &*split.right : nullptr;

@@ -5,6 +5,8 @@
 #include "ui/Icons.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
@@ -120,8 +122,23 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
     const Kind kind = kindOf(index);
     if (role == KindRole)
         return static_cast<int>(kind);
-    if (kind == Kind::section)
-        return role == Qt::DisplayRole ? QVariant(u"Repositories"_s) : QVariant();
+    if (kind == Kind::section) {
+        // A heading, as sidebars show them: small, bold and quiet.
+        switch (role) {
+        case Qt::DisplayRole:
+            return u"Repositories"_s;
+        case Qt::FontRole: {
+            QFont font;
+            font.setPointSizeF(font.pointSizeF() * 0.9);
+            font.setBold(true);
+            return font;
+        }
+        case Qt::ForegroundRole:
+            return QGuiApplication::palette().brush(QPalette::PlaceholderText);
+        default:
+            return QVariant();
+        }
+    }
 
     const RepositoryLibrary &library = m_model.library();
     if (kind == Kind::folder) {

@@ -2,14 +2,19 @@
 #include "TestEnvironment.h"
 #include "WindowHarness.h"
 
+#include "Checks.h"
 #include "ui/ChangesView.h"
 #include "ui/CommitBox.h"
 #include "ui/RepositoryWorkspace.h"
+#include "ui/Sheets.h"
 #include "ui/WelcomeView.h"
 #include "ui/WorkspaceTabHeader.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QTemporaryDir>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenuBar>
@@ -172,6 +177,47 @@ private Q_SLOTS:
         QCOMPARE(window.menuAction(u"Delete…"_s)->isEnabled(), activeBookmark);
         for (const QString &label : {u"Push"_s, u"Refresh"_s, u"Remove Repository…"_s, u"Stash All Changes"_s})
             QVERIFY2(window.menuAction(label)->isEnabled(), qPrintable(label));
+    }
+
+    void cloneAndBranchThroughTheSheets()
+    {
+        GitFixture origin;
+        origin.write(u"chart.txt"_s, "harbour\n");
+        origin.commitAll(u"Start"_s);
+        QTemporaryDir destination;
+
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        window.menuAction(u"Clone Repository…"_s)->trigger();
+        auto *clone = qobject_cast<CloneSheet *>(window.sheet(Workspace::Sheet::clone));
+        QVERIFY(clone);
+        QTRY_VERIFY(clone->isVisible());
+        clone->source()->setText(origin.path() + u"/"_s);
+        clone->parentFolder()->setText(destination.path());
+        QCOMPARE(clone->name()->text(), QFileInfo(origin.path()).fileName());
+        QCOMPARE(clone->kind()->currentText(), u"Git"_s);
+        clone->name()->setText(u"harbour copy"_s);
+        QVERIFY(clone->cloneButton()->isEnabled());
+        clone->cloneButton()->click();
+        QVERIFY(harness.settle());
+        QTRY_VERIFY(!window.sheet(Workspace::Sheet::clone));
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        const QString cloned = destination.filePath(u"harbour copy"_s);
+        QCOMPARE(test::readFile(cloned + u"/chart.txt"_s), QByteArray("harbour\n"));
+        QCOMPARE(harness.model().workspace().selectedRepository()->path, cloned);
+
+        window.menuAction(u"New Branch…"_s)->trigger();
+        auto *branch = qobject_cast<CreateBookmarkSheet *>(window.sheet(Workspace::Sheet::bookmark));
+        QVERIFY(branch);
+        branch->name()->setText(u"--force"_s);
+        QVERIFY(!branch->createButton()->isEnabled());
+        branch->name()->setText(u"feature/lights"_s);
+        QVERIFY(branch->createButton()->isEnabled());
+        branch->createButton()->click();
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        QCOMPARE(QString::fromUtf8(test::runTool(u"git"_s, {u"branch"_s, u"--show-current"_s}, cloned)).trimmed(),
+                 u"feature/lights"_s);
     }
 
     void errorAlertShowsTheNewestErrorAndDismisses()
