@@ -5,6 +5,7 @@
 // nothing.
 
 #include "Measuring.h"
+#include "Offscreen.h"
 #include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
@@ -52,8 +53,7 @@ void report(QTextStream &out, const QString &step)
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    drawOffscreenUnlessTold();
     QApplication application(argc, argv);
     QTextStream out(stdout);
     QCommandLineParser parser;

@@ -5,6 +5,7 @@
 // offscreen. Prints its figures; asserts nothing.
 
 #include "Measuring.h"
+#include "Offscreen.h"
 #include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
@@ -121,8 +122,7 @@ Arrival measureOnce(const QString &repository, qsizetype rows)
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    drawOffscreenUnlessTold();
     QApplication application(argc, argv);
     QTextStream out(stdout);
     QCommandLineParser parser;

@@ -6,6 +6,7 @@
 
 #include "GeneratedDiff.h"
 #include "Measuring.h"
+#include "Offscreen.h"
 
 #include "diff/DiffDocument.h"
 #include "ui/DiffCanvas.h"
@@ -53,8 +54,7 @@ Positions paintAtPositions(DiffCanvas &canvas, QPixmap &target)
 
 int main(int argc, char *argv[])
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    drawOffscreenUnlessTold();
     QApplication application(argc, argv);
     QTextStream out(stdout);
 

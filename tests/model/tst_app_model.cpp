@@ -1,3 +1,4 @@
+#include "Pictures.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
 #include "RecordPrinting.h"
@@ -29,17 +30,6 @@ QStringList pathsOf(const QList<WorkingFile> &files)
     for (const WorkingFile &file : files)
         paths.append(file.path);
     return paths;
-}
-
-QByteArray pngBytes(int width, int height)
-{
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Qt::green);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
 }
 
 } // namespace
@@ -249,9 +239,9 @@ private Q_SLOTS:
         ModelHarness harness;
         AppModel &model = harness.start();
         QVERIFY(!model.setRepositoryIcon(repository.path(), "not a picture"));
-        QVERIFY(model.setRepositoryIcon(repository.path(), pngBytes(32, 16)));
+        QVERIFY(model.setRepositoryIcon(repository.path(), test::pngBytes(32, 16, Qt::green)));
         const QString firstFile = harness.modelSettings().repositoryIconFiles().value(repository.path());
-        QVERIFY(model.setRepositoryIcon(repository.path(), pngBytes(8, 8)));
+        QVERIFY(model.setRepositoryIcon(repository.path(), test::pngBytes(8, 8, Qt::green)));
         const QStringList files = QDir(harness.iconFolder()).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);
         QVERIFY(files.first() != firstFile);

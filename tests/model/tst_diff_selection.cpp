@@ -1,3 +1,4 @@
+#include "Pictures.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
 #include "RecordPrinting.h"
@@ -16,17 +17,6 @@ using test::MercurialFixture;
 using test::ModelHarness;
 
 namespace {
-
-QByteArray pngBytes()
-{
-    QImage image(40, 20, QImage::Format_ARGB32);
-    image.fill(Qt::magenta);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
-}
 
 WorkingFile fileNamed(const AppModel &model, const QString &path)
 {
@@ -197,11 +187,11 @@ private Q_SLOTS:
     void imagePreviews()
     {
         const GitFixture repository;
-        repository.write(u"kept.png"_s, pngBytes());
-        repository.write(u"deleted.png"_s, pngBytes());
+        repository.write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta));
+        repository.write(u"deleted.png"_s, test::pngBytes(40, 20, Qt::magenta));
         repository.write(u"broken.png"_s, "not a picture");
         repository.commitAll(u"pictures"_s);
-        repository.write(u"kept.png"_s, pngBytes() + "trailing");
+        repository.write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta) + "trailing");
         repository.write(u"broken.png"_s, "still not a picture");
         repository.removeFromDisk(u"deleted.png"_s);
         ModelHarness harness;

@@ -22,13 +22,6 @@ Q_DECLARE_METATYPE(tillery::RepositoryKind)
 
 namespace {
 
-std::unique_ptr<test::RepositoryFixture> makeRepository(RepositoryKind kind)
-{
-    if (kind == RepositoryKind::git)
-        return std::make_unique<GitFixture>();
-    return std::make_unique<MercurialFixture>();
-}
-
 WorkingFile fileNamed(const AppModel &model, const QString &path)
 {
     for (const WorkingFile &file : model.workspace().snapshot().files) {
@@ -44,13 +37,6 @@ QStringList trashedNames()
         .entryList(QDir::Files);
 }
 
-void addKinds()
-{
-    QTest::addColumn<RepositoryKind>("kind");
-    QTest::newRow("mercurial") << RepositoryKind::mercurial;
-    QTest::newRow("git") << RepositoryKind::git;
-}
-
 } // namespace
 
 class ModelActionsTest : public QObject {
@@ -63,7 +49,7 @@ private:
         ModelHarness harness;
 
         explicit Fixture(RepositoryKind kind)
-            : repository(makeRepository(kind))
+            : repository(test::makeFixture(kind))
         {
             repository->write(u"a.txt"_s, "a\n");
             repository->write(u"b.txt"_s, "b\n");
@@ -81,7 +67,7 @@ private:
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void commitsMarkedFiles_data() { addKinds(); }
+    void commitsMarkedFiles_data() { test::addKindColumn(); }
 
     void commitsMarkedFiles()
     {
@@ -235,7 +221,7 @@ private Q_SLOTS:
         QVERIFY(fixture.harness.prompts.folders.isEmpty());
     }
 
-    void stashes_data() { addKinds(); }
+    void stashes_data() { test::addKindColumn(); }
 
     void stashes()
     {
@@ -258,7 +244,7 @@ private Q_SLOTS:
         QCOMPARE(model.workspace().snapshot().files.size(), kind == RepositoryKind::git ? 0 : 1);
     }
 
-    void branchesThroughTheModel_data() { addKinds(); }
+    void branchesThroughTheModel_data() { test::addKindColumn(); }
 
     void branchesThroughTheModel()
     {
@@ -347,7 +333,7 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(QString, fetching);
         QFETCH(QString, pushing);
-        const std::unique_ptr<test::RepositoryFixture> origin = makeRepository(kind);
+        const std::unique_ptr<test::RepositoryFixture> origin = test::makeFixture(kind);
         origin->write(u"a.txt"_s, "a\n");
         origin->commitAll(u"first"_s);
         if (kind == RepositoryKind::git)
@@ -420,7 +406,7 @@ private Q_SLOTS:
         QCOMPARE(seen.last(), QString());
     }
 
-    void cancellingASlowClone_data() { addKinds(); }
+    void cancellingASlowClone_data() { test::addKindColumn(); }
 
     void cancellingASlowClone()
     {

@@ -1,5 +1,7 @@
 #include "RepositoryFixtures.h"
 
+#include <QTest>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -233,6 +235,20 @@ void GitFixture::makeConflict(const QString &relative) const
     commitAll(u"ours"_s);
     if (runToolForStatus(u"git"_s, {u"merge"_s, u"--quiet"_s, u"theirs"_s}, path()) != 1)
         throw std::runtime_error("the merge did not conflict");
+}
+
+void addKindColumn()
+{
+    QTest::addColumn<RepositoryKind>("kind");
+    QTest::newRow("mercurial") << RepositoryKind::mercurial;
+    QTest::newRow("git") << RepositoryKind::git;
+}
+
+std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind)
+{
+    if (kind == RepositoryKind::git)
+        return std::make_unique<GitFixture>();
+    return std::make_unique<MercurialFixture>();
 }
 
 } // namespace tillery::test

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/Repository.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringList>
@@ -83,5 +85,11 @@ private:
     enum class Start { empty, bare, nothing };
     explicit GitFixture(Start start);
 };
+
+// For a data-driven test: a "kind" column with a Mercurial and a Git row.
+void addKindColumn();
+
+// A fresh empty repository of the kind.
+std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
 
 } // namespace tillery::test

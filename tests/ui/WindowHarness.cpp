@@ -46,6 +46,13 @@ void WindowHarness::addThroughMenu(const QString &folder)
     models.settle();
 }
 
+ChangesView &WindowHarness::openOn(const QString &repositoryPath)
+{
+    open();
+    addThroughMenu(repositoryPath);
+    return changes();
+}
+
 void clickCheckBox(QListView *list, int row)
 {
     const QRect rowRect = list->visualRect(list->model()->index(row, 0));

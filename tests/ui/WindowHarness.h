@@ -39,6 +39,9 @@ public:
     // folder chooser's answer.
     void addThroughMenu(const QString &folder);
 
+    // Opens the window and adds the repository through the menu; its Changes page.
+    ChangesView &openOn(const QString &repositoryPath);
+
     ModelHarness models;
 
 private:

@@ -25,13 +25,6 @@ using test::WindowHarness;
 
 namespace {
 
-std::unique_ptr<RepositoryFixture> makeRepository(RepositoryKind kind)
-{
-    if (kind == RepositoryKind::git)
-        return std::make_unique<GitFixture>();
-    return std::make_unique<MercurialFixture>();
-}
-
 int rowOf(const QListView *list, const QString &path)
 {
     return static_cast<int>(test::listedPaths(list).indexOf(path));
@@ -116,14 +109,12 @@ private Q_SLOTS:
         QFETCH(QStringList, selected);
         QFETCH(QString, clicked);
         QFETCH(QStringList, expected);
-        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
         for (const QString &path : {u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s})
             repository->write(path, "text\n");
 
         WindowHarness harness;
-        harness.open();
-        harness.addThroughMenu(repository->path());
-        ChangesView &changes = harness.changes();
+        ChangesView &changes = harness.openOn(repository->path());
         selectRows(changes.list(), selected);
         QVERIFY(harness.settle());
         expected.replace(expected.indexOf(u"{editor}"_s), harness.model().editorTitle());
@@ -138,9 +129,7 @@ private Q_SLOTS:
         repository.write(u"notes.txt"_s, "text\n");
 
         WindowHarness harness;
-        harness.open();
-        harness.addThroughMenu(repository.path());
-        ChangesView &changes = harness.changes();
+        ChangesView &changes = harness.openOn(repository.path());
         const std::unique_ptr<QMenu> menu(changes.contextMenuFor(rowOf(changes.list(), u"docs/guide/intro.md"_s)));
         findItem(menu.get(), u"Copy File Path"_s)->trigger();
         findItem(menu.get(), u"Copy Relative File Path"_s)->trigger();
@@ -155,24 +144,20 @@ private Q_SLOTS:
 
     void discardAsksFirst_data()
     {
-        QTest::addColumn<RepositoryKind>("kind");
-        QTest::newRow("mercurial") << RepositoryKind::mercurial;
-        QTest::newRow("git") << RepositoryKind::git;
+        test::addKindColumn();
     }
 
     void discardAsksFirst()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
         repository->write(u"chart.txt"_s, "harbour\n");
         repository->commitAll(u"Start"_s);
         repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
         repository->write(u"scratch.txt"_s, "draft\n");
 
         WindowHarness harness;
-        harness.open();
-        harness.addThroughMenu(repository->path());
-        ChangesView &changes = harness.changes();
+        ChangesView &changes = harness.openOn(repository->path());
         selectRows(changes.list(), {u"chart.txt"_s, u"scratch.txt"_s});
         const std::unique_ptr<QMenu> menu(changes.contextMenuFor(rowOf(changes.list(), u"chart.txt"_s)));
         QAction *discard = findItem(menu.get(), u"Discard 2 Selected Changes"_s);
@@ -203,9 +188,7 @@ private Q_SLOTS:
         repository.write(u"c.txt"_s, "c\n");
 
         WindowHarness harness;
-        harness.open();
-        harness.addThroughMenu(repository.path());
-        ChangesView &changes = harness.changes();
+        ChangesView &changes = harness.openOn(repository.path());
         QPushButton *commit = changes.commitBox()->commitButton();
         QVERIFY(!changes.selectAll()->isChecked());
 

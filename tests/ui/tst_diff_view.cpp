@@ -96,8 +96,7 @@ private Q_SLOTS:
     {
         ChangedRepository fixture;
         WindowHarness harness;
-        harness.open();
-        harness.addThroughMenu(fixture.repository.path());
+        harness.openOn(fixture.repository.path());
         DiffView &view = *harness.changes().diffView();
         QCOMPARE(view.body(), DiffView::Body::empty);
 
@@ -132,8 +131,7 @@ private Q_SLOTS:
         WindowHarness harness;
         if (stored.isValid())
             harness.models.settings().setValue(u"diffLayout.v1"_s, stored);
-        harness.open();
-        harness.addThroughMenu(fixture.repository.path());
+        harness.openOn(fixture.repository.path());
         selectFile(harness, u"chart.txt"_s);
         DiffView &view = *harness.changes().diffView();
         QCOMPARE(checkedLayoutItem(view), shown);
@@ -196,8 +194,7 @@ private Q_SLOTS:
         ChangedRepository fixture;
         WindowHarness harness;
         harness.models.settings().setValue(u"diffLayout.v1"_s, layout);
-        harness.open();
-        harness.addThroughMenu(fixture.repository.path());
+        harness.openOn(fixture.repository.path());
         selectFile(harness, u"chart.txt"_s);
         DiffCanvas &canvas = *harness.changes().diffView()->canvas();
         QWidget *viewport = canvas.viewport();

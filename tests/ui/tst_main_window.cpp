@@ -31,13 +31,6 @@ using test::WindowHarness;
 
 namespace {
 
-std::unique_ptr<RepositoryFixture> makeRepository(RepositoryKind kind)
-{
-    if (kind == RepositoryKind::git)
-        return std::make_unique<GitFixture>();
-    return std::make_unique<MercurialFixture>();
-}
-
 QList<QAction *> itemsOfMenu(MainWindow &window, const QString &title)
 {
     QList<QAction *> items;
@@ -86,15 +79,13 @@ private Q_SLOTS:
 
     void addTickAndCommitWithTheShortcut_data()
     {
-        QTest::addColumn<RepositoryKind>("kind");
-        QTest::newRow("mercurial") << RepositoryKind::mercurial;
-        QTest::newRow("git") << RepositoryKind::git;
+        test::addKindColumn();
     }
 
     void addTickAndCommitWithTheShortcut()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
         repository->write(u"chart.txt"_s, "harbour\n");
         repository->commitAll(u"Start"_s);
         repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
@@ -161,7 +152,7 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(bool, activeBookmark);
         QFETCH(QString, updateLabel);
-        const std::unique_ptr<RepositoryFixture> repository = makeRepository(kind);
+        const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
         repository->write(u"a.txt"_s, "a\n");
         repository->commitAll(u"Start"_s);
         if (activeBookmark && kind == RepositoryKind::mercurial)

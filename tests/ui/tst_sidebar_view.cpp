@@ -1,3 +1,4 @@
+#include "Pictures.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 #include "WindowHarness.h"
@@ -41,17 +42,6 @@ QStringList topLevelNames(const SidebarModel &sidebar)
     for (int row = 0; row < sidebar.rowCount(section); ++row)
         names.append(sidebar.index(row, 0, section).data().toString());
     return names;
-}
-
-QByteArray pngBytes(int width, int height)
-{
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(Qt::blue);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
 }
 
 struct TwoRepositories {
@@ -183,7 +173,7 @@ private Q_SLOTS:
         const QIcon kindIcon = before.data(Qt::DecorationRole).value<QIcon>();
         QVERIFY(!kindIcon.isNull());
 
-        QVERIFY(fixture.harness.model().setRepositoryIcon(path, pngBytes(300, 120)));
+        QVERIFY(fixture.harness.model().setRepositoryIcon(path, test::pngBytes(300, 120, Qt::blue)));
         const QIcon custom = fixture.sidebar().indexOfRepository(path).data(Qt::DecorationRole).value<QIcon>();
         const QImage drawn = custom.pixmap(QSize(20, 20)).toImage();
         QCOMPARE(drawn.size(), QSize(20, 20));
