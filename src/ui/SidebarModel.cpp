@@ -210,9 +210,19 @@ Qt::DropActions SidebarModel::supportedDropActions() const
     return Qt::MoveAction;
 }
 
+QList<QUrl> SidebarModel::droppedFolders(const QMimeData *data)
+{
+    QList<QUrl> folders;
+    for (const QUrl &url : data->urls()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir())
+            folders.append(url);
+    }
+    return folders;
+}
+
 QStringList SidebarModel::mimeTypes() const
 {
-    return {u"text/plain"_s};
+    return {u"text/plain"_s, u"text/uri-list"_s};
 }
 
 QMimeData *SidebarModel::mimeData(const QModelIndexList &indexes) const
@@ -228,9 +238,16 @@ QMimeData *SidebarModel::mimeData(const QModelIndexList &indexes) const
     return nullptr;
 }
 
+bool SidebarModel::isRepositoryDrag(const QMimeData *data) const
+{
+    return data->hasText() && m_model.library().repositoryWithPath(data->text());
+}
+
 bool SidebarModel::canDropMimeData(const QMimeData *data, Qt::DropAction, int, int, const QModelIndex &parent) const
 {
-    return data && data->hasText() && m_model.library().repositoryWithPath(data->text()) && parent.isValid();
+    if (!data || !parent.isValid())
+        return false;
+    return isRepositoryDrag(data) || !droppedFolders(data).isEmpty();
 }
 
 bool SidebarModel::dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
@@ -238,6 +255,11 @@ bool SidebarModel::dropMimeData(const QMimeData *data, Qt::DropAction action, in
 {
     if (!canDropMimeData(data, action, row, column, parent))
         return false;
+    if (!isRepositoryDrag(data)) {
+        // Folders from the file manager: added like the add command's choice.
+        m_model.addRepositories(droppedFolders(data));
+        return true;
+    }
     const QString path = data->text();
     switch (kindOf(parent)) {
     case Kind::section:

@@ -3,6 +3,8 @@
 #include "records/Repository.h"
 
 #include <QAbstractItemModel>
+#include <QList>
+#include <QUrl>
 #include <QUuid>
 
 #include <optional>
@@ -15,7 +17,7 @@ class AppModel;
 // top-level items in order, folders holding their repositories. Rows drag as
 // the repository's path in plain text and take such drops: on the section a
 // repository goes to the top level, on a folder into it, on a repository
-// next to it.
+// next to it. Folders dragged in from the file manager are added.
 class SidebarModel final : public QAbstractItemModel {
     Q_OBJECT
 
@@ -50,6 +52,10 @@ private:
     // top-level item n, and for a folder's repository the folder's row and
     // the repository's place inside it.
     static quintptr packed(int topRow, int childRow);
+    // The local folders a drag from outside carries.
+    static QList<QUrl> droppedFolders(const QMimeData *data);
+    // A drag of one of our own rows: a known repository's path.
+    bool isRepositoryDrag(const QMimeData *data) const;
     Kind kindOf(const QModelIndex &index) const;
     void rebuild();
 

@@ -9,9 +9,11 @@
 #include <QAction>
 #include <QBuffer>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QMenu>
 #include <QMimeData>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeView>
@@ -109,6 +111,27 @@ private Q_SLOTS:
         QVERIFY(!sidebar.canDropMimeData(&data, Qt::MoveAction, -1, 0, sidebar.sectionIndex()));
         QVERIFY(!sidebar.dropMimeData(&data, Qt::MoveAction, -1, 0, sidebar.sectionIndex()));
         QVERIFY(fixture.harness.model().library().layout() == before);
+    }
+
+    void foldersDroppedFromTheFileManagerAreAdded()
+    {
+        TwoRepositories fixture;
+        SidebarModel &sidebar = fixture.sidebar();
+        const GitFixture third;
+        QTemporaryDir notAFolder;
+        const QString file = notAFolder.filePath(u"notes.txt"_s);
+        QFile(file).open(QIODevice::WriteOnly);
+
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(file), QUrl(u"https://example.com/repo"_s)});
+        QVERIFY(!sidebar.canDropMimeData(&files, Qt::CopyAction, -1, 0, sidebar.sectionIndex()));
+
+        QMimeData folders;
+        folders.setUrls({QUrl::fromLocalFile(file), QUrl::fromLocalFile(third.path())});
+        QVERIFY(sidebar.dropMimeData(&folders, Qt::CopyAction, -1, 0, sidebar.sectionIndex()));
+        QVERIFY(fixture.harness.settle());
+        QVERIFY(sidebar.indexOfRepository(QDir::cleanPath(third.path())).isValid());
+        QCOMPARE(fixture.harness.model().workspace().selectedRepository()->kind, RepositoryKind::git);
     }
 
     void contextMenus()
