@@ -41,20 +41,34 @@ void waitUntilIdle(const AppModel &model)
     int quietTurns = 0;
     while (!deadline.hasExpired() && quietTurns < 5) {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
-        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy();
+        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy()
+                          && !model.diffSelection().isLoadingDiff() && !model.diffSelection().isLoadingChangesetFiles();
         quietTurns = idle ? quietTurns + 1 : 0;
         QThread::msleep(10);
     }
 }
 
+// The page asked for with a file selected: a changed file on the Changes
+// page; on the History page the newest changeset and, when it has it, the file.
 void showPage(AppModel &model, const QString &tab, const QString &file)
 {
-    model.setTab(tab == u"history" ? WorkspaceTab::history : WorkspaceTab::changes);
+    const bool history = tab == u"history";
+    model.setTab(history ? WorkspaceTab::history : WorkspaceTab::changes);
     waitUntilIdle(model);
-    const QList<WorkingFile> &files = model.workspace().snapshot().files;
+    if (history) {
+        if (model.workspace().snapshot().history.isEmpty())
+            return;
+        model.selectChangeset(model.workspace().snapshot().history.first());
+        waitUntilIdle(model);
+    }
+    const QList<WorkingFile> files =
+        history ? model.diffSelection().changesetFiles() : model.workspace().snapshot().files;
     for (const WorkingFile &candidate : files) {
-        if (file.isEmpty() || candidate.path == file) {
-            model.selectChangeFiles({candidate});
+        if (candidate.path == file || (file.isEmpty() && !history)) {
+            if (history)
+                model.selectChangesetFile(candidate);
+            else
+                model.selectChangeFiles({candidate});
             break;
         }
     }

@@ -134,6 +134,7 @@ public:
     void reveal(const QString &path) { m_open.reveal(path); }
     void openWithDefaultApplication(const QString &path) { m_open.openWithDefaultApplication(path); }
     void copyPaths(const QStringList &paths) { m_open.copyPaths(paths); }
+    void copyText(const QString &text) { m_open.copyText(text); }
     // An error shown in the alert.
     void presentError(const QString &title, const QString &message) { m_activity->present(title, message); }
 

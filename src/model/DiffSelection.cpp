@@ -224,11 +224,13 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
     const QString word = backend->wording().changeset;
     m_activity.setActivity(u"Loading "_s + word + u" files"_s);
     m_changesetFilesTask.cancel();
+    setLoadingChangesetFiles(true);
     m_changesetFilesTask = runInBackground(
         &m_pool, this, [backend, repository, changeset] { return backend->changesetFiles(repository.path, changeset); },
         [this, changeset, keep, word](Outcome<QList<WorkingFile>> outcome) {
             if (!m_selectedChangeset || m_selectedChangeset->node != changeset.node)
                 return;
+            setLoadingChangesetFiles(false);
             m_activity.setActivity(QString());
             if (!outcome.succeeded()) {
                 presentLoadFailure(outcome.failure);
@@ -242,6 +244,20 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
             const std::optional<WorkingFile> kept = keep ? fileWithPath(*outcome.value, keep->path) : std::nullopt;
             selectChangesetFile(kept.value_or(outcome.value->first()));
         });
+}
+
+void DiffSelection::cancelChangesetFilesLoad()
+{
+    m_changesetFilesTask.cancel();
+    setLoadingChangesetFiles(false);
+}
+
+void DiffSelection::setLoadingChangesetFiles(bool loading)
+{
+    if (m_isLoadingChangesetFiles == loading)
+        return;
+    m_isLoadingChangesetFiles = loading;
+    Q_EMIT isLoadingChangesetFilesChanged(loading);
 }
 
 void DiffSelection::selectChangesetFile(const WorkingFile &file)
@@ -302,7 +318,7 @@ void DiffSelection::clearShownDiff()
 void DiffSelection::clearForRepositorySwitch()
 {
     cancelPendingSelection();
-    m_changesetFilesTask.cancel();
+    cancelChangesetFilesLoad();
     clearShownDiff();
     setChangesetFiles({});
     setSelectedChangeFiles({});
@@ -360,7 +376,7 @@ void DiffSelection::showPage()
         }
     }
     if (!kept) {
-        m_changesetFilesTask.cancel();
+        cancelChangesetFilesLoad();
         setSelectedChangeset(std::nullopt);
         setChangesetFiles({});
         setSelectedChangesetFile(std::nullopt);

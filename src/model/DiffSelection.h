@@ -46,6 +46,9 @@ public:
     const PresentedDiffDocument &diff() const { return m_diff; }
     const QImage &previewImage() const { return m_previewImage; }
     bool isLoadingDiff() const { return m_isLoadingDiff; }
+    // The selected changeset's file list is being read (also while a refresh
+    // rereads it; the previous list stays meanwhile).
+    bool isLoadingChangesetFiles() const { return m_isLoadingChangesetFiles; }
     bool showDiffLoadingIndicator() const { return m_showDiffLoadingIndicator; }
 
     void selectFile(const WorkingFile &file);
@@ -77,6 +80,7 @@ Q_SIGNALS:
     void diffChanged();
     void previewImageChanged();
     void isLoadingDiffChanged(bool loading);
+    void isLoadingChangesetFilesChanged(bool loading);
     void showDiffLoadingIndicatorChanged(bool shown);
 
 private:
@@ -94,6 +98,8 @@ private:
     void loadPreview(const std::function<QByteArray()> &readBytes);
     void loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity);
     void loadChangesetFiles(const Changeset &changeset, const std::optional<WorkingFile> &keep);
+    void cancelChangesetFilesLoad();
+    void setLoadingChangesetFiles(bool loading);
     void presentLoadFailure(const QString &message);
 
     Workspace &m_workspace;
@@ -111,6 +117,7 @@ private:
     QImage m_previewImage;
     bool m_isLoadingDiff = false;
     bool m_showDiffLoadingIndicator = false;
+    bool m_isLoadingChangesetFiles = false;
 
     BackgroundTask m_workingDiffTask;
     BackgroundTask m_changesetFilesTask;

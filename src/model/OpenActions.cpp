@@ -84,7 +84,12 @@ void OpenActions::openWithDefaultApplication(const QString &path)
 
 void OpenActions::copyPaths(const QStringList &paths)
 {
-    m_desktop.copyToClipboard(paths.join(u'\n'));
+    copyText(paths.join(u'\n'));
+}
+
+void OpenActions::copyText(const QString &text)
+{
+    m_desktop.copyToClipboard(text);
 }
 
 } // namespace tillery

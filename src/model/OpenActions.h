@@ -31,6 +31,7 @@ public:
     void reveal(const QString &path);
     void openWithDefaultApplication(const QString &path);
     void copyPaths(const QStringList &paths);
+    void copyText(const QString &text);
 
 private:
     void launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan);

@@ -5,7 +5,10 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QAbstractItemView>
+#include <QHelpEvent>
 #include <QPainter>
+#include <QToolTip>
 
 namespace tillery {
 
@@ -23,25 +26,48 @@ void ChangedFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     QStyle *style = option.widget ? option.widget->style() : QApplication::style();
     style->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
 
-    QStyleOptionButton check;
-    check.rect = checkBoxRect(option.rect);
-    check.state = QStyle::State_Enabled
-                  | (index.data(Qt::CheckStateRole).toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
-    style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &check, painter, option.widget);
+    if (index.flags() & Qt::ItemIsUserCheckable) {
+        QStyleOptionButton check;
+        check.rect = checkBoxRect(option.rect);
+        check.state = QStyle::State_Enabled
+                      | (index.data(Qt::CheckStateRole).toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
+        style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &check, painter, option.widget);
+    }
 
     const bool selected = option.state & QStyle::State_Selected;
-    const int badgeX = check.rect.right() + 6;
-    statusBadge::paint(*painter, QRect(badgeX, option.rect.y(), statusBadge::width, option.rect.height()),
-                       static_cast<FileState>(index.data(ChangedFilesModel::StateRole).toInt()),
+    const QRect badge = badgeRect(option.rect, index);
+    statusBadge::paint(*painter, badge, stateOf(index),
                        selected ? std::optional(option.palette.color(QPalette::HighlightedText)) : std::nullopt);
 
-    const int textX = badgeX + statusBadge::width + 6;
+    const int textX = badge.right() + 1 + 6;
     const QRect textRect(textX, option.rect.y(), option.rect.right() - textX - 4, option.rect.height());
     painter->save();
     painter->setPen(option.palette.color(selected ? QPalette::HighlightedText : QPalette::Text));
     painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft,
                       option.fontMetrics.elidedText(index.data().toString(), Qt::ElideMiddle, textRect.width()));
     painter->restore();
+}
+
+QRect ChangedFileDelegate::badgeRect(const QRect &row, const QModelIndex &index)
+{
+    // Rows of a changeset have no check box; the badge then leads.
+    const int x = index.flags() & Qt::ItemIsUserCheckable ? checkBoxRect(row).right() + 6 : row.x() + 6;
+    return QRect(x, row.y(), statusBadge::width, row.height());
+}
+
+FileState ChangedFileDelegate::stateOf(const QModelIndex &index)
+{
+    return static_cast<FileState>(index.data(ChangedFilesModel::StateRole).toInt());
+}
+
+bool ChangedFileDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index)
+{
+    if (event->type() == QEvent::ToolTip && badgeRect(option.rect, index).contains(event->pos())) {
+        QToolTip::showText(event->globalPos(), fileStateLabel(stateOf(index)), view);
+        return true;
+    }
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
 }
 
 QSize ChangedFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -56,7 +82,8 @@ bool ChangedFileDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, 
         && event->type() != QEvent::MouseButtonDblClick)
         return false;
     const auto *mouse = static_cast<QMouseEvent *>(event);
-    if (!checkBoxRect(option.rect).adjusted(-3, -3, 3, 3).contains(mouse->position().toPoint()))
+    if (!(index.flags() & Qt::ItemIsUserCheckable)
+        || !checkBoxRect(option.rect).adjusted(-3, -3, 3, 3).contains(mouse->position().toPoint()))
         return false;
     if (event->type() == QEvent::MouseButtonRelease && mouse->button() == Qt::LeftButton) {
         const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;

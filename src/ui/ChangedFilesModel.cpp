@@ -4,35 +4,44 @@
 
 namespace tillery {
 
-ChangedFilesModel::ChangedFilesModel(AppModel &model, QObject *parent)
+ChangedFilesModel::ChangedFilesModel(AppModel &model, Source source, QObject *parent)
     : QAbstractListModel(parent)
     , m_model(model)
+    , m_source(source)
 {
-    connect(&model.workspace(), &Workspace::snapshotChanged, this, [this] {
-        beginResetModel();
-        endResetModel();
-    });
-    connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, [this] {
-        if (rowCount() > 0)
-            Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
-    });
+    if (source == Source::workingCopy) {
+        m_files = model.workspace().snapshot().files;
+        connect(&model.workspace(), &Workspace::snapshotChanged, this,
+                [this] { showFiles(m_model.workspace().snapshot().files); });
+        connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, [this] {
+            if (rowCount() > 0)
+                Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
+        });
+    } else {
+        m_files = model.diffSelection().changesetFiles();
+        connect(&model.diffSelection(), &DiffSelection::changesetFilesChanged, this,
+                [this] { showFiles(m_model.diffSelection().changesetFiles()); });
+    }
+}
+
+void ChangedFilesModel::showFiles(const QList<WorkingFile> &files)
+{
+    if (files == m_files)
+        return;
+    beginResetModel();
+    m_files = files;
+    endResetModel();
 }
 
 int ChangedFilesModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_model.workspace().snapshot().files.size());
-}
-
-const WorkingFile &ChangedFilesModel::fileAt(int row) const
-{
-    return m_model.workspace().snapshot().files[row];
+    return parent.isValid() ? 0 : static_cast<int>(m_files.size());
 }
 
 int ChangedFilesModel::rowOf(const QString &path) const
 {
-    const QList<WorkingFile> &files = m_model.workspace().snapshot().files;
-    for (int row = 0; row < files.size(); ++row) {
-        if (files[row].path == path)
+    for (int row = 0; row < m_files.size(); ++row) {
+        if (m_files[row].path == path)
             return row;
     }
     return -1;
@@ -48,6 +57,8 @@ QVariant ChangedFilesModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return file.path;
     case Qt::CheckStateRole:
+        if (m_source != Source::workingCopy)
+            return QVariant();
         return m_model.diffSelection().selectedFilePaths().contains(file.path) ? Qt::Checked : Qt::Unchecked;
     case StateRole:
         return static_cast<int>(file.state);
@@ -58,7 +69,7 @@ QVariant ChangedFilesModel::data(const QModelIndex &index, int role) const
 
 bool ChangedFilesModel::setData(const QModelIndex &index, const QVariant &value, int role)
 {
-    if (!index.isValid() || role != Qt::CheckStateRole)
+    if (!index.isValid() || role != Qt::CheckStateRole || m_source != Source::workingCopy)
         return false;
     QSet<QString> marked = m_model.diffSelection().selectedFilePaths();
     const QString &path = fileAt(index.row()).path;
@@ -72,7 +83,8 @@ bool ChangedFilesModel::setData(const QModelIndex &index, const QVariant &value,
 
 Qt::ItemFlags ChangedFilesModel::flags(const QModelIndex &index) const
 {
-    return QAbstractListModel::flags(index) | Qt::ItemIsUserCheckable;
+    const Qt::ItemFlags flags = QAbstractListModel::flags(index);
+    return m_source == Source::workingCopy ? flags | Qt::ItemIsUserCheckable : flags;
 }
 
 } // namespace tillery

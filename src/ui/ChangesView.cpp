@@ -27,24 +27,6 @@ namespace tillery {
 
 namespace {
 
-QWidget *loadingPage()
-{
-    auto *page = new QWidget;
-    auto *layout = new QVBoxLayout(page);
-    auto *spinnerRow = new QHBoxLayout;
-    spinnerRow->addStretch();
-    spinnerRow->addWidget(new Spinner(18));
-    spinnerRow->addStretch();
-    auto *text = new QLabel(u"Loading Changes…"_s);
-    text->setForegroundRole(QPalette::PlaceholderText);
-    text->setAlignment(Qt::AlignCenter);
-    layout->addStretch();
-    layout->addLayout(spinnerRow);
-    layout->addWidget(text);
-    layout->addStretch();
-    return page;
-}
-
 // The folders that hold a file, outermost first: "a/b/c.txt" gives "a", "a/b".
 QStringList enclosingFolders(const QString &path)
 {
@@ -60,7 +42,7 @@ QStringList enclosingFolders(const QString &path)
 ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *parent)
     : QWidget(parent)
     , m_model(model)
-    , m_files(new ChangedFilesModel(model, this))
+    , m_files(new ChangedFilesModel(model, ChangedFilesModel::Source::workingCopy, this))
     , m_pages(new QStackedWidget)
     , m_list(new QListView)
     , m_selectAll(new QCheckBox)
@@ -112,7 +94,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     listLayout->addLayout(header);
     listLayout->addWidget(m_list, 1);
 
-    m_pages->addWidget(loadingPage());
+    m_pages->addWidget(loadingPage(u"Loading Changes…"_s));
     m_pages->addWidget(new EmptyState(u"No Local Changes"_s, u"checkmark.circle"_s, u"The working copy is clean."_s));
     m_pages->addWidget(listPage);
 

@@ -23,24 +23,6 @@ namespace tillery {
 
 namespace {
 
-QWidget *loadingPage()
-{
-    auto *page = new QWidget;
-    auto *layout = new QVBoxLayout(page);
-    auto *text = new QLabel(u"Loading Diff…"_s);
-    text->setForegroundRole(QPalette::PlaceholderText);
-    text->setAlignment(Qt::AlignCenter);
-    auto *spinnerRow = new QHBoxLayout;
-    spinnerRow->addStretch();
-    spinnerRow->addWidget(new Spinner(18));
-    spinnerRow->addStretch();
-    layout->addStretch();
-    layout->addLayout(spinnerRow);
-    layout->addWidget(text);
-    layout->addStretch();
-    return page;
-}
-
 class PathLabel final : public QLabel {
 public:
     using QLabel::QLabel;
@@ -124,7 +106,7 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     m_message->document()->setDocumentMargin(12);
 
     m_body->addWidget(m_image);
-    m_body->addWidget(loadingPage());
+    m_body->addWidget(loadingPage(u"Loading Diff…"_s));
     m_body->addWidget(m_empty);
     m_body->addWidget(m_message);
     m_body->addWidget(m_canvas);

@@ -32,6 +32,11 @@ EmptyState::EmptyState(const QString &title, const QString &symbolName, const QS
     layout->addStretch();
 }
 
+void EmptyState::setTitle(const QString &title)
+{
+    m_title->setText(title);
+}
+
 void EmptyState::setDetail(const QString &detail)
 {
     m_detail->setText(detail);

@@ -13,6 +13,7 @@ class EmptyState final : public QWidget {
 public:
     EmptyState(const QString &title, const QString &symbolName, const QString &detail, QWidget *parent = nullptr);
 
+    void setTitle(const QString &title);
     void setDetail(const QString &detail);
     QString title() const;
     QString detail() const;

@@ -1,6 +1,11 @@
 #include "ui/Icons.h"
 
+#include <QGuiApplication>
 #include <QHash>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
 
 using namespace Qt::StringLiterals;
 
@@ -22,12 +27,57 @@ namespace {
 struct SymbolMapping {
     QString themeName;
     QString bundled;
+    // A drawing in colours of its own, shown as it is; the others are drawn
+    // in one grey and take the palette's text colour, light or dark.
+    bool coloured = false;
+};
+
+// Draws a one-colour drawing in the palette's text colour of the moment, so
+// that the bundled icons read on light and dark palettes alike.
+class PaletteTintedIconEngine final : public QIconEngine {
+public:
+    explicit PaletteTintedIconEngine(QIcon drawing) : m_drawing(std::move(drawing)) {}
+
+    void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const qreal ratio = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
+        QPixmap tinted = pixmap(rect.size() * ratio, mode, state);
+        tinted.setDevicePixelRatio(ratio);
+        painter->drawPixmap(rect, tinted);
+    }
+
+    QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap drawn = m_drawing.pixmap(size, QIcon::Normal, state);
+        if (drawn.isNull())
+            return drawn;
+        const QPalette palette = QGuiApplication::palette();
+        QColor colour = palette.color(QPalette::Active, QPalette::WindowText);
+        if (mode == QIcon::Disabled)
+            colour = palette.color(QPalette::Disabled, QPalette::WindowText);
+        else if (mode == QIcon::Selected)
+            colour = palette.color(QPalette::Active, QPalette::HighlightedText);
+        QPainter painter(&drawn);
+        painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        painter.fillRect(drawn.rect(), colour);
+        return drawn;
+    }
+
+    QSize actualSize(const QSize &size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return m_drawing.actualSize(size, mode, state);
+    }
+
+    QIconEngine *clone() const override { return new PaletteTintedIconEngine(m_drawing); }
+
+private:
+    QIcon m_drawing;
 };
 
 const QHash<QString, SymbolMapping> &mappings()
 {
     static const QHash<QString, SymbolMapping> table{
-        {u"point.3.connected.trianglepath.dotted"_s, {u"network-workgroup"_s, u"network"_s}},
+        {u"point.3.connected.trianglepath.dotted"_s, {u"network-workgroup"_s, u"network"_s, true}},
         {u"folder"_s, {u"folder"_s, u"folder"_s}},
         {u"doc.text"_s, {u"text-x-generic"_s, u"doc-text"_s}},
         {u"doc.text.magnifyingglass"_s, {u"edit-find"_s, u"doc-search"_s}},
@@ -45,6 +95,13 @@ const QHash<QString, SymbolMapping> &mappings()
         {u"photo"_s, {u"image-x-generic"_s, u"image"_s}},
         {u"doc.on.doc"_s, {u"edit-copy"_s, u"copy"_s}},
         {u"clock"_s, {u"document-open-recent"_s, u"clock"_s}},
+        {u"bookmark.fill"_s, {u"bookmark-new"_s, u"bookmark"_s}},
+        {u"tag.fill"_s, {u"tag"_s, u"tag"_s}},
+        {u"arrow.up.circle.fill"_s, {u"go-up"_s, u"arrow-up-circle"_s, true}},
+        {u"person"_s, {u"user-identity"_s, u"person"_s}},
+        {u"paintbrush"_s, {u"applications-graphics"_s, u"paintbrush"_s}},
+        {u"puzzlepiece"_s, {u"applications-utilities"_s, u"puzzle"_s}},
+        {u"info.circle"_s, {u"help-about"_s, u"info"_s}},
     };
     return table;
 }
@@ -62,7 +119,11 @@ QIcon symbolIcon(const QString &symbolName)
     const auto mapping = mappings().constFind(symbolName);
     if (mapping == mappings().cend())
         return QIcon();
-    return QIcon::fromTheme(mapping->themeName, bundledIcon(mapping->bundled));
+    if (mapping->coloured)
+        return bundledIcon(mapping->bundled);
+    if (QIcon::hasThemeIcon(mapping->themeName))
+        return QIcon::fromTheme(mapping->themeName);
+    return QIcon(new PaletteTintedIconEngine(bundledIcon(mapping->bundled)));
 }
 
 QIcon repositoryKindIcon(RepositoryKind kind)

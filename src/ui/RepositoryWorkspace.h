@@ -2,18 +2,18 @@
 
 #include <QWidget>
 
-class QLabel;
 class QStackedWidget;
 
 namespace tillery {
 
 class AppModel;
 class ChangesView;
-class EmptyState;
+class HistoryView;
 class ViewSettings;
 class WorkspaceTabHeader;
+class WorkspaceToolbar;
 
-// The detail column for the selected repository: its title, the tab header,
+// The detail column for the selected repository: its toolbar, the tab header,
 // and the page of the current tab.
 class RepositoryWorkspace final : public QWidget {
     Q_OBJECT
@@ -21,19 +21,21 @@ class RepositoryWorkspace final : public QWidget {
 public:
     RepositoryWorkspace(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 
+    WorkspaceToolbar *toolbar() const { return m_toolbar; }
     WorkspaceTabHeader *tabHeader() const { return m_tabs; }
     ChangesView *changesView() const { return m_changes; }
+    HistoryView *historyView() const { return m_history; }
     QWidget *currentPage() const;
 
 private:
     void update();
 
     AppModel &m_model;
-    QLabel *m_title;
+    WorkspaceToolbar *m_toolbar;
     WorkspaceTabHeader *m_tabs;
     QStackedWidget *m_pages;
     ChangesView *m_changes;
-    EmptyState *m_history;
+    HistoryView *m_history;
 };
 
 } // namespace tillery

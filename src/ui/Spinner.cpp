@@ -1,6 +1,9 @@
 #include "ui/Spinner.h"
 
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QPainter>
+#include <QVBoxLayout>
 
 namespace tillery {
 
@@ -48,6 +51,24 @@ void Spinner::showEvent(QShowEvent *)
 void Spinner::hideEvent(QHideEvent *)
 {
     m_timer.stop();
+}
+
+QWidget *loadingPage(const QString &text)
+{
+    auto *page = new QWidget;
+    auto *layout = new QVBoxLayout(page);
+    auto *spinnerRow = new QHBoxLayout;
+    spinnerRow->addStretch();
+    spinnerRow->addWidget(new Spinner(18));
+    spinnerRow->addStretch();
+    auto *label = new QLabel(text);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    label->setAlignment(Qt::AlignCenter);
+    layout->addStretch();
+    layout->addLayout(spinnerRow);
+    layout->addWidget(label);
+    layout->addStretch();
+    return page;
 }
 
 } // namespace tillery

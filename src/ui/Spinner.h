@@ -24,4 +24,7 @@ private:
     QTimer m_timer;
 };
 
+// A page with a spinner above a quiet line ("Loading Changes…"), centred.
+QWidget *loadingPage(const QString &text);
+
 } // namespace tillery

@@ -1,0 +1,114 @@
+#include "ui/ChangesetHeader.h"
+
+#include "model/AppModel.h"
+#include "ui/ChangesetText.h"
+#include "ui/Icons.h"
+
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QLabel *valueLabel()
+{
+    auto *label = new QLabel;
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+QLabel *fieldLabel(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setForegroundRole(QPalette::PlaceholderText);
+    return label;
+}
+
+} // namespace
+
+ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_summary(valueLabel())
+    , m_body(valueLabel())
+    , m_hashLabel(fieldLabel(u"Changeset"_s))
+    , m_hash(new QToolButton)
+    , m_copy(new QToolButton)
+    , m_author(valueLabel())
+    , m_date(valueLabel())
+    , m_branch(valueLabel())
+{
+    QFont summaryFont = m_summary->font();
+    summaryFont.setPointSizeF(summaryFont.pointSizeF() * 1.25);
+    summaryFont.setWeight(QFont::DemiBold);
+    m_summary->setFont(summaryFont);
+    m_summary->setWordWrap(true);
+    m_body->setWordWrap(true);
+
+    QFont hashFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    hashFont.setPointSizeF(font().pointSizeF());
+    m_hash->setFont(hashFont);
+    m_hash->setAutoRaise(true);
+    m_hash->setToolTip(u"Copy full hash"_s);
+    m_hash->setAccessibleName(u"Copy full hash"_s);
+    m_hash->setCursor(Qt::PointingHandCursor);
+    m_copy->setIcon(symbolIcon(u"doc.on.doc"_s));
+    m_copy->setIconSize(QSize(12, 12));
+    m_copy->setAutoRaise(true);
+    m_copy->setToolTip(u"Copy hash"_s);
+    m_copy->setAccessibleName(u"Copy hash"_s);
+    const auto copy = [this] { m_model.copyText(m_node); };
+    connect(m_hash, &QToolButton::clicked, this, copy);
+    connect(m_copy, &QToolButton::clicked, this, copy);
+
+    auto *hashRow = new QHBoxLayout;
+    hashRow->setContentsMargins(0, 0, 0, 0);
+    hashRow->setSpacing(2);
+    hashRow->addWidget(m_hash);
+    hashRow->addWidget(m_copy);
+    hashRow->addStretch();
+
+    auto *fields = new QGridLayout;
+    fields->setHorizontalSpacing(10);
+    fields->setVerticalSpacing(3);
+    fields->addWidget(m_hashLabel, 0, 0, Qt::AlignLeft | Qt::AlignVCenter);
+    fields->addLayout(hashRow, 0, 1);
+    fields->addWidget(fieldLabel(u"Author"_s), 1, 0);
+    fields->addWidget(m_author, 1, 1);
+    fields->addWidget(fieldLabel(u"Date"_s), 2, 0);
+    fields->addWidget(m_date, 2, 1);
+    fields->addWidget(fieldLabel(u"Branch"_s), 3, 0);
+    fields->addWidget(m_branch, 3, 1);
+    fields->setColumnStretch(1, 1);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(12, 12, 12, 12);
+    layout->setSpacing(6);
+    layout->addWidget(m_summary);
+    layout->addWidget(m_body);
+    layout->addLayout(fields);
+}
+
+void ChangesetHeader::showChangeset(const Changeset &changeset, RepositoryKind kind)
+{
+    m_node = changeset.node;
+    m_summary->setText(changesetText::title(changeset, kind));
+    const QString body = changesetText::body(changeset);
+    m_body->setText(body);
+    m_body->setVisible(!body.isEmpty());
+    m_hashLabel->setText(kind == RepositoryKind::git ? u"Commit"_s : u"Changeset"_s);
+    m_hash->setText(changesetText::shortHash(changeset.node));
+    m_author->setText(changeset.author);
+    m_date->setText(changesetText::longDate(changeset.date));
+    m_branch->setText(changeset.branch);
+}
+
+} // namespace tillery

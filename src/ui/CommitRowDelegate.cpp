@@ -1,0 +1,216 @@
+#include "ui/CommitRowDelegate.h"
+
+#include "ui/HistoryModel.h"
+#include "ui/Icons.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QFontDatabase>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QToolTip>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+constexpr int padding = 10;
+constexpr int badgeGap = 4;
+constexpr int markSize = 12;
+
+QFont badgeFont(const QFont &base)
+{
+    QFont font = base;
+    font.setPointSizeF(base.pointSizeF() * 0.78);
+    return font;
+}
+
+QFont captionFont(const QFont &base)
+{
+    QFont font = base;
+    font.setPointSizeF(base.pointSizeF() * 0.85);
+    return font;
+}
+
+QString badgeSymbol(changesetText::Badge::Kind kind)
+{
+    switch (kind) {
+    case changesetText::Badge::Kind::bookmark:
+        return u"bookmark.fill"_s;
+    case changesetText::Badge::Kind::branch:
+        return u"arrow.triangle.branch"_s;
+    case changesetText::Badge::Kind::tag:
+        return u"tag.fill"_s;
+    }
+    return QString();
+}
+
+// One badge's box and, when the name still has to be pushed, the mark after it.
+struct BadgePlace {
+    changesetText::Badge badge;
+    QRect box;
+    QRect mark;
+};
+
+int badgeWidth(const changesetText::Badge &badge, const QFontMetrics &metrics)
+{
+    return 5 + 10 + 3 + metrics.horizontalAdvance(badge.name) + 5;
+}
+
+// The badges left to right from x, each followed by its mark when needed.
+QList<BadgePlace> placeBadges(const QList<changesetText::Badge> &badges, const QFontMetrics &metrics, int x, int top,
+                              int height)
+{
+    QList<BadgePlace> places;
+    for (const changesetText::Badge &badge : badges) {
+        BadgePlace place{badge, QRect(x, top, badgeWidth(badge, metrics), height), QRect()};
+        x = place.box.right() + 1 + badgeGap;
+        if (badge.needsPush) {
+            place.mark = QRect(x, top + (height - markSize) / 2, markSize, markSize);
+            x = place.mark.right() + 1 + badgeGap;
+        }
+        places.append(place);
+    }
+    return places;
+}
+
+int placesWidth(const QList<BadgePlace> &places)
+{
+    if (places.isEmpty())
+        return 0;
+    const BadgePlace &last = places.last();
+    return (last.mark.isNull() ? last.box.right() : last.mark.right()) + 1 - places.first().box.left();
+}
+
+struct RowLayout {
+    QRect title;
+    QList<BadgePlace> badges;
+    QRect details;
+};
+
+RowLayout layoutRow(const QStyleOptionViewItem &option, const QModelIndex &index)
+{
+    RowLayout layout;
+    const QRect inner = option.rect.adjusted(padding, 5, -padding, -5);
+    const int lineHeight = inner.height() / 2;
+    const auto *history = qobject_cast<const HistoryModel *>(index.model());
+    const QList<changesetText::Badge> badges = history ? history->badgesAt(index.row()) : QList<changesetText::Badge>();
+
+    QFont titleFont = option.font;
+    titleFont.setWeight(QFont::Medium);
+    const QFontMetrics titleMetrics(titleFont);
+    const QFontMetrics badgeMetrics(badgeFont(option.font));
+    const int badgeHeight = badgeMetrics.height() + 4;
+    const int badgeTop = inner.top() + (lineHeight - badgeHeight) / 2;
+
+    // A few points more than measured, so that a title that fits is never cut by rounding.
+    const int natural = titleMetrics.horizontalAdvance(index.data().toString()) + 4;
+    const int badgesWidth = badges.isEmpty() ? 0 : placesWidth(placeBadges(badges, badgeMetrics, 0, 0, badgeHeight));
+    // The title keeps at least a third of the line; the badges take what is left.
+    const int titleWidth = std::min(natural, std::max(inner.width() / 3, inner.width() - badgesWidth - 8));
+    layout.title = QRect(inner.left(), inner.top(), titleWidth, lineHeight);
+    layout.badges = placeBadges(badges, badgeMetrics, layout.title.right() + 1 + 8, badgeTop, badgeHeight);
+    layout.details = QRect(inner.left(), inner.top() + lineHeight, inner.width(), inner.height() - lineHeight);
+    return layout;
+}
+
+} // namespace
+
+void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    QStyleOptionViewItem background = option;
+    initStyleOption(&background, index);
+    background.text.clear();
+    background.icon = QIcon();
+    QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+    style->drawControl(QStyle::CE_ItemViewItem, &background, painter, option.widget);
+
+    const bool selected = option.state & QStyle::State_Selected;
+    const QPalette &palette = option.palette;
+    const QColor text = palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
+    QColor quiet = text;
+    quiet.setAlphaF(0.65);
+    const RowLayout layout = layoutRow(option, index);
+
+    painter->save();
+    painter->setClipRect(option.rect.adjusted(padding, 0, -padding, 0));
+    QFont titleFont = option.font;
+    titleFont.setWeight(QFont::Medium);
+    painter->setFont(titleFont);
+    painter->setPen(text);
+    painter->drawText(layout.title, Qt::AlignLeft | Qt::AlignVCenter,
+                      QFontMetrics(titleFont).elidedText(index.data().toString(), Qt::ElideRight, layout.title.width()));
+
+    const QFont smallFont = badgeFont(option.font);
+    painter->setFont(smallFont);
+    const QColor accent = palette.color(QPalette::Highlight);
+    for (const BadgePlace &place : layout.badges) {
+        QColor fill = selected ? palette.color(QPalette::HighlightedText) : accent;
+        fill.setAlphaF(selected ? 0.25 : 0.15);
+        const QColor ink = selected ? palette.color(QPalette::HighlightedText) : accent;
+        QPainterPath outline;
+        outline.addRoundedRect(QRectF(place.box), 3, 3);
+        painter->setRenderHint(QPainter::Antialiasing, true);
+        painter->fillPath(outline, fill);
+        painter->setRenderHint(QPainter::Antialiasing, false);
+
+        QPixmap symbol = symbolIcon(badgeSymbol(place.badge.kind)).pixmap(10, 10);
+        {
+            QPainter tint(&symbol);
+            tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            tint.fillRect(symbol.rect(), ink);
+        }
+        painter->drawPixmap(place.box.left() + 5, place.box.top() + (place.box.height() - 10) / 2, symbol);
+        painter->setPen(ink);
+        painter->drawText(place.box.adjusted(5 + 10 + 3, 0, -5, 0), Qt::AlignLeft | Qt::AlignVCenter, place.badge.name);
+        if (!place.mark.isNull())
+            symbolIcon(u"arrow.up.circle.fill"_s).paint(painter, place.mark);
+    }
+
+    const QFont caption = captionFont(option.font);
+    QFont hashFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    hashFont.setPointSizeF(caption.pointSizeF());
+    const QString author = index.data(HistoryModel::AuthorRole).toString();
+    const QString date = index.data(HistoryModel::DateRole).toString();
+    const QString hash = index.data(HistoryModel::HashRole).toString();
+    const QFontMetrics captionMetrics(caption);
+    const int hashWidth = QFontMetrics(hashFont).horizontalAdvance(hash);
+    const int dateWidth = captionMetrics.horizontalAdvance(date);
+    const int authorWidth = std::max(0, layout.details.width() - dateWidth - hashWidth - 2 * 12);
+    QRect part = layout.details;
+    painter->setPen(quiet);
+    painter->setFont(caption);
+    const QString shownAuthor = captionMetrics.elidedText(author, Qt::ElideRight, authorWidth);
+    part.setWidth(captionMetrics.horizontalAdvance(shownAuthor));
+    painter->drawText(part, Qt::AlignLeft | Qt::AlignVCenter, shownAuthor);
+    part = QRect(part.right() + 1 + (shownAuthor.isEmpty() ? 0 : 12), part.top(), dateWidth, part.height());
+    painter->drawText(part, Qt::AlignLeft | Qt::AlignVCenter, date);
+    part = QRect(part.right() + 1 + 12, part.top(), hashWidth, part.height());
+    painter->setFont(hashFont);
+    painter->drawText(part, Qt::AlignLeft | Qt::AlignVCenter, hash);
+    painter->restore();
+}
+
+QSize CommitRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    return {QStyledItemDelegate::sizeHint(option, index).width(), rowHeight};
+}
+
+bool CommitRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                                  const QModelIndex &index)
+{
+    if (event->type() == QEvent::ToolTip) {
+        for (const BadgePlace &place : layoutRow(option, index).badges) {
+            if (!place.mark.isNull() && place.mark.adjusted(-2, -2, 2, 2).contains(event->pos())) {
+                QToolTip::showText(event->globalPos(), u"This branch has not been pushed"_s, view);
+                return true;
+            }
+        }
+    }
+    return QStyledItemDelegate::helpEvent(event, view, option, index);
+}
+
+} // namespace tillery

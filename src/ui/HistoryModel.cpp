@@ -1,0 +1,95 @@
+#include "ui/HistoryModel.h"
+
+#include "model/AppModel.h"
+#include "ui/RelativeDate.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+HistoryModel::HistoryModel(AppModel &model, QObject *parent)
+    : QAbstractListModel(parent)
+    , m_model(model)
+    , m_clock([] { return QDateTime::currentDateTimeUtc(); })
+{
+    connect(&model.workspace(), &Workspace::snapshotChanged, this, &HistoryModel::showSnapshot);
+    showSnapshot();
+}
+
+void HistoryModel::showSnapshot()
+{
+    const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
+    const RepositoryKind kind = repository ? repository->kind : RepositoryKind::mercurial;
+    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const QSet<QString> needingPush = changesetText::namesNeedingPush(snapshot.bookmarks);
+    if (snapshot.history == m_history && kind == m_kind) {
+        if (needingPush != m_namesNeedingPush) {
+            m_namesNeedingPush = needingPush;
+            if (!m_history.isEmpty())
+                Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+        }
+        return;
+    }
+    beginResetModel();
+    m_history = snapshot.history;
+    m_kind = kind;
+    m_namesNeedingPush = needingPush;
+    endResetModel();
+}
+
+int HistoryModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_history.size());
+}
+
+int HistoryModel::rowOf(const QString &node) const
+{
+    for (int row = 0; row < m_history.size(); ++row) {
+        if (m_history[row].node == node)
+            return row;
+    }
+    return -1;
+}
+
+QList<changesetText::Badge> HistoryModel::badgesAt(int row) const
+{
+    return changesetText::badges(m_history[row], m_kind, m_namesNeedingPush);
+}
+
+QVariant HistoryModel::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rowCount())
+        return QVariant();
+    const Changeset &changeset = m_history[index.row()];
+    switch (role) {
+    case Qt::DisplayRole:
+        return changesetText::title(changeset, m_kind);
+    case Qt::ToolTipRole:
+        return changeset.description.isEmpty() ? changesetText::title(changeset, m_kind) : changeset.description;
+    case Qt::AccessibleTextRole:
+        return changesetText::title(changeset, m_kind) + u", "_s + changesetText::authorName(changeset.author)
+               + u", "_s + relativeDateText(changeset.date, m_clock());
+    case AuthorRole:
+        return changesetText::authorName(changeset.author);
+    case DateRole:
+        return relativeDateText(changeset.date, m_clock());
+    case HashRole:
+        return changesetText::shortHash(changeset.node);
+    default:
+        return QVariant();
+    }
+}
+
+void HistoryModel::setClock(Clock clock)
+{
+    m_clock = std::move(clock);
+    ageDates();
+}
+
+void HistoryModel::ageDates()
+{
+    if (!m_history.isEmpty())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1), {DateRole, Qt::AccessibleTextRole});
+}
+
+} // namespace tillery

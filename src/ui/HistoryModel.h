@@ -1,0 +1,52 @@
+#pragma once
+
+#include "records/Changeset.h"
+#include "records/RepositoryKind.h"
+#include "ui/ChangesetText.h"
+
+#include <QAbstractListModel>
+#include <QDateTime>
+#include <QList>
+#include <QSet>
+
+#include <functional>
+
+namespace tillery {
+
+class AppModel;
+
+// The selected repository's history for a list view, newest first: the
+// title, the author's name, the date relative to the clock, the short hash
+// and the badges of each changeset. A refresh that brings the same history
+// leaves the rows (and so the view's place) alone.
+class HistoryModel final : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    enum Role { AuthorRole = Qt::UserRole + 1, DateRole, HashRole };
+    using Clock = std::function<QDateTime()>;
+
+    explicit HistoryModel(AppModel &model, QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+    const Changeset &changesetAt(int row) const { return m_history[row]; }
+    int rowOf(const QString &node) const;
+    QList<changesetText::Badge> badgesAt(int row) const;
+
+    void setClock(Clock clock);
+    // Tells the views that every relative date may read differently now.
+    void ageDates();
+
+private:
+    void showSnapshot();
+
+    AppModel &m_model;
+    QList<Changeset> m_history;
+    RepositoryKind m_kind = RepositoryKind::mercurial;
+    QSet<QString> m_namesNeedingPush;
+    Clock m_clock;
+};
+
+} // namespace tillery

@@ -1,0 +1,254 @@
+#include "ui/HistoryView.h"
+
+#include "model/AppModel.h"
+#include "ui/ChangedFileDelegate.h"
+#include "ui/ChangedFilesModel.h"
+#include "ui/ChangesetHeader.h"
+#include "ui/CommitRowDelegate.h"
+#include "ui/DiffView.h"
+#include "ui/EmptyState.h"
+#include "ui/Spinner.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+bool isGit(const AppModel &model)
+{
+    const std::optional<Repository> &repository = model.workspace().selectedRepository();
+    return repository && repository->kind == RepositoryKind::git;
+}
+
+QListView *makeList(const QString &accessibleName)
+{
+    auto *list = new QListView;
+    list->setUniformItemSizes(true);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    list->setFrameShape(QFrame::NoFrame);
+    list->setAccessibleName(accessibleName);
+    return list;
+}
+
+QFrame *divider(QFrame::Shape shape)
+{
+    auto *line = new QFrame;
+    line->setFrameShape(shape);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+}
+
+} // namespace
+
+HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_history(new HistoryModel(model, this))
+    , m_files(new ChangedFilesModel(model, ChangedFilesModel::Source::changeset, this))
+    , m_pages(new QStackedWidget)
+    , m_empty(new EmptyState(u"No History"_s, u"clock"_s, QString()))
+    , m_list(makeList(u"History"_s))
+    , m_details(new QStackedWidget)
+    , m_nothingSelected(new EmptyState(u"Select a changeset"_s, u"clock"_s, QString()))
+    , m_header(new ChangesetHeader(model))
+    , m_filesCount(new QLabel)
+    , m_filesArea(new QStackedWidget)
+    , m_fileList(makeList(u"Changed files"_s))
+    , m_diffView(new DiffView(
+          model, settings,
+          [&model] {
+              const std::optional<WorkingFile> &file = model.diffSelection().selectedChangesetFile();
+              return file ? file->path : QString();
+          },
+          QString()))
+{
+    m_list->setModel(m_history);
+    m_list->setItemDelegate(new CommitRowDelegate(m_list));
+    m_fileList->setModel(m_files);
+    m_fileList->setItemDelegate(new ChangedFileDelegate(m_fileList));
+    m_pages->addWidget(m_empty);
+    m_pages->addWidget(m_list);
+
+    auto *filesTitle = new QLabel(u"Changed Files"_s);
+    QFont titleFont = filesTitle->font();
+    titleFont.setWeight(QFont::DemiBold);
+    filesTitle->setFont(titleFont);
+    QFont countFont = m_filesCount->font();
+    countFont.setPointSizeF(countFont.pointSizeF() * 0.85);
+    m_filesCount->setFont(countFont);
+    m_filesCount->setForegroundRole(QPalette::PlaceholderText);
+    auto *filesHeader = new QHBoxLayout;
+    filesHeader->setContentsMargins(12, 6, 12, 4);
+    filesHeader->setSpacing(6);
+    filesHeader->addWidget(filesTitle);
+    filesHeader->addWidget(m_filesCount);
+    filesHeader->addStretch();
+
+    auto *noFiles = new QLabel(u"No changed files"_s);
+    noFiles->setAlignment(Qt::AlignCenter);
+    noFiles->setForegroundRole(QPalette::PlaceholderText);
+    m_filesArea->addWidget(m_fileList);
+    m_filesArea->addWidget(noFiles);
+
+    auto *top = new QWidget;
+    auto *topLayout = new QVBoxLayout(top);
+    topLayout->setContentsMargins(0, 0, 0, 0);
+    topLayout->setSpacing(0);
+    topLayout->addWidget(m_header);
+    topLayout->addWidget(divider(QFrame::HLine));
+    topLayout->addLayout(filesHeader);
+    topLayout->addWidget(m_filesArea, 1);
+    auto *detailSplit = new QSplitter(Qt::Vertical);
+    detailSplit->addWidget(top);
+    detailSplit->addWidget(m_diffView);
+    detailSplit->setChildrenCollapsible(false);
+    detailSplit->setStretchFactor(0, 0);
+    detailSplit->setStretchFactor(1, 1);
+    detailSplit->setSizes({280, 420});
+
+    m_details->addWidget(m_nothingSelected);
+    m_details->addWidget(loadingPage(u"Loading Changes…"_s));
+    m_details->addWidget(detailSplit);
+
+    auto *split = new QSplitter(Qt::Horizontal);
+    split->addWidget(m_pages);
+    split->addWidget(m_details);
+    split->setChildrenCollapsible(false);
+    split->setStretchFactor(0, 0);
+    split->setStretchFactor(1, 1);
+    split->setSizes({340, 600});
+    m_pages->setMinimumWidth(260);
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(split);
+
+    connect(m_list->selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex &current) {
+        if (m_updatingSelection || !current.isValid())
+            return;
+        m_model.selectChangeset(m_history->changesetAt(current.row()));
+    });
+    connect(m_fileList->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex &current) {
+                if (m_updatingSelection || !current.isValid())
+                    return;
+                m_model.selectChangesetFile(m_files->fileAt(current.row()));
+            });
+    connect(m_history, &QAbstractItemModel::modelReset, this, [this] {
+        updateState();
+        showSelectedChangeset();
+    });
+    connect(m_files, &QAbstractItemModel::modelReset, this, [this] {
+        updateDetail();
+        showSelectedFile();
+    });
+    const DiffSelection &selection = model.diffSelection();
+    connect(&selection, &DiffSelection::selectedChangesetChanged, this, [this] {
+        updateDetail();
+        showSelectedChangeset();
+    });
+    connect(&selection, &DiffSelection::selectedChangesetFileChanged, this, &HistoryView::showSelectedFile);
+    connect(&selection, &DiffSelection::isLoadingChangesetFilesChanged, this, &HistoryView::updateDetail);
+    connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, &HistoryView::updateForRepository);
+
+    m_dateTimer.setInterval(dateRefreshPeriod);
+    connect(&m_dateTimer, &QTimer::timeout, m_history, &HistoryModel::ageDates);
+    m_dateTimer.start();
+
+    updateForRepository();
+}
+
+void HistoryView::setClock(HistoryModel::Clock clock, std::chrono::milliseconds period)
+{
+    m_history->setClock(std::move(clock));
+    m_dateTimer.start(period);
+}
+
+HistoryView::State HistoryView::state() const
+{
+    return m_pages->currentWidget() == m_list ? State::list : State::empty;
+}
+
+HistoryView::Detail HistoryView::detail() const
+{
+    return static_cast<Detail>(m_details->currentIndex());
+}
+
+bool HistoryView::showsNoFiles() const
+{
+    return m_filesArea->currentWidget() != m_fileList;
+}
+
+void HistoryView::updateForRepository()
+{
+    const bool git = isGit(m_model);
+    m_empty->setDetail(git ? u"This repository has no commits yet."_s : u"This repository has no changesets yet."_s);
+    m_nothingSelected->setTitle(git ? u"Select a commit"_s : u"Select a changeset"_s);
+    m_nothingSelected->setDetail(git ? u"Choose a commit to see its files and changes."_s
+                                     : u"Choose a changeset to see its files and changes."_s);
+    m_diffView->setPlaceholder(git ? u"Select a file changed by this commit."_s
+                                   : u"Select a file changed by this changeset."_s);
+    updateState();
+    updateDetail();
+}
+
+void HistoryView::updateState()
+{
+    m_pages->setCurrentWidget(m_history->rowCount() == 0 ? static_cast<QWidget *>(m_empty) : m_list);
+}
+
+void HistoryView::updateDetail()
+{
+    const DiffSelection &selection = m_model.diffSelection();
+    const std::optional<Changeset> &changeset = selection.selectedChangeset();
+    const qsizetype fileCount = selection.changesetFiles().size();
+    Detail detail = Detail::changeset;
+    if (!changeset)
+        detail = Detail::nothingSelected;
+    else if (selection.isLoadingChangesetFiles() && fileCount == 0)
+        detail = Detail::loading;
+    m_details->setCurrentIndex(static_cast<int>(detail));
+    if (detail != Detail::changeset)
+        return;
+    const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
+    m_header->showChangeset(*changeset, repository ? repository->kind : RepositoryKind::mercurial);
+    m_filesCount->setText(QString::number(fileCount));
+    m_filesArea->setCurrentIndex(fileCount == 0 ? 1 : 0);
+}
+
+void HistoryView::showSelectedChangeset()
+{
+    const std::optional<Changeset> &changeset = m_model.diffSelection().selectedChangeset();
+    const int row = changeset ? m_history->rowOf(changeset->node) : -1;
+    m_updatingSelection = true;
+    if (row < 0) {
+        m_list->selectionModel()->clear();
+    } else {
+        const QModelIndex index = m_history->index(row);
+        m_list->selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        m_list->scrollTo(index);
+    }
+    m_updatingSelection = false;
+}
+
+void HistoryView::showSelectedFile()
+{
+    const std::optional<WorkingFile> &file = m_model.diffSelection().selectedChangesetFile();
+    const int row = file ? m_files->rowOf(file->path) : -1;
+    m_updatingSelection = true;
+    if (row < 0)
+        m_fileList->selectionModel()->clear();
+    else
+        m_fileList->selectionModel()->setCurrentIndex(m_files->index(row), QItemSelectionModel::ClearAndSelect);
+    m_updatingSelection = false;
+}
+
+} // namespace tillery

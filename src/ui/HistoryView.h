@@ -1,0 +1,76 @@
+#pragma once
+
+#include "ui/HistoryModel.h"
+
+#include <QTimer>
+#include <QWidget>
+
+#include <chrono>
+
+class QLabel;
+class QListView;
+class QStackedWidget;
+
+namespace tillery {
+
+class AppModel;
+class ChangedFilesModel;
+class ChangesetHeader;
+class DiffView;
+class EmptyState;
+class ViewSettings;
+
+// The History page: the changesets (Git: commits), newest first, and for
+// the selected one its header, its changed files and the diff of the file
+// selected among them. Moving through the list with the keyboard loads each
+// changeset in turn.
+class HistoryView final : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class State { empty, list };
+    enum class Detail { nothingSelected, loading, changeset };
+    static constexpr std::chrono::milliseconds dateRefreshPeriod{60000};
+
+    HistoryView(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
+
+    State state() const;
+    Detail detail() const;
+    QListView *list() const { return m_list; }
+    HistoryModel *historyModel() const { return m_history; }
+    EmptyState *emptyState() const { return m_empty; }
+    EmptyState *nothingSelected() const { return m_nothingSelected; }
+    ChangesetHeader *header() const { return m_header; }
+    QLabel *filesCount() const { return m_filesCount; }
+    QListView *fileList() const { return m_fileList; }
+    bool showsNoFiles() const;
+    DiffView *diffView() const { return m_diffView; }
+
+    // The clock the relative dates are read from and how often they are read again.
+    void setClock(HistoryModel::Clock clock, std::chrono::milliseconds period = dateRefreshPeriod);
+
+private:
+    void updateForRepository();
+    void updateState();
+    void updateDetail();
+    void showSelectedChangeset();
+    void showSelectedFile();
+
+    AppModel &m_model;
+    HistoryModel *m_history;
+    ChangedFilesModel *m_files;
+    QStackedWidget *m_pages;
+    EmptyState *m_empty;
+    QListView *m_list;
+    QStackedWidget *m_details;
+    EmptyState *m_nothingSelected;
+    ChangesetHeader *m_header;
+    QLabel *m_filesCount;
+    QStackedWidget *m_filesArea;
+    QListView *m_fileList;
+    DiffView *m_diffView;
+    QTimer m_dateTimer;
+    bool m_updatingSelection = false;
+};
+
+} // namespace tillery
