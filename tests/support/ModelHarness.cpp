@@ -23,14 +23,19 @@ AppModel &ModelHarness::start()
 
 bool ModelHarness::settle(int timeoutMilliseconds)
 {
+    // Idle: no worker running and no operation or load waiting for its result.
+    const auto idle = [this] {
+        return m_model->runningBackgroundWork() == 0 && !m_model->activityState().isBusy()
+               && !m_model->diffSelection().isLoadingDiff() && !m_model->diffSelection().isLoadingChangesetFiles();
+    };
     const QDeadlineTimer deadline(timeoutMilliseconds);
     while (!deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        if (m_model->runningBackgroundWork() == 0) {
+        if (idle()) {
             // The last piece's continuation is queued by now.
             QCoreApplication::processEvents();
             QCoreApplication::processEvents();
-            if (m_model->runningBackgroundWork() == 0)
+            if (idle())
                 return true;
         }
         QTest::qSleep(2);
