@@ -109,6 +109,17 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
     return LaunchPlan{choice.path, arguments, repositoryPath, LaunchPlan::Start::detached, name};
 }
 
+std::optional<QString> editorPathProblem(const QString &path)
+{
+    if (isApplicationBundle(path) || isExecutableFile(path))
+        return std::nullopt;
+#ifdef Q_OS_MACOS
+    return u"The selected path is not an executable or macOS application."_s;
+#else
+    return u"The selected path is not an executable program."_s;
+#endif
+}
+
 LaunchPlan openWithPlan(const QString &applicationPath, const QString &targetPath, const QString &repositoryPath)
 {
     const QString name = QFileInfo(applicationPath).completeBaseName();

@@ -35,6 +35,10 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
                                                    const QString &repositoryPath,
                                                    const InstalledApplications &applications);
 
+// Why a chosen file cannot be the `other` editor (it is neither an
+// application nor an executable program); nothing when it can.
+std::optional<QString> editorPathProblem(const QString &path);
+
 // How to open the target with an application the person picked: an
 // application bundle through "open -a" (macOS), else the program itself.
 LaunchPlan openWithPlan(const QString &applicationPath, const QString &targetPath, const QString &repositoryPath);

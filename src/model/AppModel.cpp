@@ -324,6 +324,18 @@ void AppModel::setCommitUsername(const QString &name)
     m_settings.setCommitUsername(name);
 }
 
+void AppModel::setEditorChoice(const EditorChoice &choice)
+{
+    m_settings.setEditorChoice(choice);
+    Q_EMIT integrationsChanged();
+}
+
+void AppModel::setDefaultTerminal(const QString &identifier)
+{
+    m_settings.setDefaultTerminal(identifier);
+    Q_EMIT integrationsChanged();
+}
+
 void AppModel::setSheetShown(Workspace::Sheet sheet, bool shown)
 {
     m_workspace->setSheetShown(sheet, shown);

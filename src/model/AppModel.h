@@ -131,6 +131,10 @@ public:
         m_open.openWith(targetPath, applicationPath);
     }
     QString editorTitle() const { return m_open.editorTitle(); }
+    // The Settings window's choices of editor and terminal; views that name
+    // the editor hear of it through integrationsChanged().
+    void setEditorChoice(const EditorChoice &choice);
+    void setDefaultTerminal(const QString &identifier);
     void reveal(const QString &path) { m_open.reveal(path); }
     void openWithDefaultApplication(const QString &path) { m_open.openWithDefaultApplication(path); }
     void copyPaths(const QStringList &paths) { m_open.copyPaths(paths); }
@@ -210,6 +214,10 @@ public:
     // Stops the running cancellable operation, if there is one.
     void cancelOperation();
 
+Q_SIGNALS:
+    void integrationsChanged();
+
+public:
     // The success step of adding, cloning and creating a repository.
     void adoptRepository(const Repository &repository);
 

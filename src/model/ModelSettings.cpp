@@ -171,6 +171,26 @@ QString ModelSettings::editorArguments() const
     return string(settingsKeys::editorArguments).value_or(settingsDefaults::editorArguments);
 }
 
+EditorChoice ModelSettings::editorChoice() const
+{
+    return EditorChoice{editorSelection(), editorPath(), editorArguments()};
+}
+
+void ModelSettings::setEditorChoice(const EditorChoice &choice)
+{
+    if (choice.selection)
+        m_settings.setValue(settingsKeys::editorSelection, *choice.selection);
+    else
+        m_settings.remove(settingsKeys::editorSelection);
+    m_settings.setValue(settingsKeys::editorPath, choice.path);
+    m_settings.setValue(settingsKeys::editorArguments, choice.arguments);
+}
+
+void ModelSettings::setDefaultTerminal(const QString &identifier)
+{
+    m_settings.setValue(settingsKeys::defaultTerminal, identifier);
+}
+
 void ModelSettings::migrateEditorSetting()
 {
     if (editorSelection())

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "integrations/EditorLaunch.h"
+
 #include "records/Repository.h"
 #include "records/SidebarLayout.h"
 
@@ -68,6 +70,11 @@ public:
     std::optional<QString> editorSelection() const;
     QString editorPath() const;
     QString editorArguments() const;
+    // The three editor keys together.
+    EditorChoice editorChoice() const;
+    // Writes the selection (or removes it when absent), the path and the arguments.
+    void setEditorChoice(const EditorChoice &choice);
+    void setDefaultTerminal(const QString &identifier);
 
     // Carries an editor chosen by an older version over to the current keys;
     // run once at start-up before anything reads them.

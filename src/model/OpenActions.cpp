@@ -9,15 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-namespace {
-
-EditorChoice editorChoice(ModelSettings &settings)
-{
-    return EditorChoice{settings.editorSelection(), settings.editorPath(), settings.editorArguments()};
-}
-
-} // namespace
-
 OpenActions::OpenActions(AppModel &model, Desktop &desktop)
     : m_model(model)
     , m_desktop(desktop)
@@ -26,7 +17,7 @@ OpenActions::OpenActions(AppModel &model, Desktop &desktop)
 
 QString OpenActions::editorTitle() const
 {
-    return u"Open in "_s + editorDisplayName(editorChoice(m_model.settings()), InstalledApplications::system());
+    return u"Open in "_s + editorDisplayName(m_model.settings().editorChoice(), InstalledApplications::system());
 }
 
 void OpenActions::launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan)
@@ -49,7 +40,7 @@ void OpenActions::openInEditor(const QString &targetPath)
     if (!repository)
         return;
     const InstalledApplications applications = InstalledApplications::system();
-    const EditorChoice choice = editorChoice(m_model.settings());
+    const EditorChoice choice = m_model.settings().editorChoice();
     launchInBackground(u"Open in "_s + editorDisplayName(choice, applications),
                        editorLaunchPlan(choice, targetPath, repository->path, applications));
 }

@@ -46,7 +46,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_pages(new QStackedWidget)
     , m_list(new QListView)
     , m_selectAll(new QCheckBox)
-    , m_commitBox(new CommitBox(model))
+    , m_commitBox(new CommitBox(model, settings))
     , m_diffView(new DiffView(
           model, settings,
           [&model] {

@@ -1,6 +1,7 @@
 #include "ui/CommitBox.h"
 
 #include "model/AppModel.h"
+#include "ui/ButtonStyle.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-CommitBox::CommitBox(AppModel &model, QWidget *parent)
+CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     : QWidget(parent)
     , m_model(model)
     , m_summary(new QLineEdit)
@@ -27,6 +28,7 @@ CommitBox::CommitBox(AppModel &model, QWidget *parent)
     m_description->setTabChangesFocus(true);
     m_description->setStyleSheet(u"QPlainTextEdit { border: 1px solid palette(mid); border-radius: 5px; }"_s);
     m_commit->setDefault(true);
+    followButtonAppearance(m_commit, settings, true);
 
     // Ctrl is the command key on macOS. The page adds the action too, so
     // that the shortcut also works from the file list.

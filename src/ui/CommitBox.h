@@ -10,6 +10,7 @@ class QPushButton;
 namespace tillery {
 
 class AppModel;
+class ViewSettings;
 
 // The summary, the description and the Commit button ("Commit 2 Files"),
 // enabled only when the model allows a commit; Ctrl+Return (⌘Return)
@@ -18,7 +19,7 @@ class CommitBox final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit CommitBox(AppModel &model, QWidget *parent = nullptr);
+    CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 
     QLineEdit *summary() const { return m_summary; }
     QPlainTextEdit *description() const { return m_description; }

@@ -4,6 +4,7 @@
 #include <QHash>
 #include <QIconEngine>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPalette>
 #include <QPixmap>
 
@@ -124,6 +125,21 @@ QIcon symbolIcon(const QString &symbolName)
     if (QIcon::hasThemeIcon(mapping->themeName))
         return QIcon::fromTheme(mapping->themeName);
     return QIcon(new PaletteTintedIconEngine(bundledIcon(mapping->bundled)));
+}
+
+QPixmap roundedPicture(const QImage &image, int size, qreal radius)
+{
+    QPixmap pixmap(size * 2, size * 2);
+    pixmap.setDevicePixelRatio(2);
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    QPainterPath clip;
+    clip.addRoundedRect(QRectF(0, 0, size, size), radius, radius);
+    painter.setClipPath(clip);
+    painter.drawImage(QRectF(0, 0, size, size), image);
+    return pixmap;
 }
 
 QIcon repositoryKindIcon(RepositoryKind kind)

@@ -3,6 +3,8 @@
 #include "records/RepositoryKind.h"
 
 #include <QIcon>
+#include <QImage>
+#include <QPixmap>
 #include <QString>
 
 namespace tillery {
@@ -11,6 +13,10 @@ namespace tillery {
 // "folder", ...): the desktop theme's icon when the theme has one, else the
 // bundled drawing. An unknown name gives an empty icon.
 QIcon symbolIcon(const QString &symbolName);
+
+// A picture drawn into a square of `size` points with rounded corners,
+// sharp on high-density screens too.
+QPixmap roundedPicture(const QImage &image, int size, qreal radius);
 
 // The icon of a repository of the kind, when it has no picture of its own.
 QIcon repositoryKindIcon(RepositoryKind kind);

@@ -3,7 +3,11 @@
 #include "integrations/FileManager.h"
 #include "model/AppModel.h"
 #include "ui/RepositoryWorkspace.h"
-#include "ui/Sheets.h"
+#include "ui/AboutSheet.h"
+#include "ui/CloneSheet.h"
+#include "ui/CreateBookmarkSheet.h"
+#include "ui/RepositorySettingsSheet.h"
+#include "ui/SettingsWindow.h"
 #include "ui/SidebarView.h"
 #include "ui/ViewSettings.h"
 #include "ui/WelcomeView.h"
@@ -41,7 +45,7 @@ MainWindow::MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent)
     , m_splitter(new QSplitter(Qt::Horizontal))
     , m_sidebar(new SidebarView(model))
     , m_detail(new QStackedWidget)
-    , m_welcome(new WelcomeView(model))
+    , m_welcome(new WelcomeView(model, settings))
     , m_workspace(new RepositoryWorkspace(model, settings))
 {
     setWindowTitle(u"Tillery"_s);
@@ -68,6 +72,7 @@ MainWindow::MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent)
     connect(&model.activityState(), &ActivityState::isBusyChanged, this, &MainWindow::updateActions);
     connect(&model.activityState(), &ActivityState::presentedErrorChanged, this, &MainWindow::showError);
     connect(&model.workspace(), &Workspace::sheetsChanged, this, &MainWindow::showSheets);
+    connect(&model, &AppModel::integrationsChanged, this, &MainWindow::updateActions);
     connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && m_model.workspace().selectedRepository()
             && !m_model.activityState().isBusy())
@@ -101,6 +106,8 @@ void MainWindow::buildMenus()
     QMenu *appMenu = bar->addMenu(u"Tillery"_s);
     QAction *about = add(appMenu, u"About Tillery"_s, {}, [&model] { model.setSheetShown(Workspace::Sheet::about, true); });
     about->setMenuRole(QAction::AboutRole);
+    QAction *settings = add(appMenu, u"Settings…"_s, QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
+    settings->setMenuRole(QAction::PreferencesRole);
 
     QMenu *file = bar->addMenu(u"File"_s);
     add(file, u"New Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_N), [&model] { model.createRepository(); });
@@ -179,6 +186,17 @@ void MainWindow::buildMenus()
                        << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
+}
+
+void MainWindow::openSettings()
+{
+    if (!m_settingsWindow) {
+        m_settingsWindow = new SettingsWindow(m_model, m_settings, this);
+        m_settingsWindow->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_settingsWindow->show();
+    m_settingsWindow->raise();
+    m_settingsWindow->activateWindow();
 }
 
 void MainWindow::updateActions()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/Workspace.h"
+#include "ui/SettingsWindow.h"
 
 #include <QMainWindow>
 #include <QDialog>
@@ -36,6 +37,9 @@ public:
     // A menu item by its label as shown now.
     QAction *menuAction(const QString &label) const;
     QDialog *sheet(Workspace::Sheet sheet) const;
+    // Shows the Settings window, opening it when it is not open yet.
+    void openSettings();
+    SettingsWindow *settingsWindow() const { return m_settingsWindow; }
 
 private:
     void buildMenus();
@@ -55,6 +59,7 @@ private:
     RepositoryWorkspace *m_workspace;
     QPointer<QMessageBox> m_errorAlert;
     QPointer<QDialog> m_sheets[4];
+    QPointer<SettingsWindow> m_settingsWindow;
 
     QList<QAction *> m_repositoryActions;
     QList<QAction *> m_operationActions;

@@ -5,11 +5,10 @@
 #include "ui/Icons.h"
 
 #include <QFileInfo>
+#include <QFont>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QMimeData>
-#include <QPainter>
-#include <QPainterPath>
 
 using namespace Qt::StringLiterals;
 
@@ -21,21 +20,6 @@ constexpr quintptr sectionId = 0;
 // Internal ids: top-level rows count from 1; a folder's repository adds
 // (its row + 1) << 20 to its folder's id.
 constexpr int childShift = 20;
-
-QPixmap roundedIcon(const QImage &image)
-{
-    QPixmap pixmap(40, 40);
-    pixmap.setDevicePixelRatio(2);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    QPainterPath clip;
-    clip.addRoundedRect(QRectF(0, 0, 20, 20), 4, 4);
-    painter.setClipPath(clip);
-    painter.drawImage(QRectF(0, 0, 20, 20), image);
-    return pixmap;
-}
 
 } // namespace
 
@@ -181,7 +165,7 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
     case Qt::DecorationRole: {
         const QImage custom = m_model.icons().icons().value(path);
         if (!custom.isNull())
-            return QIcon(roundedIcon(custom));
+            return QIcon(roundedPicture(custom, 20, 4));
         const std::optional<Repository> repository = library.repositoryWithPath(path);
         return repositoryKindIcon(repository ? repository->kind : RepositoryKind::mercurial);
     }

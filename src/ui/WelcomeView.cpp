@@ -1,6 +1,7 @@
 #include "ui/WelcomeView.h"
 
 #include "model/AppModel.h"
+#include "ui/ButtonStyle.h"
 #include "ui/Icons.h"
 
 #include <QHBoxLayout>
@@ -12,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-WelcomeView::WelcomeView(AppModel &model, QWidget *parent)
+WelcomeView::WelcomeView(AppModel &model, ViewSettings &settings, QWidget *parent)
     : QWidget(parent)
 {
     auto *icon = new QLabel;
@@ -38,8 +39,10 @@ WelcomeView::WelcomeView(AppModel &model, QWidget *parent)
     connect(clone, &QPushButton::clicked, &model, [&model] { model.setSheetShown(Workspace::Sheet::clone, true); });
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
-    for (QPushButton *button : {add, create, clone})
+    for (QPushButton *button : {add, create, clone}) {
+        followButtonAppearance(button, settings);
         buttons->addWidget(button);
+    }
     buttons->addStretch();
 
     auto *layout = new QVBoxLayout(this);

@@ -5,13 +5,14 @@
 namespace tillery {
 
 class AppModel;
+class ViewSettings;
 
 // The start page when no repository is selected.
 class WelcomeView final : public QWidget {
     Q_OBJECT
 
 public:
-    explicit WelcomeView(AppModel &model, QWidget *parent = nullptr);
+    WelcomeView(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 };
 
 } // namespace tillery

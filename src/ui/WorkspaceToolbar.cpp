@@ -87,6 +87,7 @@ WorkspaceToolbar::WorkspaceToolbar(AppModel &model, QWidget *parent)
     connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, &WorkspaceToolbar::update);
     connect(&model.workspace(), &Workspace::snapshotChanged, this, &WorkspaceToolbar::update);
     connect(&model.activityState(), &ActivityState::isBusyChanged, this, &WorkspaceToolbar::update);
+    connect(&model, &AppModel::integrationsChanged, this, &WorkspaceToolbar::update);
     update();
 }
 

@@ -6,7 +6,8 @@
 #include "ui/ChangesView.h"
 #include "ui/CommitBox.h"
 #include "ui/RepositoryWorkspace.h"
-#include "ui/Sheets.h"
+#include "ui/CloneSheet.h"
+#include "ui/CreateBookmarkSheet.h"
 #include "ui/WelcomeView.h"
 #include "ui/WorkspaceTabHeader.h"
 

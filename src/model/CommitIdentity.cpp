@@ -1,0 +1,12 @@
+#include "model/CommitIdentity.h"
+
+#include "git/GitOperations.h"
+
+namespace tillery {
+
+bool isUsableGitIdentity(const QString &userName)
+{
+    return git::parseIdentity(userName).has_value();
+}
+
+} // namespace tillery

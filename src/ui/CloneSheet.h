@@ -1,0 +1,53 @@
+#pragma once
+
+#include "records/RepositoryKind.h"
+
+#include <QDialog>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tillery {
+
+class AppModel;
+
+// "Clone a Repository": the address, the folder to clone into, the new
+// folder's name and the kind, guessed from the address until the person
+// picks one. Clone stays disabled, with the reason shown, while the clone
+// could not start.
+class CloneSheet final : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit CloneSheet(AppModel &model, QWidget *parent = nullptr);
+
+    static RepositoryKind guessKind(const QString &address);
+    // The folder name a clone of the address gets: its last part, less ".git".
+    static QString folderName(const QString &address);
+    // Why a clone of `address` into `parentFolder`/`name` cannot start; empty when it can.
+    static QString problem(const QString &address, const QString &parentFolder, const QString &name);
+
+    QLineEdit *source() const { return m_source; }
+    QLineEdit *parentFolder() const { return m_parent; }
+    QLineEdit *name() const { return m_name; }
+    QComboBox *kind() const { return m_kind; }
+    QLabel *problemText() const { return m_problem; }
+    QPushButton *cloneButton() const { return m_clone; }
+
+private:
+    void update();
+
+    AppModel &m_model;
+    QLineEdit *m_source;
+    QLineEdit *m_parent;
+    QLineEdit *m_name;
+    QComboBox *m_kind;
+    QLabel *m_problem;
+    QPushButton *m_clone;
+    bool m_kindChosen = false;
+    bool m_nameEdited = false;
+};
+
+} // namespace tillery

@@ -1,0 +1,58 @@
+#include "ui/CreateBookmarkSheet.h"
+
+#include "model/AppModel.h"
+#include "model/BranchNames.h"
+#include "ui/SheetParts.h"
+
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
+    : QDialog(parent)
+    , m_name(new QLineEdit)
+    , m_problem(problemLabel())
+    , m_create(new QPushButton(u"Create"_s))
+{
+    const std::optional<Repository> &repository = model.workspace().selectedRepository();
+    const RepositoryKind kind = repository ? repository->kind : RepositoryKind::mercurial;
+    const bool git = kind == RepositoryKind::git;
+    setWindowTitle(u"Create a Bookmark"_s);
+    m_name->setPlaceholderText(git ? u"Branch name"_s : u"Bookmark name"_s);
+    m_name->setAccessibleName(git ? u"Branch name"_s : u"Bookmark name"_s);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(m_create, QDialogButtonBox::AcceptRole);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    m_create->setDefault(true);
+    m_create->setEnabled(false);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    connect(m_create, &QPushButton::clicked, this, [this, &model] {
+        model.createBookmark(m_name->text());
+        accept();
+    });
+    const QList<Bookmark> existing = model.workspace().snapshot().bookmarks;
+    connect(m_name, &QLineEdit::textChanged, this, [this, kind, existing](const QString &name) {
+        const std::optional<QString> problem = branchNameProblem(name, kind, existing);
+        m_problem->setText(name.isEmpty() ? QString() : problem.value_or(QString()));
+        m_create->setEnabled(!problem);
+    });
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(sheetTitle(u"Create a Bookmark"_s));
+    layout->addWidget(new QLabel(git ? u"Create and check out a Git branch at the current commit."_s
+                                     : u"Create a Mercurial bookmark at the current changeset."_s));
+    layout->addWidget(m_name);
+    layout->addWidget(m_problem);
+    layout->addWidget(secondaryLabel(git ? u"The branch will point to the current commit and be checked out."_s
+                                         : u"The bookmark will point to the current changeset and become active."_s));
+    layout->addWidget(buttons);
+    setMinimumWidth(440);
+}
+
+} // namespace tillery

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace tillery {
+
+class AppModel;
+
+// Settings ▸ General: the name commits made here are recorded under.
+class GeneralSettings final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit GeneralSettings(AppModel &model, QWidget *parent = nullptr);
+
+    QLineEdit *userName() const { return m_userName; }
+    QLabel *gitNote() const { return m_gitNote; }
+
+private:
+    void updateNote();
+
+    AppModel &m_model;
+    QLineEdit *m_userName;
+    QLabel *m_gitNote;
+};
+
+} // namespace tillery

@@ -1,0 +1,100 @@
+#include "ui/IconWell.h"
+
+#include "ui/Icons.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QStandardPaths>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+IconWell::IconWell(QWidget *parent)
+    : QLabel(parent)
+{
+    setFixedSize(side + 8, side + 8);
+    setAlignment(Qt::AlignCenter);
+    setFrameShape(QFrame::StyledPanel);
+    setAcceptDrops(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setCursor(Qt::PointingHandCursor);
+    setToolTip(u"Drop a picture here, or click to choose one"_s);
+    setAccessibleName(u"Repository icon"_s);
+}
+
+void IconWell::showPicture(const QImage &picture, const QIcon &fallback)
+{
+    setPixmap(picture.isNull() ? fallback.pixmap(side / 2, side / 2) : roundedPicture(picture, side, 12));
+}
+
+std::optional<QByteArray> IconWell::readPictureFile(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return std::nullopt;
+    return bytes;
+}
+
+void IconWell::choose()
+{
+    QStringList patterns;
+    for (const QByteArray &format : QImageReader::supportedImageFormats())
+        patterns.append(u"*."_s + QString::fromLatin1(format));
+    const QString path = QFileDialog::getOpenFileName(
+        this, u"Choose an Icon"_s, QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
+        u"Pictures ("_s + patterns.join(u' ') + u")"_s);
+    if (!path.isEmpty())
+        take(path);
+}
+
+void IconWell::take(const QString &path)
+{
+    if (const std::optional<QByteArray> bytes = readPictureFile(path))
+        Q_EMIT picked(*bytes);
+    else
+        Q_EMIT unreadable();
+}
+
+void IconWell::dragEnterEvent(QDragEnterEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() == 1 && urls.first().isLocalFile())
+        event->acceptProposedAction();
+}
+
+void IconWell::dropEvent(QDropEvent *event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return;
+    event->acceptProposedAction();
+    take(urls.first().toLocalFile());
+}
+
+void IconWell::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+        choose();
+}
+
+void IconWell::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        choose();
+        return;
+    }
+    QLabel::keyPressEvent(event);
+}
+
+} // namespace tillery

@@ -1,0 +1,164 @@
+#include "ui/IntegrationsSettings.h"
+
+#include "integrations/EditorArguments.h"
+#include "integrations/EditorLaunch.h"
+#include "integrations/ExternalEditor.h"
+#include "integrations/TerminalApplication.h"
+#include "integrations/TerminalLaunch.h"
+#include "model/AppModel.h"
+#include "ui/SheetParts.h"
+
+#include <QComboBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+QString startFolderForEditors()
+{
+#ifdef Q_OS_MACOS
+    return u"/Applications"_s;
+#else
+    return u"/usr/bin"_s;
+#endif
+}
+
+} // namespace
+
+IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplications applications, QWidget *parent)
+    : QWidget(parent)
+    , m_model(model)
+    , m_applications(std::move(applications))
+    , m_editor(new QComboBox)
+    , m_otherFields(new QWidget)
+    , m_path(new QLineEdit)
+    , m_choose(new QPushButton(u"Choose…"_s))
+    , m_arguments(new QLineEdit)
+    , m_problem(problemLabel())
+    , m_terminal(new QComboBox)
+{
+    const EditorChoice choice = model.settings().editorChoice();
+    m_editor->setAccessibleName(u"Editor"_s);
+    m_path->setAccessibleName(u"Editor application"_s);
+    m_path->setPlaceholderText(u"Application or program"_s);
+    m_path->setText(choice.path);
+    m_arguments->setAccessibleName(u"Editor arguments"_s);
+    m_arguments->setText(choice.arguments);
+    m_choose->setAccessibleName(u"Choose an Editor or Executable"_s);
+    fillEditors();
+
+    connect(m_editor, &QComboBox::activated, this, [this] {
+        showOtherFields();
+        store();
+    });
+    connect(m_choose, &QPushButton::clicked, this, [this] {
+        QFileDialog dialog(this, u"Choose an Editor or Executable"_s, startFolderForEditors());
+        dialog.setLabelText(QFileDialog::Accept, u"Choose"_s);
+        dialog.setFileMode(QFileDialog::ExistingFile);
+        if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+            takeEditorPath(dialog.selectedFiles().first());
+    });
+    connect(m_path, &QLineEdit::editingFinished, this, [this] {
+        if (m_path->text() != m_model.settings().editorPath())
+            takeEditorPath(m_path->text());
+    });
+    connect(m_arguments, &QLineEdit::textEdited, this, [this] {
+        checkArguments();
+        store();
+    });
+
+    const QList<TerminalApplication> installed = installedTerminals(m_applications);
+    const TerminalApplication current = resolveTerminal(model.settings().defaultTerminalIdentifier(), installed);
+    for (const TerminalApplication terminal : installed.isEmpty() ? QList{current} : installed)
+        m_terminal->addItem(displayName(terminal), identifier(terminal));
+    m_terminal->setCurrentIndex(std::max(0, m_terminal->findData(identifier(current))));
+    m_terminal->setEnabled(!installed.isEmpty());
+    m_terminal->setAccessibleName(u"Terminal"_s);
+    connect(m_terminal, &QComboBox::activated, this,
+            [this] { m_model.setDefaultTerminal(m_terminal->currentData().toString()); });
+
+    auto *pathRow = new QHBoxLayout;
+    pathRow->setContentsMargins(0, 0, 0, 0);
+    pathRow->addWidget(m_path, 1);
+    pathRow->addWidget(m_choose);
+    auto *otherForm = new QFormLayout(m_otherFields);
+    otherForm->setContentsMargins(0, 0, 0, 0);
+    otherForm->addRow(u"Application:"_s, pathRow);
+    otherForm->addRow(u"Arguments:"_s, m_arguments);
+    otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Quote "
+                                                "with ' or \", escape with \\."_s));
+
+    auto *form = new QFormLayout;
+    form->addRow(u"Editor:"_s, m_editor);
+    form->addRow(m_otherFields);
+    form->addRow(u""_s, m_problem);
+    form->addRow(u"Terminal:"_s, m_terminal);
+    form->addRow(u""_s, secondaryLabel(terminalChoiceCaption()));
+    auto *layout = new QVBoxLayout(this);
+    layout->addLayout(form);
+    layout->addStretch();
+    showOtherFields();
+    checkArguments();
+}
+
+void IntegrationsSettings::fillEditors()
+{
+    const EditorChoice choice = m_model.settings().editorChoice();
+    const ExternalEditor current = chosenEditor(choice, m_applications);
+    const QList<ExternalEditor> installed = installedEditors(m_applications);
+    m_editor->clear();
+    for (const ExternalEditor editor : platformExternalEditors()) {
+        if (editor == ExternalEditor::other)
+            continue;
+        if (installed.contains(editor))
+            m_editor->addItem(displayName(editor), rawValue(editor));
+        else if (editor == current)
+            m_editor->addItem(displayName(editor) + u" (not installed)"_s, rawValue(editor));
+    }
+    m_editor->addItem(u"Other Application…"_s, rawValue(ExternalEditor::other));
+    m_editor->setCurrentIndex(std::max(0, m_editor->findData(rawValue(current))));
+}
+
+void IntegrationsSettings::showOtherFields()
+{
+    m_otherFields->setVisible(m_editor->currentData().toString() == rawValue(ExternalEditor::other));
+}
+
+void IntegrationsSettings::store()
+{
+    m_model.setEditorChoice(EditorChoice{m_editor->currentData().toString(), m_model.settings().editorPath(),
+                                         m_arguments->text()});
+}
+
+bool IntegrationsSettings::takeEditorPath(const QString &path)
+{
+    if (const std::optional<QString> problem = editorPathProblem(path)) {
+        m_problem->setText(*problem);
+        m_path->setText(m_model.settings().editorPath());
+        return false;
+    }
+    m_path->setText(path);
+    m_editor->setCurrentIndex(m_editor->findData(rawValue(ExternalEditor::other)));
+    showOtherFields();
+    m_model.setEditorChoice(EditorChoice{rawValue(ExternalEditor::other), path, m_arguments->text()});
+    checkArguments();
+    return true;
+}
+
+void IntegrationsSettings::checkArguments()
+{
+    const bool other = m_editor->currentData().toString() == rawValue(ExternalEditor::other);
+    const std::optional<QString> problem = other ? ExternalEditorArguments::validate(m_arguments->text()) : std::nullopt;
+    m_problem->setText(problem.value_or(QString()));
+}
+
+} // namespace tillery

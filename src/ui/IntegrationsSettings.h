@@ -1,0 +1,51 @@
+#pragma once
+
+#include "integrations/InstalledApplications.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tillery {
+
+class AppModel;
+
+// Settings ▸ Integrations: the editor "Open in" uses (a known one, or any
+// application or program with its own argument string, checked as it is
+// typed) and the terminal "Open in Terminal" uses, among those installed.
+class IntegrationsSettings final : public QWidget {
+    Q_OBJECT
+
+public:
+    IntegrationsSettings(AppModel &model, InstalledApplications applications, QWidget *parent = nullptr);
+
+    QComboBox *editor() const { return m_editor; }
+    QLineEdit *editorPath() const { return m_path; }
+    QLineEdit *editorArguments() const { return m_arguments; }
+    QLabel *editorProblem() const { return m_problem; }
+    QComboBox *terminal() const { return m_terminal; }
+    // Takes a chosen or typed application path for `other`; false (with the
+    // reason shown) when it is neither an application nor a program.
+    bool takeEditorPath(const QString &path);
+
+private:
+    void fillEditors();
+    void showOtherFields();
+    void store();
+    void checkArguments();
+
+    AppModel &m_model;
+    InstalledApplications m_applications;
+    QComboBox *m_editor;
+    QWidget *m_otherFields;
+    QLineEdit *m_path;
+    QPushButton *m_choose;
+    QLineEdit *m_arguments;
+    QLabel *m_problem;
+    QComboBox *m_terminal;
+};
+
+} // namespace tillery

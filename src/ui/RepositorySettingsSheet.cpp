@@ -1,0 +1,121 @@
+#include "ui/RepositorySettingsSheet.h"
+
+#include "model/AppModel.h"
+#include "process/RemoteAddress.h"
+#include "ui/IconWell.h"
+#include "ui/Icons.h"
+#include "ui/SheetParts.h"
+
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+QString RepositorySettingsSheet::remoteName(RepositoryKind kind)
+{
+    return kind == RepositoryKind::git ? u"origin"_s : u"default"_s;
+}
+
+QString RepositorySettingsSheet::shownAddress(const AppModel &model)
+{
+    const std::optional<Repository> &repository = model.workspace().selectedRepository();
+    if (!repository)
+        return QString();
+    return withPasswordsMasked(model.workspace().snapshot().paths.value(remoteName(repository->kind)));
+}
+
+RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *parent)
+    : QDialog(parent)
+    , m_model(model)
+    , m_repository(model.workspace().selectedRepository())
+    , m_address(new QLineEdit(shownAddress(model)))
+    , m_save(new QPushButton(u"Save"_s))
+    , m_well(new IconWell)
+    , m_removeIcon(new QPushButton(u"Remove Icon"_s))
+    , m_iconProblem(problemLabel())
+{
+    const bool git = m_repository && m_repository->kind == RepositoryKind::git;
+    setWindowTitle(u"Repository Settings"_s);
+    m_address->setPlaceholderText(git ? u"https://example.com/project.git"_s : u"https://example.com/project"_s);
+    m_address->setAccessibleName(git ? u"Origin remote address"_s : u"Default remote address"_s);
+    m_address->setMinimumWidth(360);
+
+    auto *chooseIcon = new QPushButton(u"Choose Image…"_s);
+    connect(chooseIcon, &QPushButton::clicked, m_well, &IconWell::choose);
+    connect(m_well, &IconWell::picked, this, &RepositorySettingsSheet::takePicture);
+    connect(m_well, &IconWell::unreadable, this, [this] { m_iconProblem->setText(u"Choose a readable image file."_s); });
+    connect(m_removeIcon, &QPushButton::clicked, this, [this] {
+        if (m_repository)
+            m_model.removeRepositoryIcon(m_repository->path);
+        m_iconProblem->clear();
+    });
+    connect(&model.icons(), &RepositoryIcons::iconsChanged, this, &RepositorySettingsSheet::showIcon);
+
+    auto *iconButtons = new QVBoxLayout;
+    iconButtons->addWidget(chooseIcon);
+    iconButtons->addWidget(m_removeIcon);
+    iconButtons->addStretch();
+    auto *iconRow = new QHBoxLayout;
+    iconRow->addWidget(m_well);
+    iconRow->addSpacing(8);
+    iconRow->addLayout(iconButtons);
+    iconRow->addStretch();
+
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(m_save, QDialogButtonBox::AcceptRole);
+    buttons->addButton(QDialogButtonBox::Cancel);
+    m_save->setDefault(true);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    const QString shown = m_address->text();
+    connect(m_save, &QPushButton::clicked, this, [this, shown] {
+        // An address left as it was shown is not saved again.
+        if (m_address->text().trimmed() != shown.trimmed())
+            m_model.saveRemotePath(m_address->text());
+        accept();
+    });
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setSpacing(8);
+    layout->addWidget(sheetTitle(u"Repository Settings"_s));
+    if (m_repository)
+        layout->addWidget(secondaryLabel(QFileInfo(m_repository->path).fileName()));
+    layout->addSpacing(6);
+    layout->addWidget(new QLabel(git ? u"Remote “origin”"_s : u"Remote “default”"_s));
+    layout->addWidget(m_address);
+    layout->addWidget(secondaryLabel(
+        git ? u"Set the Git `origin` remote used by Pull and Push. HTTPS, SSH, and local paths are supported."_s
+            : u"Set the Mercurial `default` path used by Pull and Push. HTTPS, SSH, and local paths are supported."_s));
+    layout->addSpacing(6);
+    layout->addWidget(new QLabel(u"Icon"_s));
+    layout->addLayout(iconRow);
+    layout->addWidget(m_iconProblem);
+    layout->addWidget(buttons);
+    showIcon();
+}
+
+void RepositorySettingsSheet::takePicture(const QByteArray &bytes)
+{
+    if (!m_repository)
+        return;
+    if (m_model.setRepositoryIcon(m_repository->path, bytes))
+        m_iconProblem->clear();
+    else
+        m_iconProblem->setText(u"Choose a readable image file."_s);
+}
+
+void RepositorySettingsSheet::showIcon()
+{
+    const QImage picture = m_repository ? m_model.icons().icons().value(m_repository->path) : QImage();
+    m_well->showPicture(picture, repositoryKindIcon(m_repository ? m_repository->kind : RepositoryKind::mercurial));
+    m_removeIcon->setEnabled(!picture.isNull());
+}
+
+} // namespace tillery
