@@ -1,21 +1,20 @@
 #include "app/DemoRepositories.h"
+#include "app/Screenshots.h"
 #include "app/TerminationSignal.h"
 #include "model/AppModel.h"
-#include "ui/ChangesView.h"
 #include "ui/DesktopServices.h"
 #include "ui/MainWindow.h"
+#include "ui/Palettes.h"
 #include "ui/Screenshot.h"
 #include "ui/ViewSettings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextStream>
-#include <QThread>
 #include <QTimer>
 #include <QWindow>
 
@@ -32,47 +31,6 @@ bool hasDisplay()
     if (!platform.isEmpty())
         return platform != "offscreen" && platform != "minimal";
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-}
-
-// Lets the model finish what it started (refreshes, diffs) before a picture is taken.
-void waitUntilIdle(const AppModel &model)
-{
-    const QDeadlineTimer deadline(60000);
-    int quietTurns = 0;
-    while (!deadline.hasExpired() && quietTurns < 5) {
-        QApplication::processEvents(QEventLoop::AllEvents, 20);
-        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy()
-                          && !model.diffSelection().isLoadingDiff() && !model.diffSelection().isLoadingChangesetFiles();
-        quietTurns = idle ? quietTurns + 1 : 0;
-        QThread::msleep(10);
-    }
-}
-
-// The page asked for with a file selected: a changed file on the Changes
-// page; on the History page the newest changeset and, when it has it, the file.
-void showPage(AppModel &model, const QString &tab, const QString &file)
-{
-    const bool history = tab == u"history";
-    model.setTab(history ? WorkspaceTab::history : WorkspaceTab::changes);
-    waitUntilIdle(model);
-    if (history) {
-        if (model.workspace().snapshot().history.isEmpty())
-            return;
-        model.selectChangeset(model.workspace().snapshot().history.first());
-        waitUntilIdle(model);
-    }
-    const QList<WorkingFile> files =
-        history ? model.diffSelection().changesetFiles() : model.workspace().snapshot().files;
-    for (const WorkingFile &candidate : files) {
-        if (candidate.path == file || (file.isEmpty() && !history)) {
-            if (history)
-                model.selectChangesetFile(candidate);
-            else
-                model.selectChangeFiles({candidate});
-            break;
-        }
-    }
-    waitUntilIdle(model);
 }
 
 // Prints one line once the window system shows the window (it has been
@@ -119,9 +77,19 @@ int main(int argc, char *argv[])
                                         "their own; your own list of repositories is left alone."_s);
     const QCommandLineOption reportOption(u"report-window"_s,
                                           u"Print a line on standard output once the window is on screen."_s);
-    parser.addOptions({screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption});
+    const QCommandLineOption darkOption(u"dark"_s, u"Use a dark palette."_s);
+    const QCommandLineOption tourOption(u"screenshot-tour"_s,
+                                        u"With --demo: write pictures of every page, sheet and settings tab, light "
+                                        "and dark, into the folder and quit."_s,
+                                        u"folder"_s);
+    parser.addOptions({screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption,
+                       tourOption});
     parser.process(application);
     QTextStream out(stdout);
+    if (parser.isSet(darkOption)) {
+        QApplication::setStyle(u"Fusion"_s);
+        QApplication::setPalette(darkPalette());
+    }
 
     // The person's own settings, or for a demonstration a set of its own.
     std::unique_ptr<QTemporaryDir> demoFolder;
@@ -155,6 +123,18 @@ int main(int argc, char *argv[])
     model.start();
     if (parser.isSet(repositoryOption))
         model.addRepositories({QUrl::fromLocalFile(QDir::current().absoluteFilePath(parser.value(repositoryOption)))});
+
+    if (parser.isSet(tourOption)) {
+        if (demoRepositories.isEmpty()) {
+            QTextStream(stderr) << "--screenshot-tour needs --demo.\n";
+            return 2;
+        }
+        const QStringList pictures =
+            takeScreenshotTour(window, model, demoRepositories, QDir::current().absoluteFilePath(parser.value(tourOption)));
+        for (const QString &path : pictures)
+            out << "Wrote " << path << "\n";
+        return pictures.isEmpty() ? 1 : 0;
+    }
 
     QString screenshot = parser.value(screenshotOption);
     if (screenshot.isEmpty() && headless)

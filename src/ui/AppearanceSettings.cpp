@@ -51,6 +51,7 @@ AppearanceSettings::AppearanceSettings(ViewSettings &settings, QWidget *parent)
     buttonRow->addWidget(m_preview);
     buttonRow->addStretch();
     auto *form = new QFormLayout;
+    form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
     form->addRow(u"Buttons:"_s, buttonRow);
     form->addRow(u""_s, secondaryLabel(u"The Commit button and the buttons of the start page follow this."_s));
     form->addRow(u"Diff layout:"_s, m_layout);

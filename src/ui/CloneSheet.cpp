@@ -87,7 +87,7 @@ CloneSheet::CloneSheet(AppModel &model, QWidget *parent)
     , m_parent(new QLineEdit(QDir::homePath()))
     , m_name(new QLineEdit)
     , m_kind(new QComboBox)
-    , m_problem(problemLabel())
+    , m_problem(new ProblemLabel)
     , m_clone(new QPushButton(u"Clone"_s))
 {
     setWindowTitle(u"Clone a Repository"_s);
@@ -150,7 +150,7 @@ void CloneSheet::update()
 {
     const QString reason = problem(m_source->text(), m_parent->text(), m_name->text());
     // Nothing typed yet is not a problem worth a red line.
-    m_problem->setText(m_source->text().isEmpty() ? QString() : reason);
+    m_problem->setProblem(m_source->text().isEmpty() ? QString() : reason);
     m_clone->setEnabled(reason.isEmpty());
 }
 

@@ -11,6 +11,8 @@ class QPushButton;
 
 namespace tillery {
 
+class ProblemLabel;
+
 class AppModel;
 
 // "Clone a Repository": the address, the folder to clone into, the new
@@ -33,7 +35,7 @@ public:
     QLineEdit *parentFolder() const { return m_parent; }
     QLineEdit *name() const { return m_name; }
     QComboBox *kind() const { return m_kind; }
-    QLabel *problemText() const { return m_problem; }
+    ProblemLabel *problemText() const { return m_problem; }
     QPushButton *cloneButton() const { return m_clone; }
 
 private:
@@ -44,7 +46,7 @@ private:
     QLineEdit *m_parent;
     QLineEdit *m_name;
     QComboBox *m_kind;
-    QLabel *m_problem;
+    ProblemLabel *m_problem;
     QPushButton *m_clone;
     bool m_kindChosen = false;
     bool m_nameEdited = false;

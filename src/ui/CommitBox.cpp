@@ -26,7 +26,7 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     m_description->setAccessibleName(u"Description"_s);
     m_description->setMinimumHeight(64);
     m_description->setTabChangesFocus(true);
-    m_description->setStyleSheet(u"QPlainTextEdit { border: 1px solid palette(mid); border-radius: 5px; }"_s);
+    frameDescription();
     m_commit->setDefault(true);
     followButtonAppearance(m_commit, settings, true);
 
@@ -66,6 +66,21 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     m_summary->setText(model.workspace().commitSummary());
     m_description->setPlainText(model.workspace().commitDescription());
     update();
+}
+
+void CommitBox::frameDescription()
+{
+    // Style sheets take the palette's colours when set, so they are set again
+    // when the palette changes.
+    m_description->setStyleSheet(u"QPlainTextEdit { border: 1px solid palette(mid); border-radius: 5px;"
+                                 " background: palette(base); color: palette(text); }"_s);
+}
+
+void CommitBox::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        frameDescription();
 }
 
 void CommitBox::update()

@@ -27,8 +27,12 @@ public:
     // Commits when allowed; carries the Ctrl+Return shortcut.
     QAction *commitAction() const { return m_commitAction; }
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void update();
+    void frameDescription();
 
     AppModel &m_model;
     QLineEdit *m_summary;

@@ -146,10 +146,12 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
 
     const QFont smallFont = badgeFont(option.font);
     painter->setFont(smallFont);
-    const QColor accent = palette.color(QPalette::Highlight);
+    // On a dark base the accent is lightened so that the names stay readable.
+    const bool dark = palette.color(QPalette::Base).lightness() < 128;
+    const QColor accent = dark ? palette.color(QPalette::Highlight).lighter(150) : palette.color(QPalette::Highlight);
     for (const BadgePlace &place : layout.badges) {
         QColor fill = selected ? palette.color(QPalette::HighlightedText) : accent;
-        fill.setAlphaF(selected ? 0.25 : 0.15);
+        fill.setAlphaF(selected ? 0.25 : dark ? 0.2 : 0.15);
         const QColor ink = selected ? palette.color(QPalette::HighlightedText) : accent;
         QPainterPath outline;
         outline.addRoundedRect(QRectF(place.box), 3, 3);

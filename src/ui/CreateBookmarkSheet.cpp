@@ -17,7 +17,7 @@ namespace tillery {
 CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     : QDialog(parent)
     , m_name(new QLineEdit)
-    , m_problem(problemLabel())
+    , m_problem(new ProblemLabel)
     , m_create(new QPushButton(u"Create"_s))
 {
     const std::optional<Repository> &repository = model.workspace().selectedRepository();
@@ -39,7 +39,7 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     const QList<Bookmark> existing = model.workspace().snapshot().bookmarks;
     connect(m_name, &QLineEdit::textChanged, this, [this, kind, existing](const QString &name) {
         const std::optional<QString> problem = branchNameProblem(name, kind, existing);
-        m_problem->setText(name.isEmpty() ? QString() : problem.value_or(QString()));
+        m_problem->setProblem(name.isEmpty() ? QString() : problem.value_or(QString()));
         m_create->setEnabled(!problem);
     });
 

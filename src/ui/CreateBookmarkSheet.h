@@ -8,6 +8,8 @@ class QPushButton;
 
 namespace tillery {
 
+class ProblemLabel;
+
 class AppModel;
 
 // "Create a Bookmark" at the current changeset (Git: a branch, checked out,
@@ -20,12 +22,12 @@ public:
     explicit CreateBookmarkSheet(AppModel &model, QWidget *parent = nullptr);
 
     QLineEdit *name() const { return m_name; }
-    QLabel *problemText() const { return m_problem; }
+    ProblemLabel *problemText() const { return m_problem; }
     QPushButton *createButton() const { return m_create; }
 
 private:
     QLineEdit *m_name;
-    QLabel *m_problem;
+    ProblemLabel *m_problem;
     QPushButton *m_create;
 };
 

@@ -17,7 +17,7 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
     : QWidget(parent)
     , m_model(model)
     , m_userName(new QLineEdit(model.workspace().commitUsername()))
-    , m_gitNote(problemLabel())
+    , m_gitNote(new ProblemLabel)
 {
     m_userName->setPlaceholderText(u"Full Name <address>"_s);
     m_userName->setAccessibleName(u"Commit author"_s);
@@ -45,7 +45,7 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
 void GeneralSettings::updateNote()
 {
     const QString name = m_userName->text().trimmed();
-    m_gitNote->setText(name.isEmpty() || isUsableGitIdentity(name)
+    m_gitNote->setProblem(name.isEmpty() || isUsableGitIdentity(name)
                            ? QString()
                            : u"Git commits will use Git's own configuration until the name reads Full Name <address>."_s);
 }

@@ -7,6 +7,8 @@ class QLineEdit;
 
 namespace tillery {
 
+class ProblemLabel;
+
 class AppModel;
 
 // Settings ▸ General: the name commits made here are recorded under.
@@ -17,14 +19,14 @@ public:
     explicit GeneralSettings(AppModel &model, QWidget *parent = nullptr);
 
     QLineEdit *userName() const { return m_userName; }
-    QLabel *gitNote() const { return m_gitNote; }
+    ProblemLabel *gitNote() const { return m_gitNote; }
 
 private:
     void updateNote();
 
     AppModel &m_model;
     QLineEdit *m_userName;
-    QLabel *m_gitNote;
+    ProblemLabel *m_gitNote;
 };
 
 } // namespace tillery

@@ -29,7 +29,8 @@ struct SymbolMapping {
     QString themeName;
     QString bundled;
     // A drawing in colours of its own, shown as it is; the others are drawn
-    // in one grey and take the palette's text colour, light or dark.
+    // in one grey and take the palette's text colour, light or dark. Without
+    // a theme name the drawing is always used.
     bool coloured = false;
 };
 
@@ -78,8 +79,8 @@ private:
 const QHash<QString, SymbolMapping> &mappings()
 {
     static const QHash<QString, SymbolMapping> table{
-        {u"point.3.connected.trianglepath.dotted"_s, {u"network-workgroup"_s, u"network"_s, true}},
-        {u"folder"_s, {u"folder"_s, u"folder"_s}},
+        {u"point.3.connected.trianglepath.dotted"_s, {QString(), u"network"_s, true}},
+        {u"folder"_s, {u"folder"_s, u"folder"_s, true}},
         {u"doc.text"_s, {u"text-x-generic"_s, u"doc-text"_s}},
         {u"doc.text.magnifyingglass"_s, {u"edit-find"_s, u"doc-search"_s}},
         {u"checkmark"_s, {u"object-select-symbolic"_s, u"checkmark"_s}},
@@ -98,7 +99,7 @@ const QHash<QString, SymbolMapping> &mappings()
         {u"clock"_s, {u"document-open-recent"_s, u"clock"_s}},
         {u"bookmark.fill"_s, {u"bookmark-new"_s, u"bookmark"_s}},
         {u"tag.fill"_s, {u"tag"_s, u"tag"_s}},
-        {u"arrow.up.circle.fill"_s, {u"go-up"_s, u"arrow-up-circle"_s, true}},
+        {u"arrow.up.circle.fill"_s, {QString(), u"arrow-up-circle"_s, true}},
         {u"person"_s, {u"user-identity"_s, u"person"_s}},
         {u"paintbrush"_s, {u"applications-graphics"_s, u"paintbrush"_s}},
         {u"puzzlepiece"_s, {u"applications-utilities"_s, u"puzzle"_s}},
@@ -120,10 +121,10 @@ QIcon symbolIcon(const QString &symbolName)
     const auto mapping = mappings().constFind(symbolName);
     if (mapping == mappings().cend())
         return QIcon();
+    if (!mapping->themeName.isEmpty() && QIcon::hasThemeIcon(mapping->themeName))
+        return QIcon::fromTheme(mapping->themeName);
     if (mapping->coloured)
         return bundledIcon(mapping->bundled);
-    if (QIcon::hasThemeIcon(mapping->themeName))
-        return QIcon::fromTheme(mapping->themeName);
     return QIcon(new PaletteTintedIconEngine(bundledIcon(mapping->bundled)));
 }
 

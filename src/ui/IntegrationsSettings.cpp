@@ -43,7 +43,7 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
     , m_path(new QLineEdit)
     , m_choose(new QPushButton(u"Choose…"_s))
     , m_arguments(new QLineEdit)
-    , m_problem(problemLabel())
+    , m_problem(new ProblemLabel)
     , m_terminal(new QComboBox)
 {
     const EditorChoice choice = model.settings().editorChoice();
@@ -78,8 +78,10 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
 
     const QList<TerminalApplication> installed = installedTerminals(m_applications);
     const TerminalApplication current = resolveTerminal(model.settings().defaultTerminalIdentifier(), installed);
-    for (const TerminalApplication terminal : installed.isEmpty() ? QList{current} : installed)
+    for (const TerminalApplication terminal : installed)
         m_terminal->addItem(displayName(terminal), identifier(terminal));
+    if (installed.isEmpty())
+        m_terminal->addItem(displayName(current) + u" (not installed)"_s, identifier(current));
     m_terminal->setCurrentIndex(std::max(0, m_terminal->findData(identifier(current))));
     m_terminal->setEnabled(!installed.isEmpty());
     m_terminal->setAccessibleName(u"Terminal"_s);
@@ -94,8 +96,8 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
     otherForm->setContentsMargins(0, 0, 0, 0);
     otherForm->addRow(u"Application:"_s, pathRow);
     otherForm->addRow(u"Arguments:"_s, m_arguments);
-    otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Quote "
-                                                "with ' or \", escape with \\."_s));
+    otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Put an "
+                                                "argument with spaces in quotes."_s));
 
     auto *form = new QFormLayout;
     form->addRow(u"Editor:"_s, m_editor);
@@ -142,7 +144,7 @@ void IntegrationsSettings::store()
 bool IntegrationsSettings::takeEditorPath(const QString &path)
 {
     if (const std::optional<QString> problem = editorPathProblem(path)) {
-        m_problem->setText(*problem);
+        m_problem->setProblem(*problem);
         m_path->setText(m_model.settings().editorPath());
         return false;
     }
@@ -158,7 +160,7 @@ void IntegrationsSettings::checkArguments()
 {
     const bool other = m_editor->currentData().toString() == rawValue(ExternalEditor::other);
     const std::optional<QString> problem = other ? ExternalEditorArguments::validate(m_arguments->text()) : std::nullopt;
-    m_problem->setText(problem.value_or(QString()));
+    m_problem->setProblem(problem.value_or(QString()));
 }
 
 } // namespace tillery

@@ -11,6 +11,8 @@ class QPushButton;
 
 namespace tillery {
 
+class ProblemLabel;
+
 class AppModel;
 
 // Settings ▸ Integrations: the editor "Open in" uses (a known one, or any
@@ -25,7 +27,7 @@ public:
     QComboBox *editor() const { return m_editor; }
     QLineEdit *editorPath() const { return m_path; }
     QLineEdit *editorArguments() const { return m_arguments; }
-    QLabel *editorProblem() const { return m_problem; }
+    ProblemLabel *editorProblem() const { return m_problem; }
     QComboBox *terminal() const { return m_terminal; }
     // Takes a chosen or typed application path for `other`; false (with the
     // reason shown) when it is neither an application nor a program.
@@ -44,7 +46,7 @@ private:
     QLineEdit *m_path;
     QPushButton *m_choose;
     QLineEdit *m_arguments;
-    QLabel *m_problem;
+    ProblemLabel *m_problem;
     QComboBox *m_terminal;
 };
 

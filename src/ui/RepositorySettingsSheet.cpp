@@ -40,7 +40,7 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     , m_save(new QPushButton(u"Save"_s))
     , m_well(new IconWell)
     , m_removeIcon(new QPushButton(u"Remove Icon"_s))
-    , m_iconProblem(problemLabel())
+    , m_iconProblem(new ProblemLabel)
 {
     const bool git = m_repository && m_repository->kind == RepositoryKind::git;
     setWindowTitle(u"Repository Settings"_s);
@@ -51,11 +51,11 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     auto *chooseIcon = new QPushButton(u"Choose Image…"_s);
     connect(chooseIcon, &QPushButton::clicked, m_well, &IconWell::choose);
     connect(m_well, &IconWell::picked, this, &RepositorySettingsSheet::takePicture);
-    connect(m_well, &IconWell::unreadable, this, [this] { m_iconProblem->setText(u"Choose a readable image file."_s); });
+    connect(m_well, &IconWell::unreadable, this, [this] { m_iconProblem->setProblem(u"Choose a readable image file."_s); });
     connect(m_removeIcon, &QPushButton::clicked, this, [this] {
         if (m_repository)
             m_model.removeRepositoryIcon(m_repository->path);
-        m_iconProblem->clear();
+        m_iconProblem->setProblem(QString());
     });
     connect(&model.icons(), &RepositoryIcons::iconsChanged, this, &RepositorySettingsSheet::showIcon);
 
@@ -106,9 +106,9 @@ void RepositorySettingsSheet::takePicture(const QByteArray &bytes)
     if (!m_repository)
         return;
     if (m_model.setRepositoryIcon(m_repository->path, bytes))
-        m_iconProblem->clear();
+        m_iconProblem->setProblem(QString());
     else
-        m_iconProblem->setText(u"Choose a readable image file."_s);
+        m_iconProblem->setProblem(u"Choose a readable image file."_s);
 }
 
 void RepositorySettingsSheet::showIcon()

@@ -10,6 +10,8 @@ class QPushButton;
 
 namespace tillery {
 
+class ProblemLabel;
+
 class AppModel;
 class IconWell;
 
@@ -31,7 +33,7 @@ public:
     QPushButton *saveButton() const { return m_save; }
     IconWell *iconWell() const { return m_well; }
     QPushButton *removeIconButton() const { return m_removeIcon; }
-    QLabel *iconProblem() const { return m_iconProblem; }
+    ProblemLabel *iconProblem() const { return m_iconProblem; }
     // What a dropped or chosen file gives the sheet.
     void takePicture(const QByteArray &bytes);
 
@@ -44,7 +46,7 @@ private:
     QPushButton *m_save;
     IconWell *m_well;
     QPushButton *m_removeIcon;
-    QLabel *m_iconProblem;
+    ProblemLabel *m_iconProblem;
 };
 
 } // namespace tillery

@@ -7,6 +7,7 @@ namespace tillery {
 QLabel *sheetTitle(const QString &text)
 {
     auto *label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
     QFont font = label->font();
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * 1.1);
@@ -18,19 +19,27 @@ QLabel *secondaryLabel(const QString &text)
 {
     auto *label = new QLabel(text);
     label->setWordWrap(true);
+    label->setTextFormat(Qt::PlainText);
     label->setForegroundRole(QPalette::PlaceholderText);
     return label;
 }
 
-QLabel *problemLabel()
+ProblemLabel::ProblemLabel(QWidget *parent)
+    : QLabel(parent)
 {
-    auto *label = new QLabel;
-    label->setWordWrap(true);
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, QColor(200, 60, 50));
-    label->setPalette(palette);
-    label->setAccessibleName(QStringLiteral("Problem"));
-    return label;
+    setWordWrap(true);
+    setTextFormat(Qt::PlainText);
+    QPalette warning = palette();
+    warning.setColor(QPalette::WindowText, QColor(214, 69, 58));
+    setPalette(warning);
+    setAccessibleName(QStringLiteral("Problem"));
+    hide();
+}
+
+void ProblemLabel::setProblem(const QString &problem)
+{
+    setText(problem);
+    setHidden(problem.isEmpty());
 }
 
 } // namespace tillery

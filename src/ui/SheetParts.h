@@ -1,8 +1,7 @@
 #pragma once
 
+#include <QLabel>
 #include <QString>
-
-class QLabel;
 
 namespace tillery {
 
@@ -10,7 +9,14 @@ namespace tillery {
 QLabel *sheetTitle(const QString &text);
 // A wrapped line in the quiet secondary colour.
 QLabel *secondaryLabel(const QString &text);
-// A wrapped line that says why the sheet cannot go on; empty while it can.
-QLabel *problemLabel();
+// A wrapped line that says why the sheet cannot go on, hidden while it can.
+class ProblemLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit ProblemLabel(QWidget *parent = nullptr);
+    // Shows the reason; an empty one hides the line.
+    void setProblem(const QString &problem);
+};
 
 } // namespace tillery

@@ -1,0 +1,116 @@
+#include "app/Screenshots.h"
+
+#include "model/AppModel.h"
+#include "ui/MainWindow.h"
+#include "ui/Palettes.h"
+#include "ui/Screenshot.h"
+#include "ui/SettingsWindow.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QTabWidget>
+#include <QThread>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+void waitUntilIdle(const AppModel &model)
+{
+    const QDeadlineTimer deadline(60000);
+    int quietTurns = 0;
+    while (!deadline.hasExpired() && quietTurns < 5) {
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy()
+                          && !model.diffSelection().isLoadingDiff() && !model.diffSelection().isLoadingChangesetFiles();
+        quietTurns = idle ? quietTurns + 1 : 0;
+        QThread::msleep(10);
+    }
+}
+
+void showPage(AppModel &model, const QString &tab, const QString &file)
+{
+    const bool history = tab == u"history";
+    model.setTab(history ? WorkspaceTab::history : WorkspaceTab::changes);
+    waitUntilIdle(model);
+    if (history) {
+        if (model.workspace().snapshot().history.isEmpty())
+            return;
+        model.selectChangeset(model.workspace().snapshot().history.first());
+        waitUntilIdle(model);
+    }
+    const QList<WorkingFile> files =
+        history ? model.diffSelection().changesetFiles() : model.workspace().snapshot().files;
+    for (const WorkingFile &candidate : files) {
+        if (candidate.path == file || (file.isEmpty() && !history)) {
+            if (history)
+                model.selectChangesetFile(candidate);
+            else
+                model.selectChangeFiles({candidate});
+            break;
+        }
+    }
+    waitUntilIdle(model);
+}
+
+namespace {
+
+struct SheetPicture {
+    QString name;
+    Workspace::Sheet sheet;
+};
+
+QString kindName(RepositoryKind kind)
+{
+    return kind == RepositoryKind::git ? u"git"_s : u"mercurial"_s;
+}
+
+} // namespace
+
+QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<Repository> &repositories,
+                               const QString &folder)
+{
+    QStringList written;
+    const auto save = [&](QWidget &widget, const QString &name) {
+        QApplication::processEvents();
+        const QString path = QDir(folder).filePath(name + u".png"_s);
+        if (saveScreenshot(widget, path))
+            written.append(path);
+    };
+    const QPalette light = QApplication::palette();
+    for (const bool dark : {false, true}) {
+        QApplication::setPalette(dark ? darkPalette() : light);
+        const QString scheme = dark ? u"dark-"_s : u"light-"_s;
+        window.show();
+        for (const Repository &repository : repositories) {
+            model.select(repository);
+            waitUntilIdle(model);
+            for (const QString &tab : {u"changes"_s, u"history"_s}) {
+                showPage(model, tab, tab == u"changes" ? u"src/main.c"_s : QString());
+                save(window, scheme + kindName(repository.kind) + u'-' + tab);
+            }
+        }
+        for (const SheetPicture &picture : {SheetPicture{u"clone"_s, Workspace::Sheet::clone},
+                                            SheetPicture{u"new-branch"_s, Workspace::Sheet::bookmark},
+                                            SheetPicture{u"repository-settings"_s, Workspace::Sheet::remote},
+                                            SheetPicture{u"about"_s, Workspace::Sheet::about}}) {
+            model.setSheetShown(picture.sheet, true);
+            if (QDialog *sheet = window.sheet(picture.sheet))
+                save(*sheet, scheme + u"sheet-"_s + picture.name);
+            model.setSheetShown(picture.sheet, false);
+        }
+        window.openSettings();
+        SettingsWindow *settings = window.settingsWindow();
+        const QStringList tabs{u"general"_s, u"appearance"_s, u"integrations"_s};
+        for (int index = 0; index < tabs.size(); ++index) {
+            settings->tabs()->setCurrentIndex(index);
+            save(*settings, scheme + u"settings-"_s + tabs[index]);
+        }
+        settings->close();
+    }
+    QApplication::setPalette(light);
+    return written;
+}
+
+} // namespace tillery

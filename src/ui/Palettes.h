@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QPalette>
+
+namespace tillery {
+
+// A dark palette for the Fusion style, for desktops that do not hand one over.
+QPalette darkPalette();
+
+} // namespace tillery
