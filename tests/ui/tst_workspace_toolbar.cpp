@@ -1,0 +1,110 @@
+#include "RepositoryFixtures.h"
+#include "TestEnvironment.h"
+#include "WindowHarness.h"
+
+#include "ui/RepositoryWorkspace.h"
+#include "ui/WorkspaceToolbar.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QTest>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+using test::GitFixture;
+using test::MercurialFixture;
+using test::WindowHarness;
+
+namespace {
+
+QAction *menuItem(QMenu *menu, const QString &label)
+{
+    for (QAction *action : menu->actions()) {
+        if (action->text() == label)
+            return action;
+    }
+    return nullptr;
+}
+
+QStringList checkedItems(QMenu *menu)
+{
+    QStringList checked;
+    for (const QAction *action : menu->actions()) {
+        if (action->isChecked())
+            checked.append(action->text());
+    }
+    return checked;
+}
+
+} // namespace
+
+class WorkspaceToolbarTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { test::pinTestEnvironment(); }
+
+    void switchingThroughTheBranchPicker_data() { test::addKindColumn(); }
+
+    void switchingThroughTheBranchPicker()
+    {
+        QFETCH(RepositoryKind, kind);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
+        repository->write(u"chart.txt"_s, "harbour\n");
+        repository->commitAll(u"Start"_s);
+        if (kind == RepositoryKind::mercurial) {
+            auto &hg = static_cast<MercurialFixture &>(*repository);
+            hg.bookmark(u"lights"_s);
+            hg.bookmark(u"main"_s);
+        } else {
+            static_cast<GitFixture &>(*repository).branch(u"lights"_s);
+        }
+
+        WindowHarness harness;
+        harness.openOn(repository->path());
+        WorkspaceToolbar &toolbar = *harness.window().workspace()->toolbar();
+        QCOMPARE(toolbar.title()->text(), QFileInfo(repository->path()).fileName());
+        QCOMPARE(toolbar.branchPicker()->text(), u"main"_s);
+        QMenu *menu = toolbar.branchMenu();
+        QCOMPARE(checkedItems(menu), QStringList({u"main"_s}));
+
+        menuItem(menu, u"lights"_s)->trigger();
+        // The operation holds every button until it is done.
+        QVERIFY(harness.model().activityState().isBusy());
+        QCOMPARE(harness.model().activityState().activity(), u"Switching to lights"_s);
+        for (QToolButton *button : {toolbar.branchPicker(), toolbar.fetchButton(), toolbar.pullButton(),
+                                    toolbar.pushButton(), toolbar.refreshButton()})
+            QVERIFY(!button->isEnabled());
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        QCOMPARE(toolbar.branchPicker()->text(), u"lights"_s);
+        QCOMPARE(checkedItems(toolbar.branchMenu()), QStringList({u"lights"_s}));
+        QVERIFY(toolbar.refreshButton()->isEnabled());
+    }
+
+    void publishingANewBranch()
+    {
+        const std::unique_ptr<GitFixture> origin = GitFixture::bare();
+        const std::unique_ptr<GitFixture> seed = GitFixture::cloneOf(origin->path());
+        seed->write(u"chart.txt"_s, "harbour\n");
+        seed->commitAll(u"Start"_s);
+        seed->git({u"push"_s, u"--quiet"_s, u"origin"_s, u"HEAD:main"_s});
+        const std::unique_ptr<GitFixture> clone = GitFixture::cloneOf(origin->path());
+        clone->branch(u"lights"_s, true);
+
+        WindowHarness harness;
+        harness.openOn(clone->path());
+        QToolButton *push = harness.window().workspace()->toolbar()->pushButton();
+        QCOMPARE(push->accessibleName(), u"Publish this branch"_s);
+        push->click();
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+        QVERIFY(origin->git({u"branch"_s, u"--list"_s, u"lights"_s}).contains("lights"));
+        QCOMPARE(push->accessibleName(), u"Push"_s);
+    }
+};
+
+QTEST_MAIN(WorkspaceToolbarTest)
+#include "tst_workspace_toolbar.moc"
