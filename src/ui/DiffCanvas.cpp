@@ -43,6 +43,7 @@ DiffCanvas::DiffCanvas(QWidget *parent)
 {
     m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
     setFocusPolicy(Qt::StrongFocus);
+    setAccessibleName(u"Diff"_s);
     viewport()->setBackgroundRole(QPalette::Window);
     viewport()->setAutoFillBackground(true);
     verticalScrollBar()->setSingleStep(rowHeight);

@@ -102,6 +102,7 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     messageFont.setPointSize(12);
     m_message->setFont(messageFont);
     m_message->setReadOnly(true);
+    m_message->setAccessibleName(u"Diff message"_s);
     m_message->setFrameShape(QFrame::NoFrame);
     m_message->document()->setDocumentMargin(12);
 
