@@ -22,13 +22,15 @@ using test::WindowHarness;
 
 namespace {
 
-// Two changesets: the chart, then the tides with a bookmark (Git: a branch) on it.
+// Two changesets: the chart, then the tides (and a buoy on the chart) with a
+// bookmark (Git: a branch) on it.
 struct TwoChangesets {
     explicit TwoChangesets(RepositoryKind kind)
         : repository(test::makeFixture(kind))
     {
         repository->write(u"chart.txt"_s, "harbour\n");
         first = repository->commitAll(u"Chart the harbour"_s);
+        repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
         repository->write(u"tides.txt"_s, "high at six\n");
         second = repository->commitAll(u"Add the tide table"_s);
         if (kind == RepositoryKind::mercurial)
@@ -105,13 +107,18 @@ private Q_SLOTS:
         header.hashButton()->click();
         QCOMPARE(harness.models.desktop.clipboard, QStringList({fixture.first, fixture.first}));
 
-        // Up the list with the keyboard: the newer changeset and its file.
+        // Up the list with the keyboard: the newer changeset, its first file, then the other one.
         view.list()->setFocus();
         QTest::keyClick(view.list(), Qt::Key_Up);
         QVERIFY(harness.settle());
         QCOMPARE(harness.model().diffSelection().selectedChangeset()->node, fixture.second);
         QCOMPARE(header.summary()->text(), u"Add the tide table"_s);
+        QCOMPARE(view.filesCount()->text(), u"2"_s);
+        QCOMPARE(view.diffView()->shownFileName(), u"chart.txt"_s);
+        clickRow(view.fileList(), 1);
+        QVERIFY(harness.settle());
         QCOMPARE(view.diffView()->shownFileName(), u"tides.txt"_s);
+        QVERIFY(harness.model().diffSelection().diff().text.contains(u"+high at six"_s));
     }
 
     void emptyRepository_data() { test::addKindColumn(); }
@@ -126,6 +133,19 @@ private Q_SLOTS:
         QCOMPARE(view.emptyState()->title(), u"No History"_s);
         QCOMPARE(view.emptyState()->detail(), kind == RepositoryKind::git ? u"This repository has no commits yet."_s
                                                                           : u"This repository has no changesets yet."_s);
+    }
+
+    void changesetWithoutFiles()
+    {
+        const test::GitFixture repository;
+        repository.commitAll(u"Nothing but a note"_s);
+        WindowHarness harness;
+        HistoryView &view = openHistory(harness, repository.path());
+        clickRow(view.list(), 0);
+        QVERIFY(harness.settle());
+        QCOMPARE(view.detail(), HistoryView::Detail::changeset);
+        QVERIFY(view.showsNoFiles());
+        QCOMPARE(view.filesCount()->text(), u"0"_s);
     }
 
     void datesAgeWithoutARefresh()
