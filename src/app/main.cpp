@@ -5,6 +5,7 @@
 #include "ui/DesktopServices.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
+#include "ui/ReadableIndicatorStyle.h"
 #include "ui/Screenshot.h"
 #include "ui/ViewSettings.h"
 
@@ -90,6 +91,7 @@ int main(int argc, char *argv[])
         QApplication::setStyle(u"Fusion"_s);
         QApplication::setPalette(darkPalette());
     }
+    QApplication::setStyle(new ReadableIndicatorStyle(QApplication::style()->name()));
 
     // The person's own settings, or for a demonstration a set of its own.
     std::unique_ptr<QTemporaryDir> demoFolder;

@@ -8,6 +8,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -40,7 +41,7 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     , m_summary(valueLabel())
     , m_body(valueLabel())
     , m_hashLabel(fieldLabel(u"Changeset"_s))
-    , m_hash(new QToolButton)
+    , m_hash(new QPushButton)
     , m_copy(new QToolButton)
     , m_author(valueLabel())
     , m_date(valueLabel())
@@ -56,7 +57,9 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     QFont hashFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     hashFont.setPointSizeF(font().pointSizeF());
     m_hash->setFont(hashFont);
-    m_hash->setAutoRaise(true);
+    // Flat and unpadded, so that the hash lines up with the values under it.
+    m_hash->setStyleSheet(u"QPushButton { border: none; padding: 0px; text-align: left; }"
+                          "QPushButton:hover, QPushButton:focus { color: palette(highlight); }"_s);
     m_hash->setToolTip(u"Copy full hash"_s);
     m_hash->setAccessibleName(u"Copy full hash"_s);
     m_hash->setCursor(Qt::PointingHandCursor);

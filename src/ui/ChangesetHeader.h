@@ -6,6 +6,7 @@
 #include <QWidget>
 
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace tillery {
@@ -26,7 +27,7 @@ public:
     QLabel *summary() const { return m_summary; }
     QLabel *body() const { return m_body; }
     QLabel *hashLabel() const { return m_hashLabel; }
-    QToolButton *hashButton() const { return m_hash; }
+    QPushButton *hashButton() const { return m_hash; }
     QToolButton *copyButton() const { return m_copy; }
     QLabel *author() const { return m_author; }
     QLabel *date() const { return m_date; }
@@ -38,7 +39,7 @@ private:
     QLabel *m_summary;
     QLabel *m_body;
     QLabel *m_hashLabel;
-    QToolButton *m_hash;
+    QPushButton *m_hash;
     QToolButton *m_copy;
     QLabel *m_author;
     QLabel *m_date;

@@ -11,6 +11,7 @@
 
 #include <QLabel>
 #include <QListView>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>

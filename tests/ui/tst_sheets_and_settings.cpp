@@ -9,12 +9,17 @@
 #include "ui/GeneralSettings.h"
 #include "ui/IconWell.h"
 #include "ui/IntegrationsSettings.h"
+#include "ui/Palettes.h"
+#include "ui/ReadableIndicatorStyle.h"
 #include "ui/RepositorySettingsSheet.h"
 #include "ui/SettingsWindow.h"
 #include "ui/SheetParts.h"
 #include "ui/WelcomeView.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QStyleOption>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -250,6 +255,43 @@ private Q_SLOTS:
         chooseWithKeyboard(integrations.editor(), u"VS Code"_s);
         QCOMPARE(storedString(harness, u"externalEditor.selection.v2"_s), u"vsCode"_s);
         QVERIFY(harness.window().menuAction(u"Open in VS Code"_s));
+    }
+
+    void darkIndicatorsKeepAVisibleOutline_data()
+    {
+        QTest::addColumn<bool>("radio");
+        QTest::addColumn<bool>("checked");
+        QTest::newRow("check box") << false << false;
+        QTest::newRow("ticked check box") << false << true;
+        QTest::newRow("radio button") << true << false;
+    }
+
+    void darkIndicatorsKeepAVisibleOutline()
+    {
+        QFETCH(bool, radio);
+        QFETCH(bool, checked);
+        ReadableIndicatorStyle style(u"Fusion"_s);
+        QAbstractButton *button = radio ? static_cast<QAbstractButton *>(new QRadioButton)
+                                        : static_cast<QAbstractButton *>(new QCheckBox);
+        const std::unique_ptr<QAbstractButton> owner(button);
+        button->setStyle(&style);
+        button->setPalette(darkPalette());
+        button->setChecked(checked);
+        button->resize(button->sizeHint());
+        QStyleOptionButton option;
+        option.initFrom(button);
+        const QRect indicator = style.subElementRect(
+            radio ? QStyle::SE_RadioButtonIndicator : QStyle::SE_CheckBoxIndicator, &option, button);
+        const QImage picture = button->grab().toImage();
+
+        // The outline is the lightest ring around the indicator; it has to stand out from the window.
+        const int window = darkPalette().color(QPalette::Window).lightness();
+        int lightest = 0;
+        for (int y = indicator.top(); y <= indicator.bottom(); ++y) {
+            for (const int x : {indicator.left(), indicator.left() + 1})
+                lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
+        }
+        QVERIFY2(lightest - window >= 40, qPrintable(u"outline lightness %1 on a window of %2"_s.arg(lightest).arg(window)));
     }
 };
 
