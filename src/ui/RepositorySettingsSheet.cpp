@@ -86,7 +86,7 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     layout->setSpacing(8);
     layout->addWidget(sheetTitle(u"Repository Settings"_s));
     if (m_repository)
-        layout->addWidget(secondaryLabel(QFileInfo(m_repository->path).fileName()));
+        layout->addWidget(quietNameLabel(QFileInfo(m_repository->path).fileName()));
     layout->addSpacing(6);
     layout->addWidget(new QLabel(git ? u"Remote “origin”"_s : u"Remote “default”"_s));
     layout->addWidget(m_address);

@@ -2,6 +2,8 @@
 
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
+
 namespace tillery {
 
 QLabel *sheetTitle(const QString &text)
@@ -15,13 +17,46 @@ QLabel *sheetTitle(const QString &text)
     return label;
 }
 
-QLabel *secondaryLabel(const QString &text)
+QString htmlWithCodeSpans(const QString &text)
 {
-    auto *label = new QLabel(text);
+    QString html;
+    qsizetype from = 0;
+    while (from < text.size()) {
+        const qsizetype open = text.indexOf(u'`', from);
+        const qsizetype close = open < 0 ? -1 : text.indexOf(u'`', open + 1);
+        if (close < 0) {
+            html += text.mid(from).toHtmlEscaped();
+            break;
+        }
+        html += text.mid(from, open - from).toHtmlEscaped();
+        html += u"<code>"_s + text.mid(open + 1, close - open - 1).toHtmlEscaped() + u"</code>"_s;
+        from = close + 1;
+    }
+    return html;
+}
+
+namespace {
+
+QLabel *quietLabel(const QString &text, Qt::TextFormat format)
+{
+    auto *label = new QLabel;
     label->setWordWrap(true);
-    label->setTextFormat(Qt::PlainText);
+    label->setTextFormat(format);
+    label->setText(text);
     label->setForegroundRole(QPalette::PlaceholderText);
     return label;
+}
+
+} // namespace
+
+QLabel *secondaryLabel(const QString &text)
+{
+    return quietLabel(htmlWithCodeSpans(text), Qt::RichText);
+}
+
+QLabel *quietNameLabel(const QString &name)
+{
+    return quietLabel(name, Qt::PlainText);
 }
 
 ProblemLabel::ProblemLabel(QWidget *parent)

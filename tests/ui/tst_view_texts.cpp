@@ -4,6 +4,7 @@
 #include "ui/ChangesetText.h"
 #include "ui/CloneSheet.h"
 #include "ui/RelativeDate.h"
+#include "ui/SheetParts.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -170,6 +171,25 @@ private Q_SLOTS:
             expected = kind == RepositoryKind::git ? u"A branch named “main” already exists."_s
                                                    : u"A bookmark named “main” already exists."_s;
         QCOMPARE(branchNameProblem(name, kind, existing).value_or(QString()), expected);
+    }
+
+    void codeSpans_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("html");
+        QTest::newRow("one span") << u"Set the Git `origin` remote."_s << u"Set the Git <code>origin</code> remote."_s;
+        QTest::newRow("two spans") << u"`a` and `b`"_s << u"<code>a</code> and <code>b</code>"_s;
+        QTest::newRow("markup escaped") << u"Full Name <address> & `<b>`"_s
+                                        << u"Full Name &lt;address&gt; &amp; <code>&lt;b&gt;</code>"_s;
+        QTest::newRow("unpaired backtick kept") << u"a `b` c `d"_s << u"a <code>b</code> c `d"_s;
+        QTest::newRow("no backticks") << u"plain"_s << u"plain"_s;
+    }
+
+    void codeSpans()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, html);
+        QCOMPARE(htmlWithCodeSpans(text), html);
     }
 
     void cloneAddresses_data()
