@@ -31,7 +31,9 @@ AppearanceSettings::AppearanceSettings(ViewSettings &settings, QWidget *parent)
     connect(&settings, &ViewSettings::buttonAppearanceChanged, this,
             [this](ButtonAppearance appearance) { m_buttons->setCurrentIndex(static_cast<int>(appearance)); });
     m_preview->setAccessibleName(u"Preview of the buttons"_s);
+    // A picture of a button, not one to press.
     m_preview->setFocusPolicy(Qt::NoFocus);
+    m_preview->setAttribute(Qt::WA_TransparentForMouseEvents);
     followButtonAppearance(m_preview, settings, true);
 
     m_layout->addItem(u"Unified"_s, static_cast<int>(DiffCanvas::Layout::unified));
