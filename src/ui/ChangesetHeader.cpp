@@ -3,12 +3,12 @@
 #include "model/AppModel.h"
 #include "ui/ChangesetText.h"
 #include "ui/Icons.h"
+#include "ui/TextButton.h"
 
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -41,7 +41,7 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     , m_summary(valueLabel())
     , m_body(valueLabel())
     , m_hashLabel(fieldLabel(u"Changeset"_s))
-    , m_hash(new QPushButton)
+    , m_hash(new TextButton)
     , m_copy(new QToolButton)
     , m_author(valueLabel())
     , m_date(valueLabel())
@@ -57,12 +57,8 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     QFont hashFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     hashFont.setPointSizeF(font().pointSizeF());
     m_hash->setFont(hashFont);
-    // Flat and unpadded, so that the hash lines up with the values under it.
-    m_hash->setStyleSheet(u"QPushButton { border: none; padding: 0px; text-align: left; }"
-                          "QPushButton:hover, QPushButton:focus { color: palette(highlight); }"_s);
     m_hash->setToolTip(u"Copy full hash"_s);
     m_hash->setAccessibleName(u"Copy full hash"_s);
-    m_hash->setCursor(Qt::PointingHandCursor);
     m_copy->setIcon(symbolIcon(u"doc.on.doc"_s));
     m_copy->setIconSize(QSize(12, 12));
     m_copy->setAutoRaise(true);

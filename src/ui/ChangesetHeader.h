@@ -6,12 +6,12 @@
 #include <QWidget>
 
 class QLabel;
-class QPushButton;
 class QToolButton;
 
 namespace tillery {
 
 class AppModel;
+class TextButton;
 
 // The top of a changeset's detail: its summary (and the rest of its
 // message), then "Changeset" or "Commit" with the short hash, which copies
@@ -27,7 +27,7 @@ public:
     QLabel *summary() const { return m_summary; }
     QLabel *body() const { return m_body; }
     QLabel *hashLabel() const { return m_hashLabel; }
-    QPushButton *hashButton() const { return m_hash; }
+    TextButton *hashButton() const { return m_hash; }
     QToolButton *copyButton() const { return m_copy; }
     QLabel *author() const { return m_author; }
     QLabel *date() const { return m_date; }
@@ -39,7 +39,7 @@ private:
     QLabel *m_summary;
     QLabel *m_body;
     QLabel *m_hashLabel;
-    QPushButton *m_hash;
+    TextButton *m_hash;
     QToolButton *m_copy;
     QLabel *m_author;
     QLabel *m_date;

@@ -7,11 +7,11 @@
 #include "ui/EmptyState.h"
 #include "ui/HistoryView.h"
 #include "ui/RepositoryWorkspace.h"
+#include "ui/TextButton.h"
 #include "ui/WorkspaceTabHeader.h"
 
 #include <QLabel>
 #include <QListView>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
