@@ -2,6 +2,7 @@
 
 #include "ui/HistoryModel.h"
 #include "ui/Icons.h"
+#include "ui/Palettes.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -147,7 +148,7 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     const QFont smallFont = badgeFont(option.font);
     painter->setFont(smallFont);
     // On a dark base the accent is lightened so that the names stay readable.
-    const bool dark = palette.color(QPalette::Base).lightness() < 128;
+    const bool dark = isDarkPalette(palette);
     const QColor accent = dark ? palette.color(QPalette::Highlight).lighter(150) : palette.color(QPalette::Highlight);
     for (const BadgePlace &place : layout.badges) {
         QColor fill = selected ? palette.color(QPalette::HighlightedText) : accent;

@@ -1,5 +1,7 @@
 #include "ui/DiffColors.h"
 
+#include "ui/Palettes.h"
+
 namespace tillery {
 
 namespace {
@@ -19,18 +21,13 @@ QColor over(const QColor &top, const QColor &base)
                             static_cast<float>(top.blueF() * alpha + base.blueF() * (1 - alpha)));
 }
 
-bool isDark(const QPalette &palette)
-{
-    return palette.color(QPalette::Base).lightnessF() < 0.5;
-}
-
 } // namespace
 
 DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette)
 {
     const QColor base = palette.color(QPalette::Base);
     const QColor text = palette.color(QPalette::Text);
-    const bool dark = isDark(palette);
+    const bool dark = isDarkPalette(palette);
     const QColor purple = dark ? QColor(191, 90, 242) : QColor(175, 82, 222);
     const QColor green = dark ? QColor(48, 209, 88) : QColor(52, 199, 89);
     const QColor red = dark ? QColor(255, 69, 58) : QColor(255, 59, 48);

@@ -35,4 +35,9 @@ QPalette darkPalette()
     return palette;
 }
 
+bool isDarkPalette(const QPalette &palette)
+{
+    return palette.color(QPalette::Base).lightness() < 128;
+}
+
 } // namespace tillery

@@ -1,13 +1,10 @@
 #include "ui/ReadableIndicatorStyle.h"
 
+#include "ui/Palettes.h"
+
 #include <QStyleOption>
 
 namespace tillery {
-
-bool isDarkPalette(const QPalette &palette)
-{
-    return palette.color(QPalette::Base).lightness() < 110;
-}
 
 namespace {
 

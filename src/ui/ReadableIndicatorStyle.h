@@ -16,7 +16,4 @@ public:
                        const QWidget *widget = nullptr) const override;
 };
 
-// True when the palette's list background is dark.
-bool isDarkPalette(const QPalette &palette);
-
 } // namespace tillery
