@@ -2,6 +2,7 @@
 
 #include "model/ActivityState.h"
 #include "ui/Spinner.h"
+#include "ui/ShownText.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -43,7 +44,7 @@ void ActivityRow::update(const ActivityState &activity)
     m_spinner->setVisible(activity.isBusy());
     const QFontMetrics metrics(m_text->font());
     m_text->setText(metrics.elidedText(activity.activity(), Qt::ElideRight, std::max(40, m_text->width())));
-    m_text->setToolTip(activity.activity());
+    m_text->setToolTip(plainToolTip(activity.activity()));
 }
 
 QString ActivityRow::shownText() const

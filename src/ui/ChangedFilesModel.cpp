@@ -1,6 +1,7 @@
 #include "ui/ChangedFilesModel.h"
 
 #include "model/AppModel.h"
+#include "ui/ShownText.h"
 
 namespace tillery {
 
@@ -55,7 +56,7 @@ QVariant ChangedFilesModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-        return file.path;
+        return plainToolTip(file.path);
     case Qt::CheckStateRole:
         if (m_source != Source::workingCopy)
             return QVariant();

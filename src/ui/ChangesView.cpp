@@ -8,6 +8,7 @@
 #include "ui/CommitBox.h"
 #include "ui/DiffView.h"
 #include "ui/EmptyState.h"
+#include "ui/ShownText.h"
 #include "ui/Spinner.h"
 
 #include <QCheckBox>
@@ -214,7 +215,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     if (!folders.isEmpty()) {
         QMenu *folderMenu = menu->addMenu(u"Ignore Folder (Add to "_s + ignoreFile + u')');
         for (const QString &folder : folders) {
-            connect(folderMenu->addAction(folder), &QAction::triggered, this,
+            connect(folderMenu->addAction(menuLabel(folder)), &QAction::triggered, this,
                     [this, folder] { m_model.addIgnoreEntry(folder + u'/'); });
         }
     }
@@ -222,7 +223,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot > 0 && dot < name.size() - 1) {
         const QString extension = name.sliced(dot);
-        connect(menu->addAction(u"Ignore All "_s + extension + u" Files (Add to "_s + ignoreFile + u')'),
+        connect(menu->addAction(menuLabel(u"Ignore All "_s + extension + u" Files (Add to "_s + ignoreFile + u')')),
                 &QAction::triggered, this, [this, extension] { m_model.addIgnoreEntry(u'*' + extension); });
     }
     menu->addSeparator();
@@ -233,7 +234,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     menu->addSeparator();
     connect(menu->addAction(fileManagerLabel(u"Reveal in Finder"_s)), &QAction::triggered, this,
             [this, absolute] { m_model.reveal(absolute); });
-    connect(menu->addAction(m_model.editorTitle()), &QAction::triggered, this,
+    connect(menu->addAction(menuLabel(m_model.editorTitle())), &QAction::triggered, this,
             [this, absolute] { m_model.openInEditor(absolute); });
     connect(menu->addAction(u"Open with Default Program"_s), &QAction::triggered, this,
             [this, absolute] { m_model.openWithDefaultApplication(absolute); });

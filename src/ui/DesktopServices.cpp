@@ -1,6 +1,7 @@
 #include "ui/DesktopServices.h"
 
 #include "integrations/FileManager.h"
+#include "ui/ShownText.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -46,9 +47,11 @@ std::optional<int> DialogPrompts::alert(const AlertRequest &request)
     box.setWindowTitle(request.message);
     box.setText(request.message);
     box.setInformativeText(request.informativeText);
+    // Messages carry names, which must never be read as markup.
+    showMessageAsPlainText(box);
     QList<QAbstractButton *> buttons;
     for (const QString &label : request.buttons)
-        buttons.append(box.addButton(label, roleOf(label)));
+        buttons.append(box.addButton(menuLabel(label), roleOf(label)));
     if (!buttons.isEmpty())
         box.setDefaultButton(static_cast<QPushButton *>(buttons.first()));
     box.exec();
@@ -60,20 +63,25 @@ std::optional<int> DialogPrompts::choose(const ChoiceRequest &request)
 {
     QDialog dialog(m_window);
     dialog.setWindowTitle(request.title);
-    auto *title = new QLabel(request.title);
+    auto *title = new QLabel;
+    title->setTextFormat(Qt::PlainText);
+    title->setText(request.title);
     QFont bold = title->font();
     bold.setBold(true);
     title->setFont(bold);
     auto *combo = new QComboBox;
     combo->addItems(request.choices);
     auto *buttons = new QDialogButtonBox;
-    buttons->addButton(request.actionButton, QDialogButtonBox::AcceptRole)->setDefault(true);
+    buttons->addButton(menuLabel(request.actionButton), QDialogButtonBox::AcceptRole)->setDefault(true);
     buttons->addButton(QDialogButtonBox::Cancel);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     auto *layout = new QVBoxLayout(&dialog);
     layout->addWidget(title);
-    layout->addWidget(new QLabel(request.informativeText));
+    auto *informative = new QLabel;
+    informative->setTextFormat(Qt::PlainText);
+    informative->setText(request.informativeText);
+    layout->addWidget(informative);
     layout->addWidget(combo);
     layout->addWidget(buttons);
     if (dialog.exec() != QDialog::Accepted)

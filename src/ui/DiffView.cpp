@@ -6,6 +6,7 @@
 #include "ui/ImagePreview.h"
 #include "ui/Spinner.h"
 #include "ui/ViewSettings.h"
+#include "ui/ShownText.h"
 
 #include <QFontDatabase>
 #include <QFrame>
@@ -25,11 +26,11 @@ namespace {
 
 class PathLabel final : public QLabel {
 public:
-    using QLabel::QLabel;
+    PathLabel() { setTextFormat(Qt::PlainText); }
     void setFullText(const QString &text)
     {
         m_full = text;
-        setToolTip(text);
+        setToolTip(plainToolTip(text));
         updateElision();
     }
     const QString &fullText() const { return m_full; }

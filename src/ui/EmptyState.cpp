@@ -19,6 +19,8 @@ EmptyState::EmptyState(const QString &title, const QString &symbolName, const QS
     titleFont.setPointSizeF(titleFont.pointSizeF() * 1.25);
     titleFont.setWeight(QFont::DemiBold);
     m_title->setFont(titleFont);
+    m_title->setTextFormat(Qt::PlainText);
+    m_detail->setTextFormat(Qt::PlainText);
     m_title->setAlignment(Qt::AlignCenter);
     m_detail->setAlignment(Qt::AlignCenter);
     m_detail->setWordWrap(true);

@@ -2,6 +2,7 @@
 
 #include "model/AppModel.h"
 #include "ui/RelativeDate.h"
+#include "ui/ShownText.h"
 
 using namespace Qt::StringLiterals;
 
@@ -65,7 +66,8 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return changesetText::title(changeset, m_kind);
     case Qt::ToolTipRole:
-        return changeset.description.isEmpty() ? changesetText::title(changeset, m_kind) : changeset.description;
+        return plainToolTip(changeset.description.isEmpty() ? changesetText::title(changeset, m_kind)
+                                                            : changeset.description);
     case Qt::AccessibleTextRole:
         return changesetText::title(changeset, m_kind) + u", "_s + changesetText::authorName(changeset.author)
                + u", "_s + relativeDateText(changeset.date, m_clock());

@@ -6,6 +6,7 @@
 #include "ui/AboutSheet.h"
 #include "ui/CloneSheet.h"
 #include "ui/CreateBookmarkSheet.h"
+#include "ui/ShownText.h"
 #include "ui/RepositorySettingsSheet.h"
 #include "ui/SettingsWindow.h"
 #include "ui/SidebarView.h"
@@ -210,8 +211,8 @@ void MainWindow::updateActions()
     const bool hasActive = m_model.workspace().snapshot().activeBookmark.has_value();
     m_rename->setEnabled(free && hasActive);
     m_delete->setEnabled(free && hasActive);
-    m_updateFromDefault->setText(u"Update from "_s + m_model.workspace().snapshot().defaultBranch);
-    m_openInEditor->setText(m_model.editorTitle());
+    m_updateFromDefault->setText(menuLabel(u"Update from "_s + m_model.workspace().snapshot().defaultBranch));
+    m_openInEditor->setText(menuLabel(m_model.editorTitle()));
 }
 
 void MainWindow::updatePage()
@@ -267,6 +268,8 @@ void MainWindow::showError()
     m_errorAlert->setWindowTitle(error->title);
     m_errorAlert->setText(error->title);
     m_errorAlert->setInformativeText(error->message);
+    // Messages carry names and tool output, which must never be read as markup.
+    showMessageAsPlainText(*m_errorAlert);
     m_errorAlert->open();
 }
 

@@ -3,6 +3,7 @@
 #include "model/AppModel.h"
 #include "model/SidebarArrangement.h"
 #include "ui/Icons.h"
+#include "ui/ShownText.h"
 
 #include <QFileInfo>
 #include <QFont>
@@ -160,6 +161,7 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return QFileInfo(path).fileName();
     case Qt::ToolTipRole:
+        return plainToolTip(path);
     case PathRole:
         return path;
     case Qt::DecorationRole: {

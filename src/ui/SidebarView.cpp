@@ -4,6 +4,7 @@
 #include "model/AppModel.h"
 #include "ui/ActivityRow.h"
 #include "ui/Icons.h"
+#include "ui/ShownText.h"
 #include "ui/SidebarModel.h"
 
 #include <QFrame>
@@ -138,7 +139,7 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
             m_model.select(repository);
             m_model.openInTerminal();
         });
-        connect(menu->addAction(m_model.editorTitle()), &QAction::triggered, this, [this, repository = *repository] {
+        connect(menu->addAction(menuLabel(m_model.editorTitle())), &QAction::triggered, this, [this, repository = *repository] {
             m_model.select(repository);
             m_model.openInEditor(repository.path);
         });
@@ -147,7 +148,7 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
                 [this, path] { m_model.moveToTopLevel(path); });
         move->addSeparator();
         for (const RepositoryFolder &folder : m_model.library().repositoryFolders()) {
-            connect(move->addAction(folder.name), &QAction::triggered, this,
+            connect(move->addAction(menuLabel(folder.name)), &QAction::triggered, this,
                     [this, path, id = folder.id] { m_model.moveIntoFolder(path, id); });
         }
         connect(move->addAction(u"New Folder"_s), &QAction::triggered, this, [this, path] { m_model.createFolder(path); });

@@ -2,6 +2,7 @@
 
 #include "model/AppModel.h"
 #include "ui/Icons.h"
+#include "ui/ShownText.h"
 
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -109,7 +110,7 @@ QMenu *WorkspaceToolbar::branchMenu()
     menu->addSection(git ? u"Branches"_s : u"Bookmarks"_s);
     const QString current = currentName(m_model);
     for (const Bookmark &bookmark : snapshot.bookmarks) {
-        QAction *item = menu->addAction(bookmark.name);
+        QAction *item = menu->addAction(menuLabel(bookmark.name));
         item->setCheckable(true);
         item->setChecked(git ? bookmark.name == current : bookmark.active);
         connect(item, &QAction::triggered, this, [this, bookmark] {
@@ -129,7 +130,7 @@ void WorkspaceToolbar::update()
     const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
     m_title->setText(repository ? QFileInfo(repository->path).fileName() : QString());
     const QString current = currentName(m_model);
-    m_branch->setText(current);
+    m_branch->setText(menuLabel(current));
     m_branch->setToolTip(u"Switch branch"_s);
     m_branch->setAccessibleName(u"Branch: "_s + current);
     const bool published = m_model.workspace().snapshot().currentBranchIsPublished;
@@ -138,7 +139,7 @@ void WorkspaceToolbar::update()
     m_push->setAccessibleName(pushLabel);
     m_push->setText(pushLabel);
     m_push->setToolButtonStyle(published ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
-    m_editor->setToolTip(m_model.editorTitle());
+    m_editor->setToolTip(plainToolTip(m_model.editorTitle()));
     m_editor->setAccessibleName(m_model.editorTitle());
     const bool free = repository && !m_model.activityState().isBusy();
     for (QToolButton *button : {m_branch, m_fetch, m_pull, m_push, m_terminal, m_editor, m_refresh})

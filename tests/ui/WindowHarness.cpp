@@ -59,6 +59,17 @@ void clickCheckBox(QListView *list, int row)
     QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, ChangedFileDelegate::checkBoxRect(rowRect).center());
 }
 
+QString shownLabel(const QString &text)
+{
+    QString shown;
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        if (text[index] == u'&' && ++index == text.size())
+            break;
+        shown.append(text[index]);
+    }
+    return shown;
+}
+
 QStringList menuItems(const QMenu *menu)
 {
     QStringList items;
@@ -66,9 +77,9 @@ QStringList menuItems(const QMenu *menu)
         if (action->isSeparator())
             items.append(u"-"_s);
         else if (action->menu())
-            items.append(action->text() + u" ["_s + menuItems(action->menu()).join(u", "_s) + u"]"_s);
+            items.append(shownLabel(action->text()) + u" ["_s + menuItems(action->menu()).join(u", "_s) + u"]"_s);
         else
-            items.append(action->text());
+            items.append(shownLabel(action->text()));
     }
     return items;
 }

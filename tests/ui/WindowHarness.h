@@ -52,7 +52,11 @@ private:
 // Clicks a changed-file row's check box.
 void clickCheckBox(QListView *list, int row);
 
-// A menu's items as shown: labels, "-" for dividers, and a submenu as its
+// A menu or button text as a person sees it: "&&" shows one ampersand, a lone "&" marks a mnemonic
+// and is not drawn.
+QString shownLabel(const QString &text);
+
+// A menu's items as shown (mnemonic marks taken out): labels, "-" for dividers, and a submenu as its
 // title followed by its items in brackets.
 QStringList menuItems(const QMenu *menu);
 

@@ -101,6 +101,9 @@ private Q_SLOTS:
         QTest::newRow("git, clicked outside the selection")
             << RepositoryKind::git << QStringList({u"Makefile"_s, u"docs/guide/intro.md"_s}) << u"archive.tar.gz"_s
             << items(u"Discard Changes"_s, u".gitignore"_s, QString(), u".gz"_s);
+        QTest::newRow("git, ampersands shown as they are")
+            << RepositoryKind::git << QStringList() << u"R&D/plan.a&b"_s
+            << items(u"Discard Changes"_s, u".gitignore"_s, u"R&D"_s, u".a&b"_s);
     }
 
     void contextMenuItems()
@@ -110,7 +113,7 @@ private Q_SLOTS:
         QFETCH(QString, clicked);
         QFETCH(QStringList, expected);
         const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
-        for (const QString &path : {u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s})
+        for (const QString &path : {u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s, u"R&D/plan.a&b"_s})
             repository->write(path, "text\n");
 
         WindowHarness harness;

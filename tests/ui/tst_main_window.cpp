@@ -17,11 +17,13 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QLineEdit>
+#include <QLabel>
 #include <QListView>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
@@ -51,6 +53,29 @@ QString lastCommitMessage(const RepositoryFixture &fixture, RepositoryKind kind)
     if (kind == RepositoryKind::git)
         return QString::fromUtf8(test::runTool(u"git"_s, {u"log"_s, u"-1"_s, u"--format=%B"_s}, fixture.path())).trimmed();
     return QString::fromUtf8(test::runTool(u"hg"_s, {u"log"_s, u"-l"_s, u"1"_s, u"-T"_s, u"{desc}"_s}, fixture.path()));
+}
+
+// The visible labels holding the text that would draw it as markup.
+QStringList labelsReadingMarkup(QWidget &top, const QString &text)
+{
+    QStringList found;
+    for (const QLabel *label : top.findChildren<QLabel *>()) {
+        const bool markup = label->textFormat() == Qt::RichText
+                            || (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text()));
+        if (label->isVisibleTo(&top) && markup && label->text().contains(text))
+            found.append(label->text());
+    }
+    return found;
+}
+
+// A tooltip's text as drawn: Qt reads it as HTML when it looks like HTML.
+QString shownToolTip(const QString &tip)
+{
+    if (!Qt::mightBeRichText(tip))
+        return tip;
+    QTextDocument document;
+    document.setHtml(tip);
+    return document.toPlainText();
 }
 
 } // namespace
@@ -232,6 +257,41 @@ private Q_SLOTS:
         alert->button(QMessageBox::Ok)->click();
         QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
         QTRY_VERIFY(!window.errorAlert());
+    }
+
+    // Names and tool output that look like markup or carry "&" are shown exactly as they are.
+    void namesShowAsTheyAre()
+    {
+        const GitFixture repository;
+        repository.write(u"chart.txt"_s, "harbour\n");
+        repository.commitAll(u"Start"_s);
+        const QString hostile = u"<b>bold & brave.txt"_s;
+        repository.write(hostile, "text\n");
+
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        harness.addThroughMenu(repository.path());
+        QVERIFY(harness.settle());
+        AppModel &model = harness.model();
+        const auto file = std::find_if(model.workspace().snapshot().files.cbegin(),
+                                       model.workspace().snapshot().files.cend(),
+                                       [&](const WorkingFile &candidate) { return candidate.path == hostile; });
+        QVERIFY(file != model.workspace().snapshot().files.cend());
+        model.selectChangeFiles({*file});
+        QVERIFY(harness.settle());
+        QStringList markup = labelsReadingMarkup(window, u"<b>bold"_s);
+
+        const QAbstractItemModel *files = harness.changes().list()->model();
+        const QString tip = files->index(0, 0).data(Qt::ToolTipRole).toString();
+        QCOMPARE(shownToolTip(tip), hostile);
+
+        model.presentError(u"Discarding “"_s + hostile + u'”', u"error: <b>bold & brave.txt: no such file"_s);
+        QMessageBox *alert = window.errorAlert();
+        QVERIFY(alert);
+        QTRY_VERIFY(alert->isVisible());
+        markup += labelsReadingMarkup(*alert, u"<b>bold"_s);
+        QVERIFY2(markup.isEmpty(), qPrintable(markup.join(u'\n')));
+        alert->button(QMessageBox::Ok)->click();
     }
 };
 
