@@ -19,7 +19,6 @@ struct SnapshotLoader {
     QString title;                // "loadGitSnapshot"
     const char *toolVariable;     // "GIT": where the loader looks for the tool
     QString executable;           // the real tool
-    QString leadingArgument;      // the runner's fixed first argument
     QProcessEnvironment environment;
     std::function<RepositorySnapshot(const QString &)> load;
 };

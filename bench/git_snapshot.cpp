@@ -30,7 +30,7 @@ int main(int argc, char *argv[])
             out << "git was not found\n";
             return 1;
         }
-        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git, gitLeadingArgument(),
+        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git,
                                            gitEnvironment(), loadGitSnapshot};
         return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }

@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
             out << "hg was not found\n";
             return 1;
         }
-        const bench::SnapshotLoader loader{u"loadMercurialSnapshot"_s, "HG", *hg, mercurialLeadingArgument(),
+        const bench::SnapshotLoader loader{u"loadMercurialSnapshot"_s, "HG", *hg,
                                            mercurialEnvironment(), loadMercurialSnapshot};
         return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }

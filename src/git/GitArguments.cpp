@@ -1,5 +1,6 @@
 #include "git/GitArguments.h"
 
+#include "process/OptionLike.h"
 #include "process/ToolFailure.h"
 
 using namespace Qt::StringLiterals;
@@ -24,8 +25,7 @@ QString fileArgument(const QString &path)
 
 void refuseOptionLike(const QString &value, const QString &what)
 {
-    if (value.startsWith(u'-'))
-        throw GitFailure::malformedOutput(what + u" cannot begin with -"_s);
+    tillery::refuseOptionLike<GitFailure>(value, what);
 }
 
 } // namespace tillery::git

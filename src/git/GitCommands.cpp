@@ -11,6 +11,17 @@ ToolCommand statusCommand()
     return {{u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s}, {0}};
 }
 
+ToolCommand filesystemMonitorScopeCommand()
+{
+    return {{u"config"_s, u"--show-scope"_s, u"--get"_s, u"core.fsmonitor"_s}, {0, 1}};
+}
+
+ToolCommand withoutFilesystemMonitor(ToolCommand command)
+{
+    command.arguments = QStringList{u"-c"_s, u"core.fsmonitor=false"_s} + command.arguments;
+    return command;
+}
+
 ToolCommand localBranchesCommand()
 {
     return {{u"for-each-ref"_s,
@@ -22,7 +33,7 @@ ToolCommand localBranchesCommand()
 
 ToolCommand remoteBranchesCommand()
 {
-    return {{u"for-each-ref"_s, u"--format=%(refname:short)"_s, u"refs/remotes"_s}, {0}};
+    return {{u"for-each-ref"_s, u"--format=%(refname)"_s, u"refs/remotes"_s}, {0}};
 }
 
 ToolCommand unpushedCountCommand(const QString &counterpart, const QString &branch)
@@ -42,8 +53,8 @@ ToolCommand verifyHeadCommand()
 
 ToolCommand historyCommand()
 {
-    return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit),
-             u"--format=%x1e%H%x1f%an <%ae>%x1f%at%x1f%D%x1f%B%x1f"_s, u"--name-only"_s},
+    return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
+             u"--format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B"_s, u"--name-only"_s},
             {0}};
 }
 
@@ -74,9 +85,7 @@ ToolCommand remotesCommand()
 ToolCommand remoteUrlCommand(const QString &remote)
 {
     // A remote may be named "-x"; "--" keeps such a name from being read as an option.
-    if (remote.startsWith(u'-'))
-        return {{u"remote"_s, u"get-url"_s, u"--"_s, remote}, {0}};
-    return {{u"remote"_s, u"get-url"_s, remote}, {0}};
+    return {{u"remote"_s, u"get-url"_s, u"--"_s, remote}, {0}};
 }
 
 ToolCommand originHeadCommand()
@@ -146,7 +155,7 @@ ToolCommand commitCommand(const QStringList &paths, const QString &message, cons
     QStringList arguments;
     if (identity)
         arguments << u"-c"_s << u"user.name="_s + identity->name << u"-c"_s << u"user.email="_s + identity->email;
-    arguments << u"commit"_s << u"-m"_s << message << u"--"_s << fileArguments(paths);
+    arguments << u"commit"_s << u"--message="_s + message << u"--"_s << fileArguments(paths);
     return {arguments, {0}};
 }
 
@@ -169,7 +178,7 @@ ToolCommand forgetNewFilesCommand(const QStringList &paths)
 
 ToolCommand stashCommand(const QString &message)
 {
-    return {{u"stash"_s, u"push"_s, u"--include-untracked"_s, u"-m"_s, message}, {0}};
+    return {{u"stash"_s, u"push"_s, u"--include-untracked"_s, u"--message="_s + message}, {0}};
 }
 
 ToolCommand createBranchCommand(const QString &name)

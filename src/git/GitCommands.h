@@ -13,6 +13,11 @@ inline constexpr int historyLimit = 250;
 
 // Snapshot queries.
 ToolCommand statusCommand();
+// Where the core.fsmonitor setting in force comes from ("local\t<program>").
+ToolCommand filesystemMonitorScopeCommand();
+// The command with the file-system monitor off: a repository's own
+// configuration must not make every refresh run a program of its choosing.
+ToolCommand withoutFilesystemMonitor(ToolCommand command);
 ToolCommand localBranchesCommand();
 ToolCommand remoteBranchesCommand();
 ToolCommand unpushedCountCommand(const QString &counterpart, const QString &branch);

@@ -3,7 +3,6 @@
 #include "git/GitArguments.h"
 #include "git/GitCommands.h"
 #include "git/GitParsers.h"
-#include "process/Executables.h"
 #include "process/Failure.h"
 #include "process/NewFileDiff.h"
 #include "process/ToolRunner.h"
@@ -16,13 +15,6 @@ namespace tillery {
 namespace {
 
 constexpr int unbornHeadStatus = 128;
-
-CommandOutput runCancellable(const QString &git, const ToolCommand &command, const QString &repositoryPath,
-                             const CancellationCheck &isCancelled)
-{
-    return runCommand(git, QStringList{gitLeadingArgument()} + command.arguments, repositoryPath,
-                      gitEnvironment(), isCancelled);
-}
 
 QString revisionArgument(const QString &hash)
 {
@@ -40,18 +32,13 @@ QString gitWorkingDiff(const QString &repositoryPath, const WorkingFile &file,
     if (file.state == FileState::untracked)
         return newFileDiff(repositoryPath, file.path, isCancelled);
 
-    const std::optional<QString> git = findGitExecutable();
-    if (!git)
-        throw GitFailure::notInstalled();
+    const RunControl control{isCancelled, {}};
     ToolCommand command = git::workingDiffCommand(file.path);
-    CommandOutput output = runCancellable(*git, command, repositoryPath, isCancelled);
+    command.acceptedStatuses.insert(unbornHeadStatus);
+    CommandOutput output = runGit(command, repositoryPath, control);
     // Without a commit HEAD does not resolve; the index is all there is to compare with.
-    if (output.status == unbornHeadStatus) {
-        command = git::stagedDiffCommand(file.path);
-        output = runCancellable(*git, command, repositoryPath, isCancelled);
-    }
-    if (!command.acceptedStatuses.contains(output.status))
-        throw GitFailure::rejected(command.arguments, output);
+    if (output.status == unbornHeadStatus)
+        output = runGit(git::stagedDiffCommand(file.path), repositoryPath, control);
     return decodeUtf8OrEmpty(output.standardOutput);
 }
 

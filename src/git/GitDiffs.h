@@ -1,6 +1,6 @@
 #pragma once
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 #include "records/WorkingFile.h"
 
 #include <QByteArray>

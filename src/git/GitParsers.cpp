@@ -29,6 +29,18 @@ QList<QByteArrayView> splitBytes(QByteArrayView output, char separator)
     return pieces;
 }
 
+// Every piece that ends in the separator; what follows the last one is dropped.
+QList<QByteArrayView> terminatedPieces(QByteArrayView output, char terminator)
+{
+    QList<QByteArrayView> pieces;
+    qsizetype start = 0;
+    for (qsizetype end = output.indexOf(terminator); end >= 0; end = output.indexOf(terminator, start)) {
+        pieces.append(output.sliced(start, end - start));
+        start = end + 1;
+    }
+    return pieces;
+}
+
 // The whole text as a decimal number; white space around it is not allowed.
 std::optional<double> parseNumber(QStringView text)
 {
@@ -75,17 +87,6 @@ QString firstLine(const QString &text)
     return text.first(end);
 }
 
-QStringList nonEmptyLinesOf(QStringView text)
-{
-    QStringList lines;
-    for (const QStringView line : nonEmptyLines(text)) {
-        const QStringView withoutReturn = line.endsWith(u'\r') ? line.chopped(1) : line;
-        if (!withoutReturn.isEmpty())
-            lines.append(withoutReturn.toString());
-    }
-    return lines;
-}
-
 } // namespace
 
 QList<WorkingFile> parseStatus(QByteArrayView output)
@@ -107,6 +108,12 @@ QList<WorkingFile> parseStatus(QByteArrayView output)
     }
     sortLocalized(files, [](const WorkingFile &file) { return file.path; });
     return files;
+}
+
+bool personEnablesFilesystemMonitor(QByteArrayView output)
+{
+    const QString text = decodeUtf8OrEmpty(output);
+    return text.startsWith(u"global\t"_s) || text.startsWith(u"system\t"_s);
 }
 
 QStringList parseLines(QByteArrayView output)
@@ -146,7 +153,7 @@ std::optional<QString> remoteCounterpart(const QString &branch, const QStringLis
     for (const QString &remoteBranch : remoteBranches) {
         if (!remoteBranch.endsWith(suffix))
             continue;
-        if (remoteBranch == u"origin"_s + suffix)
+        if (remoteBranch == u"refs/remotes/origin"_s + suffix)
             return remoteBranch;
         if (!first)
             first = remoteBranch;
@@ -191,27 +198,49 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
                               const QHash<QString, QStringList> &branchesByCommit,
                               const QHash<QString, QStringList> &tagsByCommit)
 {
+    // Every piece ends in a NUL, which no message, name or path can hold. A
+    // record starts with "/" + hash, which no path can begin with; its files
+    // follow its message, the first after a line feed.
+    const QList<QByteArrayView> pieces = terminatedPieces(output, '\0');
+    const auto startsRecord = [](QByteArrayView piece) { return piece.startsWith('/'); };
+    constexpr qsizetype headerPieces = 5;
+
     QList<Changeset> history;
-    const QList<QByteArrayView> records = splitBytes(output, '\x1e');
-    history.reserve(records.size());
-    for (qsizetype index = 0; index < records.size(); ++index) {
-        const QString record = decodeUtf8OrEmpty(records[index]);
-        const QStringList fields = record.split(u'\x1f');
-        if (fields.size() < 6)
+    qsizetype index = 0;
+    qint64 recordNumber = 0;
+    while (index < pieces.size()) {
+        if (!startsRecord(pieces[index])) {
+            ++index;
             continue;
+        }
+        const qint64 number = recordNumber++;
+        if (index + headerPieces > pieces.size())
+            break;
+        const QByteArrayView node = pieces[index].sliced(1);
+        const std::optional<QString> author = decodeUtf8(pieces[index + 1]);
+        const std::optional<QString> date = decodeUtf8(pieces[index + 2]);
+        const std::optional<QString> refs = decodeUtf8(pieces[index + 3]);
+        const std::optional<QString> message = decodeUtf8(pieces[index + 4]);
+        index += headerPieces;
+        QStringList files;
+        for (bool first = true; index < pieces.size() && !startsRecord(pieces[index]); ++index, first = false) {
+            const QByteArrayView name = first && pieces[index].startsWith('\n') ? pieces[index].sliced(1) : pieces[index];
+            if (const std::optional<QString> path = decodeUtf8(name); path && !path->isEmpty())
+                files.append(*path);
+        }
         Changeset changeset;
-        changeset.node = fields[0].trimmed();
-        if (changeset.node.isEmpty())
+        changeset.node = decodeUtf8OrEmpty(node).trimmed();
+        if (changeset.node.isEmpty() || !author || !date || !refs || !message)
             continue;
-        changeset.revision = std::max<qint64>(totalCommits - index - 1, 0);
-        changeset.author = fields[1];
-        changeset.date = dateFromSeconds(parseNumber(fields[2]).value_or(0));
-        changeset.description = fields[4].trimmed();
+        changeset.revision = std::max<qint64>(totalCommits - number - 1, 0);
+        changeset.author = *author;
+        changeset.date = dateFromSeconds(parseNumber(*date).value_or(0));
+        changeset.description = message->trimmed();
         changeset.summary = firstLine(changeset.description);
         changeset.bookmarks = branchesByCommit.value(changeset.node);
         changeset.branch = changeset.bookmarks.isEmpty() ? u"Git"_s : changeset.bookmarks.first();
         changeset.tags = tagsByCommit.value(changeset.node);
-        changeset.files = nonEmptyLinesOf(fields[5]);
+        changeset.files = files;
         history.append(std::move(changeset));
     }
     return history;

@@ -32,14 +32,21 @@ struct LocalBranchRecord {
 };
 QList<LocalBranchRecord> parseLocalBranches(QByteArrayView output);
 
+// "git config --show-scope --get core.fsmonitor": whether the monitor in force
+// is the person's own choice (their global or the system configuration)
+// rather than the repository's.
+bool personEnablesFilesystemMonitor(QByteArrayView output);
+
 // Non-empty lines of the output, each decoded on its own.
 QStringList parseLines(QByteArrayView output);
 
 // With an upstream: whether the tracking text says "ahead" or "gone".
 bool trackingNeedsPush(const QString &tracking);
 
-// The remote branch that stands for a branch without an upstream: the one of
-// origin if there is one, otherwise the first whose name ends in "/<branch>".
+// The remote branch that stands for a branch without an upstream, among full
+// ref names ("refs/remotes/<remote>/<branch>", so that a remote of any name
+// stays a ref): the one of origin if there is one, otherwise the first whose
+// name ends in "/<branch>".
 std::optional<QString> remoteCounterpart(const QString &branch, const QStringList &remoteBranches);
 
 // A count printed by rev-list; nothing when it is not an integer.
@@ -55,9 +62,9 @@ void sortBranches(QList<Bookmark> &branches);
 // the commit each ref points at (peeled through annotated tags) to its names.
 QHash<QString, QStringList> parseRefTargets(QByteArrayView output);
 
-// "git log --format=%x1e%H%x1f%an <%ae>%x1f%at%x1f%D%x1f%B%x1f --name-only",
+// "git log -z --format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B --name-only",
 // numbered down from the total commit count. A record that is cut short or
-// unreadable is dropped but keeps its number.
+// unreadable is dropped but keeps its number. No message can forge a record.
 QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
                               const QHash<QString, QStringList> &branchesByCommit,
                               const QHash<QString, QStringList> &tagsByCommit);

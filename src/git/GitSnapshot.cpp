@@ -1,6 +1,5 @@
 #include "git/GitSnapshot.h"
 
-#include "git/GitArguments.h"
 #include "git/GitCommands.h"
 #include "git/GitParsers.h"
 #include "process/ToolRunner.h"
@@ -29,7 +28,6 @@ bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchL
     const std::optional<QString> counterpart = remoteCounterpart(branch.name, remoteBranchList);
     if (!counterpart)
         return true;
-    refuseOptionLike(*counterpart, u"a remote branch name"_s);
     const QByteArray output = outputOf(unpushedCountCommand(*counterpart, branch.name), repositoryPath);
     return parseCount(output).value_or(0) > 0;
 }
@@ -118,7 +116,11 @@ QList<Bookmark> branches(const QString &repositoryPath)
 RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
 {
     RepositorySnapshot snapshot;
-    snapshot.files = git::parseStatus(git::outputOf(git::statusCommand(), repositoryPath));
+    const bool monitorChosenByPerson =
+        git::personEnablesFilesystemMonitor(git::outputOf(git::filesystemMonitorScopeCommand(), repositoryPath));
+    const ToolCommand status = git::statusCommand();
+    snapshot.files = git::parseStatus(
+        git::outputOf(monitorChosenByPerson ? status : git::withoutFilesystemMonitor(status), repositoryPath));
     snapshot.bookmarks = git::branches(repositoryPath);
     snapshot.branch = git::currentBranch(repositoryPath);
     snapshot.history = git::history(repositoryPath);

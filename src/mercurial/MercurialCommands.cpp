@@ -48,26 +48,22 @@ ToolCommand workingDiffCommand(const QString &path)
 
 ToolCommand changesetFilesCommand(const QString &node)
 {
-    return {{u"status"_s, u"--change"_s, node, u"-0"_s}, {0}};
+    return {{u"status"_s, u"--change="_s + node, u"-0"_s}, {0}};
 }
 
 ToolCommand changesetDiffCommand(const QString &node, const QString &path)
 {
-    return {{u"diff"_s, u"--git"_s, u"-c"_s, node, u"--"_s, fileArgument(path)}, {0}};
+    return {{u"diff"_s, u"--git"_s, u"--change="_s + node, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand fileContentsCommand(const QString &revision, const QString &path)
 {
-    QStringList arguments{u"cat"_s, u"-r"_s, revision};
-    if (needsLiteralPathPrefix(path))
-        arguments.append(u"--"_s);
-    arguments.append(fileArgument(path));
-    return {arguments, {0}};
+    return {{u"cat"_s, u"--rev="_s + revision, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand compareDiffCommand(const QString &target)
 {
-    return {{u"diff"_s, u"--git"_s, u"--rev"_s, target, u"--rev"_s, u"."_s}, {0}};
+    return {{u"diff"_s, u"--git"_s, u"--rev="_s + target, u"--rev=."_s}, {0}};
 }
 
 namespace {
@@ -87,8 +83,8 @@ ToolCommand commitCommand(const QStringList &files, const QString &message, cons
 {
     QStringList arguments;
     if (!userName.trimmed().isEmpty())
-        arguments << u"--config"_s << u"ui.username="_s + userName;
-    arguments << u"commit"_s << u"-m"_s << message;
+        arguments << u"--config=ui.username="_s + userName;
+    arguments << u"commit"_s << u"--message="_s + message;
     if (!files.isEmpty())
         arguments << u"--"_s << fileArguments(files);
     return {arguments, {0}};
@@ -111,38 +107,38 @@ ToolCommand revertAllCommand()
 
 ToolCommand shelveCommand(const QString &name)
 {
-    return {{u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--name"_s, name}, {0}};
+    return {{u"--config=extensions.shelve="_s, u"shelve"_s, u"--name="_s + name}, {0}};
 }
 
 ToolCommand updateCommand(const QString &target)
 {
-    return {{u"update"_s, target}, {0}};
+    return {{u"update"_s, u"--rev="_s + target}, {0}};
 }
 
 ToolCommand mergeCommand(const QString &target)
 {
-    return {{u"merge"_s, target}, {0}};
+    return {{u"merge"_s, u"--rev="_s + target}, {0}};
 }
 
 ToolCommand rebaseCommand(const QString &destination)
 {
     // The rebase extension's option is "--dest"; hg knows no "--destination".
-    return {{u"--config"_s, u"extensions.rebase="_s, u"rebase"_s, u"--dest"_s, destination}, {0}};
+    return {{u"--config=extensions.rebase="_s, u"rebase"_s, u"--dest="_s + destination}, {0}};
 }
 
 ToolCommand createBookmarkCommand(const QString &name)
 {
-    return {{u"bookmark"_s, name}, {0}};
+    return {{u"bookmark"_s, u"--"_s, name}, {0}};
 }
 
 ToolCommand renameBookmarkCommand(const QString &oldName, const QString &newName)
 {
-    return {{u"bookmark"_s, u"--rename"_s, oldName, newName}, {0}};
+    return {{u"bookmark"_s, u"--rename="_s + oldName, u"--"_s, newName}, {0}};
 }
 
 ToolCommand deleteBookmarkCommand(const QString &name)
 {
-    return {{u"bookmark"_s, u"--delete"_s, name}, {0}};
+    return {{u"bookmark"_s, u"--delete"_s, u"--"_s, name}, {0}};
 }
 
 ToolCommand pullCommand()
@@ -162,12 +158,12 @@ ToolCommand pushCommand()
 
 ToolCommand cloneCommand(const QString &source, const QString &destination)
 {
-    return {{u"clone"_s, source, destination}, {0}};
+    return {{u"clone"_s, u"--"_s, source, destination}, {0}};
 }
 
 ToolCommand initCommand(const QString &path)
 {
-    return {{u"init"_s, path}, {0}};
+    return {{u"init"_s, u"--"_s, path}, {0}};
 }
 
 ToolCommand storedDefaultPathCommand()

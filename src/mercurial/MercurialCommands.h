@@ -17,7 +17,12 @@ ToolCommand bookmarkDatesCommand();
 ToolCommand currentBranchCommand();
 ToolCommand pathsCommand();
 
-// Diffs and contents. File arguments are made safe with fileArgument().
+// Every value travels as one "--option=value" argument or after "--", so
+// that (with hg's strict option parsing) no name, revision or message is
+// ever read as an option.
+
+// Diffs and contents. Nodes and revisions must have been checked with
+// refuseOptionLike() first; file arguments are made safe with fileArgument().
 ToolCommand workingDiffCommand(const QString &path);
 ToolCommand changesetFilesCommand(const QString &node);
 ToolCommand changesetDiffCommand(const QString &node, const QString &path);

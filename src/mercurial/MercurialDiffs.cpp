@@ -2,7 +2,7 @@
 
 #include "mercurial/MercurialCommands.h"
 #include "mercurial/MercurialParsers.h"
-#include "process/Executables.h"
+#include "mercurial/MercurialFileArguments.h"
 #include "process/Failure.h"
 #include "process/NewFileDiff.h"
 #include "process/ToolRunner.h"
@@ -12,6 +12,16 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
+namespace {
+
+const QString &checkedNode(const Changeset &changeset)
+{
+    mercurial::refuseOptionLike(changeset.node, u"a changeset id"_s);
+    return changeset.node;
+}
+
+} // namespace
+
 QString mercurialWorkingDiff(const QString &path, FileState state, const QString &repositoryPath,
                              const CancellationCheck &isCancelled)
 {
@@ -20,41 +30,34 @@ QString mercurialWorkingDiff(const QString &path, FileState state, const QString
     if (state == FileState::untracked)
         return newFileDiff(repositoryPath, path, isCancelled);
 
-    const std::optional<QString> hg = findMercurialExecutable();
-    if (!hg)
-        throw MercurialFailure::notInstalled();
-    const ToolCommand command = mercurial::workingDiffCommand(path);
-    const CommandOutput output =
-        runCommand(*hg, QStringList{mercurialLeadingArgument()} + command.arguments, repositoryPath,
-                   mercurialEnvironment(), isCancelled);
-    if (!command.acceptedStatuses.contains(output.status))
-        throw MercurialFailure::rejected(command.arguments, output);
-    return decodeUtf8OrEmpty(output.standardOutput);
+    return decodeUtf8OrEmpty(
+        runMercurial(mercurial::workingDiffCommand(path), repositoryPath, RunControl{isCancelled, {}}).standardOutput);
 }
 
 QList<WorkingFile> mercurialChangesetFiles(const Changeset &changeset, const QString &repositoryPath)
 {
     return parseMercurialStatus(
-        runMercurial(mercurial::changesetFilesCommand(changeset.node), repositoryPath).standardOutput);
+        runMercurial(mercurial::changesetFilesCommand(checkedNode(changeset)), repositoryPath).standardOutput);
 }
 
 QString mercurialChangesetDiff(const QString &path, const Changeset &changeset,
                                const QString &repositoryPath)
 {
     return decodeUtf8OrEmpty(
-        runMercurial(mercurial::changesetDiffCommand(changeset.node, path), repositoryPath).standardOutput);
+        runMercurial(mercurial::changesetDiffCommand(checkedNode(changeset), path), repositoryPath).standardOutput);
 }
 
 QByteArray mercurialFileContents(const QString &path, FileState state, const Changeset &changeset,
                                  const QString &repositoryPath)
 {
-    const QString revision =
-        state == FileState::removed ? u"p1("_s + changeset.node + u')' : changeset.node;
+    const QString node = checkedNode(changeset);
+    const QString revision = state == FileState::removed ? u"p1("_s + node + u')' : node;
     return runMercurial(mercurial::fileContentsCommand(revision, path), repositoryPath).standardOutput;
 }
 
 QString mercurialCompareDiff(const QString &target, const QString &repositoryPath)
 {
+    mercurial::refuseOptionLike(target, u"a bookmark name"_s);
     return decodeUtf8OrEmpty(
         runMercurial(mercurial::compareDiffCommand(target), repositoryPath).standardOutput);
 }

@@ -1,5 +1,8 @@
 #include "mercurial/MercurialFileArguments.h"
 
+#include "process/OptionLike.h"
+#include "process/ToolFailure.h"
+
 using namespace Qt::StringLiterals;
 
 namespace tillery::mercurial {
@@ -17,6 +20,11 @@ bool needsLiteralPathPrefix(QStringView path)
 QString fileArgument(const QString &path)
 {
     return needsLiteralPathPrefix(path) ? u"path:"_s + path : path;
+}
+
+void refuseOptionLike(const QString &value, const QString &what)
+{
+    tillery::refuseOptionLike<MercurialFailure>(value, what);
 }
 
 } // namespace tillery::mercurial

@@ -2,6 +2,7 @@
 
 #include "mercurial/MercurialCommands.h"
 #include "mercurial/MercurialConfigFile.h"
+#include "mercurial/MercurialFileArguments.h"
 #include "process/CommitMessage.h"
 #include "process/Failure.h"
 #include "process/RemoteAddress.h"
@@ -16,12 +17,6 @@ using namespace Qt::StringLiterals;
 namespace tillery::mercurial {
 
 namespace {
-
-void refuseOptionLike(const QString &value, const QString &what)
-{
-    if (value.startsWith(u'-'))
-        throw MercurialFailure::malformedOutput(what + u" cannot begin with -"_s);
-}
 
 void run(const ToolCommand &command, const std::optional<QString> &directory)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 #include "process/Failure.h"
 
 #include <QObject>

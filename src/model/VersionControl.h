@@ -1,6 +1,6 @@
 #pragma once
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 #include "process/ToolRunner.h"
 #include "records/Changeset.h"
 #include "records/Repository.h"

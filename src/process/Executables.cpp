@@ -37,14 +37,14 @@ std::optional<QString> findGitExecutable()
     return findExecutable("GIT", u"git"_s);
 }
 
-QString mercurialLeadingArgument()
+QStringList mercurialLeadingArguments()
 {
-    return u"--noninteractive"_s;
+    return {u"--noninteractive"_s, u"--config=ui.timeout="_s + QString::number(mercurialLockWaitSeconds)};
 }
 
-QString gitLeadingArgument()
+QStringList gitLeadingArguments()
 {
-    return u"--no-pager"_s;
+    return {u"--no-pager"_s};
 }
 
 QProcessEnvironment mercurialEnvironment()
@@ -52,6 +52,8 @@ QProcessEnvironment mercurialEnvironment()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     if (!environment.contains(u"HGENCODING"_s))
         environment.insert(u"HGENCODING"_s, u"UTF-8"_s);
+    environment.insert(u"HGPLAIN"_s, u"+strictflags"_s);
+    environment.remove(u"HGPLAINEXCEPT"_s);
     return environment;
 }
 
@@ -62,6 +64,7 @@ QProcessEnvironment gitEnvironment()
     environment.insert(u"GIT_EDITOR"_s, u"true"_s);
     environment.insert(u"GIT_MERGE_AUTOEDIT"_s, u"no"_s);
     environment.insert(u"LC_ALL"_s, u"C"_s);
+    environment.insert(u"GIT_OPTIONAL_LOCKS"_s, u"0"_s);
     return environment;
 }
 

@@ -1,9 +1,8 @@
 #include "process/NewFileDiff.h"
 
 #include "process/Failure.h"
+#include "process/WorkingFileRead.h"
 #include "records/TextDecoding.h"
-
-#include <QFile>
 
 using namespace Qt::StringLiterals;
 
@@ -11,15 +10,21 @@ namespace tillery {
 
 namespace {
 
-std::optional<QString> readUtf8File(const QString &path)
+QString shownContents(const WorkingFileContents &contents)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return std::nullopt;
-    return decodeUtf8(bytes);
+    using Kind = WorkingFileContents::Kind;
+    switch (contents.kind) {
+    case Kind::regularFile:
+    case Kind::symbolicLink:
+        return decodeUtf8(contents.bytes).value_or(u"Binary or unreadable file"_s);
+    case Kind::tooLarge:
+        return u"File too large to show"_s;
+    case Kind::notARegularFile:
+    case Kind::unreadable:
+        return u"Binary or unreadable file"_s;
+    }
+    Q_UNREACHABLE();
+    return QString();
 }
 
 } // namespace
@@ -27,9 +32,8 @@ std::optional<QString> readUtf8File(const QString &path)
 QString newFileDiff(const QString &repositoryPath, const QString &relativePath,
                     const CancellationCheck &isCancelled)
 {
-    // Joined by hand: QDir would take a name that begins with ":" for a resource path.
-    const QString content = readUtf8File(repositoryPath + u'/' + relativePath)
-                                .value_or(u"Binary or unreadable file"_s);
+    const QString content =
+        shownContents(readWorkingFile(repositoryPath, relativePath, workingFileShowLimit, isCancelled));
     if (isCancelled())
         throw CancellationFailure();
 

@@ -3,14 +3,17 @@
 #include "process/Failure.h"
 #include "records/CommandOutput.h"
 
+#include <QByteArrayList>
 #include <QStringList>
 
 namespace tillery {
 
-// The four ways a tool can fail; Mercurial and Git differ only in wording.
+// The ways a tool can fail; Mercurial and Git differ only in wording.
 class ToolFailure : public Failure {
 public:
-    enum class Case { command, invalidRepository, malformedOutput, notInstalled };
+    // locked: a command that stopped because another process holds the
+    // repository's lock; it carries what `command` carries.
+    enum class Case { command, invalidRepository, malformedOutput, notInstalled, locked };
 
     Case failureCase() const { return m_payload.failureCase; }
     // command: the caller's arguments (without the runner's fixed first one),
@@ -24,7 +27,9 @@ public:
     const QString &detail() const { return m_payload.text; }
 
     // The text a `command` failure carries: standard error, then standard
-    // output, each only when it is valid UTF-8 and not empty, joined by a line feed.
+    // output, each only when it is valid UTF-8 and not empty, joined by a
+    // line feed. A stream longer than a few thousand bytes keeps its start
+    // and its end, with how much was left out between them.
     static QString combinedOutput(const QByteArray &standardError, const QByteArray &standardOutput);
 
 protected:
@@ -32,6 +37,9 @@ protected:
         QString commandName;
         QString toolName;
         QString notInstalled;
+        // What the tool says on standard error when another process holds
+        // the lock it waited for.
+        QByteArrayList lockHeldMarkers;
     };
     struct Payload {
         Case failureCase = Case::notInstalled;
@@ -42,6 +50,8 @@ protected:
     };
 
     ToolFailure(const Wording &wording, Payload payload);
+
+    static bool mentionsHeldLock(const Wording &wording, const QByteArray &standardError);
 
 private:
     static QString describe(const Wording &wording, const Payload &payload);
@@ -58,8 +68,9 @@ public:
     // A finished run whose status the caller does not accept.
     static Self rejected(QStringList arguments, const CommandOutput &output)
     {
-        return command(std::move(arguments), output.status,
-                       combinedOutput(output.standardError, output.standardOutput));
+        const Case failureCase = mentionsHeldLock(Self::wording(), output.standardError) ? Case::locked : Case::command;
+        return Self(Payload{failureCase, std::move(arguments), output.status,
+                            combinedOutput(output.standardError, output.standardOutput), {}});
     }
     static Self invalidRepository(QString path)
     {

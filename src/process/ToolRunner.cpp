@@ -3,13 +3,9 @@
 #include "process/ChildProcess.h"
 #include "process/Executables.h"
 #include "process/Progress.h"
-#include "records/UuidText.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QFile>
 #include <QProcess>
-#include <QScopeGuard>
 
 using namespace Qt::StringLiterals;
 
@@ -27,38 +23,39 @@ struct FinishedRun {
 // Everything that distinguishes a Mercurial run from a Git run.
 struct ToolInvocation {
     std::optional<QString> executable;
-    QString leadingArgument;
-    QString errorFilePrefix;
+    QStringList leadingArguments;
     QProcessEnvironment environment;
     std::optional<QString> (*latestProgress)(QByteArrayView);
-    // What makes the tool report progress on a file rather than a terminal;
-    // placed after the leading argument, never part of the caller's.
+    // What makes the tool report progress on a pipe rather than a terminal;
+    // placed after the leading arguments, never part of the caller's.
     QStringList progressArguments;
+    QList<std::pair<QString, QString>> progressEnvironment;
 };
 
-constexpr int controlPollMilliseconds = 20;
+constexpr int controlPollMilliseconds = 5;
 constexpr qint64 progressIntervalMilliseconds = 250;
+
+bool isCancelled(const RunControl &control)
+{
+    return control.isCancelled && control.isCancelled();
+}
 
 // Watches a running child for the controller: stops it when asked, and passes
 // on the newest progress phrase of its error stream a few times a second.
-void superviseRun(QProcess &process, const QString &errorPath, const ToolInvocation &tool,
-                  const RunControl &control, QByteArray &standardOutput)
+void superviseRun(QProcess &process, const ToolInvocation &tool, const RunControl &control,
+                  QByteArray &standardError)
 {
-    QFile errorStream(errorPath);
-    errorStream.open(QIODevice::ReadOnly);
-    QByteArray errorSoFar;
     QString lastReported;
     QElapsedTimer sinceReport;
     while (!process.waitForFinished(controlPollMilliseconds) && process.state() != QProcess::NotRunning) {
-        standardOutput += process.readAllStandardOutput();
-        if (control.isCancelled && control.isCancelled()) {
+        if (isCancelled(control)) {
             stopChild(process);
             throw CancellationFailure();
         }
         if (!control.progress || (sinceReport.isValid() && sinceReport.elapsed() < progressIntervalMilliseconds))
             continue;
-        errorSoFar += errorStream.readAll();
-        const std::optional<QString> progress = tool.latestProgress(errorSoFar);
+        standardError += process.readAllStandardError();
+        const std::optional<QString> progress = tool.latestProgress(standardError);
         if (progress && *progress != lastReported) {
             lastReported = *progress;
             control.progress(lastReported);
@@ -68,55 +65,46 @@ void superviseRun(QProcess &process, const QString &errorPath, const ToolInvocat
 }
 
 template <typename ToolFailureType>
-FinishedRun runBlocking(const ToolInvocation &tool, const QStringList &arguments,
-                        const std::optional<QString> &directory, const RunControl *control)
+FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments,
+                     const std::optional<QString> &directory, const RunControl &control)
 {
     if (!tool.executable)
         throw ToolFailureType::notInstalled();
-
-    const QString errorPath =
-        QDir(QDir::tempPath()).filePath(tool.errorFilePrefix + freshUuidText() + u".stderr"_s);
-    {
-        QFile errorFile(errorPath);
-        if (!errorFile.open(QIODevice::WriteOnly))
-            throw ToolFailureType::malformedOutput(u"could not create a temporary error stream"_s);
-    }
-    const auto removeErrorFile = qScopeGuard([&errorPath] { QFile::remove(errorPath); });
+    if (isCancelled(control))
+        throw CancellationFailure();
 
     QProcess process;
     process.setProgram(*tool.executable);
-    QStringList fullArguments{tool.leadingArgument};
-    if (control && control->progress)
+    QStringList fullArguments = tool.leadingArguments;
+    QProcessEnvironment environment = tool.environment;
+    if (control.progress) {
         fullArguments += tool.progressArguments;
+        for (const auto &[name, value] : tool.progressEnvironment)
+            environment.insert(name, value);
+    }
     process.setArguments(fullArguments + arguments);
     if (directory)
         process.setWorkingDirectory(*directory);
-    process.setProcessEnvironment(tool.environment);
+    process.setProcessEnvironment(environment);
     process.setStandardInputFile(QProcess::nullDevice());
     runAtBackgroundPriority(process);
-    process.setStandardErrorFile(errorPath);
-    process.setReadChannel(QProcess::StandardOutput);
 
     process.start();
     if (!process.waitForStarted(-1))
         throw PlatformFailure::launchFailed(*tool.executable, process.errorString());
 
-    // Read while the child runs so that a large output never fills the pipe.
+    // QProcess drains both pipes while it waits, so a child with a large
+    // output never blocks on a full pipe.
     FinishedRun run;
-    if (control && (control->isCancelled || control->progress)) {
-        superviseRun(process, errorPath, tool, *control, run.standardOutput);
-    } else {
-        while (process.waitForReadyRead(-1))
-            run.standardOutput += process.readAllStandardOutput();
-    }
+    if (control.isCancelled || control.progress)
+        superviseRun(process, tool, control, run.standardError);
     process.waitForFinished(-1);
-    run.standardOutput += process.readAllStandardOutput();
+    if (isCancelled(control))
+        throw CancellationFailure();
+    run.standardOutput = process.readAllStandardOutput();
+    run.standardError += process.readAllStandardError();
     run.crashed = process.exitStatus() == QProcess::CrashExit;
     run.status = process.exitCode();
-
-    QFile errorFile(errorPath);
-    if (errorFile.open(QIODevice::ReadOnly))
-        run.standardError = errorFile.readAll();
     return run;
 }
 
@@ -132,47 +120,34 @@ CommandOutput judge(FinishedRun run, const QStringList &arguments, const QSet<in
 ToolInvocation mercurialInvocation()
 {
     return {findMercurialExecutable(),
-            mercurialLeadingArgument(),
-            u"dockside-"_s,
+            mercurialLeadingArguments(),
             mercurialEnvironment(),
             latestMercurialProgress,
-            {u"--config"_s, u"progress.assume-tty=true"_s, u"--config"_s, u"progress.delay=0"_s, u"--config"_s,
-             u"progress.refresh=0.2"_s, u"--config"_s, u"progress.format=topic number"_s}};
+            {u"--config=progress.assume-tty=true"_s, u"--config=progress.delay=0"_s,
+             u"--config=progress.refresh=0.2"_s, u"--config=progress.format=topic number"_s},
+            // Plain mode keeps quiet about progress unless told otherwise.
+            {{u"HGPLAINEXCEPT"_s, u"progress"_s}}};
 }
 
 ToolInvocation gitInvocation()
 {
     // Git is asked for progress by the commands themselves ("--progress").
-    return {findGitExecutable(), gitLeadingArgument(), u"dockside-git-"_s, gitEnvironment(), latestGitProgress, {}};
+    return {findGitExecutable(), gitLeadingArguments(), gitEnvironment(), latestGitProgress, {}, {}};
 }
 
 } // namespace
-
-CommandOutput runMercurial(const QStringList &arguments, const std::optional<QString> &directory,
-                           const QSet<int> &acceptedStatuses)
-{
-    return judge<MercurialFailure>(runBlocking<MercurialFailure>(mercurialInvocation(), arguments, directory, nullptr),
-                                   arguments, acceptedStatuses);
-}
-
-CommandOutput runGit(const QStringList &arguments, const std::optional<QString> &directory,
-                     const QSet<int> &acceptedStatuses)
-{
-    return judge<GitFailure>(runBlocking<GitFailure>(gitInvocation(), arguments, directory, nullptr), arguments,
-                             acceptedStatuses);
-}
 
 CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,
                            const RunControl &control)
 {
     return judge<MercurialFailure>(
-        runBlocking<MercurialFailure>(mercurialInvocation(), command.arguments, directory, &control),
-        command.arguments, command.acceptedStatuses);
+        runToEnd<MercurialFailure>(mercurialInvocation(), command.arguments, directory, control), command.arguments,
+        command.acceptedStatuses);
 }
 
 CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory, const RunControl &control)
 {
-    return judge<GitFailure>(runBlocking<GitFailure>(gitInvocation(), command.arguments, directory, &control),
+    return judge<GitFailure>(runToEnd<GitFailure>(gitInvocation(), command.arguments, directory, control),
                              command.arguments, command.acceptedStatuses);
 }
 

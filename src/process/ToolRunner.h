@@ -1,6 +1,6 @@
 #pragma once
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 #include "process/ToolCommand.h"
 #include "process/ToolFailure.h"
 #include "records/CommandOutput.h"
@@ -9,23 +9,12 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace tillery {
 
-// Runs hg (with "--noninteractive" first) or git (with "--no-pager" first)
-// and blocks until it exits; only for background threads. The caller names
-// the exit statuses it accepts; any other status is a `command` failure that
-// carries the caller's arguments and the tool's error and output text.
-// Standard error goes through a temporary file that is removed on every path.
-//
-// These two are the only doors to the tools for repository work.
-CommandOutput runMercurial(const QStringList &arguments, const std::optional<QString> &directory,
-                           const QSet<int> &acceptedStatuses);
-CommandOutput runGit(const QStringList &arguments, const std::optional<QString> &directory,
-                     const QSet<int> &acceptedStatuses);
-
-// What a long tool run obeys and reports while it runs.
+// What a tool run obeys and reports while it runs.
 struct RunControl {
     // Asked every few milliseconds; when it says so the child is stopped and
     // CancellationFailure is thrown.
@@ -35,18 +24,29 @@ struct RunControl {
     std::function<void(const QString &)> progress;
 };
 
+// Runs hg or git with the runner's fixed leading arguments first and blocks
+// until it exits; only for background threads. Both streams are collected
+// in memory, so a run leaves nothing behind. The command names the exit
+// statuses it accepts; any other status is a `command` failure that carries
+// the command's arguments and the tool's error and output text (a lock held
+// by another process is a `locked` failure).
+//
+// These two are the only doors to the tools.
 CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,
-                           const RunControl &control);
-CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory, const RunControl &control);
+                           const RunControl &control = {});
+CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory,
+                     const RunControl &control = {});
 
-inline CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory)
+inline CommandOutput runMercurial(const QStringList &arguments, const std::optional<QString> &directory,
+                                  const QSet<int> &acceptedStatuses)
 {
-    return runMercurial(command.arguments, directory, command.acceptedStatuses);
+    return runMercurial(ToolCommand{arguments, acceptedStatuses}, directory);
 }
 
-inline CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory)
+inline CommandOutput runGit(const QStringList &arguments, const std::optional<QString> &directory,
+                            const QSet<int> &acceptedStatuses)
 {
-    return runGit(command.arguments, directory, command.acceptedStatuses);
+    return runGit(ToolCommand{arguments, acceptedStatuses}, directory);
 }
 
 } // namespace tillery

@@ -35,12 +35,6 @@ class GitDiffsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup()
-    {
-        QCOMPARE(test::temporaryFilesStartingWith(u"dockside-git-"_s), QStringList());
-        QCOMPARE(test::temporaryFilesStartingWith(u"tillery-command-"_s), QStringList());
-    }
-
     void untrackedFileDiff()
     {
         const GitFixture repository;

@@ -48,8 +48,6 @@ class GitOperationsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup() { QCOMPARE(test::temporaryFilesStartingWith(u"dockside-git-"_s), QStringList()); }
-
     void identity_data()
     {
         QTest::addColumn<QString>("text");

@@ -107,16 +107,23 @@ private Q_SLOTS:
         QTest::addColumn<QString>("branch");
         QTest::addColumn<QStringList>("remoteBranches");
         QTest::addColumn<OptionalString>("expected");
-        QTest::newRow("origin preferred") << u"feature"_s
-                                          << QStringList{u"upstream/feature"_s, u"origin/feature"_s}
-                                          << OptionalString(u"origin/feature"_s);
+        const auto refs = [](const QStringList &names) {
+            QStringList full;
+            for (const QString &name : names)
+                full.append(u"refs/remotes/"_s + name);
+            return full;
+        };
+        QTest::newRow("origin preferred") << u"feature"_s << refs({u"upstream/feature"_s, u"origin/feature"_s})
+                                          << OptionalString(u"refs/remotes/origin/feature"_s);
         QTest::newRow("first otherwise") << u"feature"_s
-                                         << QStringList{u"b/feature"_s, u"a/feature"_s, u"origin/other"_s}
-                                         << OptionalString(u"b/feature"_s);
-        QTest::newRow("whole last component only") << u"x"_s << QStringList{u"origin/xx"_s, u"origin/ax"_s}
+                                         << refs({u"b/feature"_s, u"a/feature"_s, u"origin/other"_s})
+                                         << OptionalString(u"refs/remotes/b/feature"_s);
+        QTest::newRow("whole last component only") << u"x"_s << refs({u"origin/xx"_s, u"origin/ax"_s})
                                                    << OptionalString();
-        QTest::newRow("nested names") << u"fix/a"_s << QStringList{u"origin/fix/a"_s}
-                                      << OptionalString(u"origin/fix/a"_s);
+        QTest::newRow("nested names") << u"fix/a"_s << refs({u"origin/fix/a"_s})
+                                      << OptionalString(u"refs/remotes/origin/fix/a"_s);
+        QTest::newRow("a remote named like an option") << u"main"_s << refs({u"-x/main"_s})
+                                                       << OptionalString(u"refs/remotes/-x/main"_s);
     }
 
     void remoteCounterpart()
@@ -140,14 +147,16 @@ private Q_SLOTS:
 
     void history()
     {
+        // Pieces end in NUL; a record starts with "/" and a hash; files follow
+        // the message, the first after a line feed.
         const QByteArray output = bytes(
-            "\x1e" "c3\x1f" "Ann <ann@example.com>\x1f" "1700000300\x1fHEAD -> main\x1f" "Merge topic\n\nDetails\n\n\x1f\n\na.txt\nsrc/b c.txt\n\n"
-            "\x1e" "c2\x1f" "Bob <bob@example.com>\x1f" "1700000200\x1f"
-            "cut short\n"
-            "\x1e" "c1\x1f" "Bob <bob@example.com>\x1f" "1700000100\x1f\x1f" "  one line  \n\x1f\n\n"
-            "\x1e" "c0\x1f" "Cy <c@example.com>\x1f" "later\x1f\x1f" "caf\xe9\x1f\n"
-            "\x1e" "   \x1f" "X <x>\x1f" "1\x1f\x1f" "no hash\x1f\n"
-            "\x1e" "cz\x1f" " Dee <d@example.com>\x1f" "nope\x1f\x1f\x1f\n");
+            "/c3\0Ann <ann@example.com>\0" "1700000300\0HEAD -> main\0Merge topic\n\nDetails\n\n\0"
+            "\na.txt\0src/b c.txt\0\nodd\0"
+            "/c2\0Bob <bob@example.com>\0" "1700000200\0\0caf\xe9\0"
+            "/c1\0Bob <bob@example.com>\0" "1700000100\0\0  one line  \n\0"
+            "/   \0X <x>\0" "1\0\0no hash\0"
+            "/cz\0 Dee <d@example.com>\0nope\0\0\0"
+            "/cut\0short\0");
         const QHash<QString, QStringList> branches{{u"c3"_s, {u"main"_s, u"topic"_s}}};
         const QHash<QString, QStringList> tags{{u"c1"_s, {u"v1.0"_s}}};
         const QList<Changeset> history = parseHistory(output, 7, branches, tags);
@@ -155,16 +164,17 @@ private Q_SLOTS:
         QCOMPARE(history.size(), 3);
         QCOMPARE(history[0], (Changeset{6, u"c3"_s, u"Merge topic"_s, u"Merge topic\n\nDetails"_s,
                                         u"Ann <ann@example.com>"_s, at(1700000300), u"main"_s,
-                                        {u"main"_s, u"topic"_s}, {}, {u"a.txt"_s, u"src/b c.txt"_s}}));
-        // The record cut short still counts: c1 is the third record.
+                                        {u"main"_s, u"topic"_s}, {},
+                                        {u"a.txt"_s, u"src/b c.txt"_s, u"\nodd"_s}}));
+        // The unreadable record still counts: c1 is the third record.
         QCOMPARE(history[1], (Changeset{4, u"c1"_s, u"one line"_s, u"one line"_s, u"Bob <bob@example.com>"_s,
                                         at(1700000100), u"Git"_s, {}, {u"v1.0"_s}, {}}));
         QCOMPARE(history[2].node, u"cz"_s);
-        QCOMPARE(history[2].revision, 1);
+        QCOMPARE(history[2].revision, 2);
         QCOMPARE(history[2].author, u" Dee <d@example.com>"_s);
         QCOMPARE(history[2].date, at(0));
         // Numbers never go below zero.
-        QCOMPARE(parseHistory(output, 2, {}, {}).last().revision, 0);
+        QCOMPARE(parseHistory(output, 3, {}, {}).last().revision, 0);
     }
 
     void refTargets()

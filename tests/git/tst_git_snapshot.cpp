@@ -41,8 +41,6 @@ class GitSnapshotTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup() { QCOMPARE(test::temporaryFilesStartingWith(u"dockside-git-"_s), QStringList()); }
-
     void repositoryWithoutCommits()
     {
         const GitFixture repository;

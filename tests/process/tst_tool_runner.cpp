@@ -3,7 +3,7 @@
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 #include "process/Executables.h"
 #include "process/ToolRunner.h"
 
@@ -85,12 +85,8 @@ class ToolRunnerTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void cleanup()
-    {
-        // Every run, successful or not, removes its capture files.
-        QCOMPARE(test::temporaryFilesStartingWith(u"dockside-"_s), QStringList());
-        QCOMPARE(test::temporaryFilesStartingWith(u"tillery-command-"_s), QStringList());
-    }
+    // Both streams stay in memory: no run leaves a file behind.
+    void cleanup() { QCOMPARE(test::temporaryFilesStartingWith(QString()), QStringList()); }
 
     void locatesExecutable_data()
     {
@@ -138,31 +134,35 @@ private Q_SLOTS:
     void runsWithFixedFirstArgumentAndEnvironment_data()
     {
         QTest::addColumn<Tool>("tool");
-        QTest::addColumn<QString>("firstArgument");
+        QTest::addColumn<QStringList>("leadingArguments");
         QTest::addColumn<QByteArrayList>("expectedVariables"); // name=value
-        QTest::newRow("hg") << Tool::mercurial << u"--noninteractive"_s
-                            << QByteArrayList{"HGENCODING=UTF-8", "INHERITED=yes"};
-        QTest::newRow("git") << Tool::git << u"--no-pager"_s
-                             << QByteArrayList{"GIT_TERMINAL_PROMPT=0", "GIT_EDITOR=true",
-                                               "GIT_MERGE_AUTOEDIT=no", "LC_ALL=C", "INHERITED=yes"};
+        // Strict flags: hg never takes an option from where a value stands,
+        // and no alias of the person's (or HGPLAINEXCEPT) changes a command.
+        QTest::newRow("hg") << Tool::mercurial << QStringList{u"--noninteractive"_s, u"--config=ui.timeout=5"_s}
+                            << QByteArrayList{"HGENCODING=UTF-8", "HGPLAIN=+strictflags", "HGPLAINEXCEPT=",
+                                              "INHERITED=yes"};
+        QTest::newRow("git") << Tool::git << QStringList{u"--no-pager"_s}
+                             << QByteArrayList{"GIT_TERMINAL_PROMPT=0", "GIT_EDITOR=true", "GIT_MERGE_AUTOEDIT=no",
+                                               "LC_ALL=C", "GIT_OPTIONAL_LOCKS=0", "INHERITED=yes"};
     }
 
     void runsWithFixedFirstArgumentAndEnvironment()
     {
         QFETCH(Tool, tool);
-        QFETCH(QString, firstArgument);
+        QFETCH(QStringList, leadingArguments);
         QFETCH(QByteArrayList, expectedVariables);
 
         const FakeTool fake({"out", "err", 0, 0, {}});
         const ScopedEnvironmentVariable override(variableOf(tool), fake.path().toUtf8());
         const ScopedEnvironmentVariable inherited("INHERITED", "yes");
         const ScopedEnvironmentVariable editor("GIT_EDITOR", "vi");
+        const ScopedEnvironmentVariable plainExceptions("HGPLAINEXCEPT", "alias");
         QTemporaryDir directory;
         const QStringList arguments{u"log"_s, u"-r"_s, u"--weird value"_s, u""_s, u"caf\u00e9"_s};
 
         const CommandOutput output = run(tool, arguments, {0}, directory.path());
         QCOMPARE(output, (CommandOutput{"out", "err", 0}));
-        QCOMPARE(fake.receivedArguments(), QStringList{firstArgument} + arguments);
+        QCOMPARE(fake.receivedArguments(), leadingArguments + arguments);
         QCOMPARE(fake.receivedWorkingDirectory(), directory.path());
         // Children yield the processor to the application's own threads.
         QCOMPARE(fake.receivedNiceness(), std::min(getpriority(PRIO_PROCESS, 0) + 10, 19));
@@ -204,6 +204,17 @@ private Q_SLOTS:
         QTest::newRow("status 128 accepted")
             << Tool::git << QStringList{u"rev-parse"_s} << QByteArray() << QByteArray("fatal\n") << 128
             << QList<int>{0, 128} << QString();
+        QTest::newRow("hg waited in vain for a lock")
+            << Tool::mercurial << QStringList{u"commit"_s} << QByteArray()
+            << QByteArray("abort: working directory of /r: timed out waiting for lock held by 'host:42'\n") << 255
+            << QList<int>{0}
+            << u"The repository is locked by another process. Try again when it has finished.\n\n"
+               "abort: working directory of /r: timed out waiting for lock held by 'host:42'"_s;
+        QTest::newRow("git found the index locked")
+            << Tool::git << QStringList{u"add"_s} << QByteArray()
+            << QByteArray("fatal: Unable to create '/r/.git/index.lock': File exists.\n") << 128 << QList<int>{0}
+            << u"The repository is locked by another process. Try again when it has finished.\n\n"
+               "fatal: Unable to create '/r/.git/index.lock': File exists."_s;
         QTest::newRow("status 0 not accepted")
             << Tool::git << QStringList{u"odd"_s} << QByteArray() << QByteArray() << 0
             << QList<int>{1} << u"git odd exited with status 0."_s;
@@ -232,7 +243,9 @@ private Q_SLOTS:
             QFAIL("the run should have failed");
         } catch (const ToolFailure &failure) {
             QCOMPARE(failure.description(), expectedFailure);
-            QCOMPARE(failure.failureCase(), ToolFailure::Case::command);
+            QCOMPARE(failure.failureCase(), expectedFailure.startsWith(u"The repository is locked"_s)
+                                                 ? ToolFailure::Case::locked
+                                                 : ToolFailure::Case::command);
             QCOMPARE(failure.arguments(), arguments);
             QCOMPARE(failure.code(), status);
             QCOMPARE(tool == Tool::mercurial, dynamic_cast<const MercurialFailure *>(&failure) != nullptr);
@@ -260,8 +273,8 @@ private Q_SLOTS:
     void largeOutputs_data()
     {
         QTest::addColumn<bool>("cancellable");
-        QTest::newRow("blocking runner") << false;
-        QTest::newRow("cancellable runner") << true;
+        QTest::newRow("plain run") << false;
+        QTest::newRow("cancellable run") << true;
     }
 
     void largeOutputs()
@@ -276,9 +289,8 @@ private Q_SLOTS:
         const FakeTool fake(behaviour);
         const ScopedEnvironmentVariable override("HG", fake.path().toUtf8());
 
-        const CommandOutput output =
-            cancellable ? runCommand(fake.path(), {}, QDir::tempPath(), std::nullopt, [] { return false; })
-                        : runMercurial({u"cat"_s}, std::nullopt, {0});
+        const RunControl control{cancellable ? CancellationCheck([] { return false; }) : CancellationCheck(), {}};
+        const CommandOutput output = runMercurial(ToolCommand{{u"cat"_s}, {0}}, std::nullopt, control);
         QCOMPARE(output.status, 0);
         QCOMPARE(output.standardOutput.size(), outputSize);
         QCOMPARE(output.standardError.size(), errorSize);
@@ -294,10 +306,10 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("expectedArguments");
         QTest::addColumn<QString>("expectedPhrase");
         QTest::newRow("hg") << Tool::mercurial << QByteArray("\\rfiles 1/4\\r")
-                            << QStringList{u"--noninteractive"_s, u"--config"_s, u"progress.assume-tty=true"_s,
-                                           u"--config"_s, u"progress.delay=0"_s, u"--config"_s,
-                                           u"progress.refresh=0.2"_s, u"--config"_s,
-                                           u"progress.format=topic number"_s, u"pull"_s}
+                            << QStringList{u"--noninteractive"_s, u"--config=ui.timeout=5"_s,
+                                           u"--config=progress.assume-tty=true"_s, u"--config=progress.delay=0"_s,
+                                           u"--config=progress.refresh=0.2"_s,
+                                           u"--config=progress.format=topic number"_s, u"pull"_s}
                             << u"Files: 25%"_s;
         QTest::newRow("git") << Tool::git << QByteArray("Receiving objects:  40%% (4/10)\\r")
                              << QStringList{u"--no-pager"_s, u"pull"_s} << u"Receiving objects: 40%"_s;
@@ -323,28 +335,38 @@ private Q_SLOTS:
             runGit(pull, std::nullopt, control);
         QCOMPARE(fake.receivedArguments(), expectedArguments);
         QCOMPARE(phrases, QStringList{expectedPhrase});
+        if (tool == Tool::mercurial)
+            QCOMPARE(fake.receivedEnvironmentVariable("HGPLAINEXCEPT"), QByteArray("progress"));
     }
 
-    void runCommandReturnsAnyStatusWithGivenEnvironment()
+    // 200 MB of output make an alert of a few thousand characters that keeps
+    // both ends and says how much is left out.
+    void hugeFailureTextsAreAbridged()
     {
-        const FakeTool fake({"diff text", "warning", 3, 0, {}});
-        QProcessEnvironment environment;
-        environment.insert(u"ONLY_THIS"_s, u"1"_s);
-        QTemporaryDir directory;
-        const CommandOutput output = runCommand(fake.path(), {u"--no-pager"_s, u"diff"_s}, directory.path(),
-                                                environment, [] { return false; });
-        QCOMPARE(output, (CommandOutput{"diff text", "warning", 3}));
-        QCOMPARE(fake.receivedArguments(), (QStringList{u"--no-pager"_s, u"diff"_s}));
-        QCOMPARE(fake.receivedWorkingDirectory(), directory.path());
-        QCOMPARE(fake.receivedEnvironmentVariable("ONLY_THIS"), QByteArray("1"));
-        QCOMPARE(fake.receivedEnvironmentVariable("HOME"), QByteArray());
+        FakeToolBehaviour behaviour;
+        behaviour.customBody = "printf 'first words '; head -c 200000000 /dev/zero | tr '\\0' x; "
+                               "printf ' caf\\303\\251 last words' ; exit 1";
+        const FakeTool fake(behaviour);
+        const ScopedEnvironmentVariable override("GIT", fake.path().toUtf8());
+        QStringList manyFiles;
+        for (int index = 0; index < 10000; ++index)
+            manyFiles.append(u"file%1.txt"_s.arg(index));
+        const QString description =
+            toolFailureDescription([&] { runGit(QStringList{u"add"_s} + manyFiles, std::nullopt, {0}); });
+        QVERIFY2(description.size() < 9000, qPrintable(QString::number(description.size())));
+        QVERIFY(description.startsWith(u"git add file0.txt file1.txt"_s));
+        QVERIFY(description.contains(u"file9999.txt exited with status 1.\n\nfirst words xxx"_s));
+        QVERIFY(description.contains(u"characters left out …]"_s));
+        QVERIFY(description.contains(u"x\n[… 199,994,029 bytes left out …]\nxxx"_s));
+        QVERIFY(description.endsWith(u"xxx caf\u00e9 last words"_s));
     }
 
-    void runCommandCancelledBeforeStartRunsNothing()
+    void cancelledBeforeStartRunsNothing()
     {
         const FakeTool fake({});
-        QVERIFY_THROWS_EXCEPTION(CancellationFailure, runCommand(fake.path(), {}, QDir::tempPath(),
-                                                                 std::nullopt, [] { return true; }));
+        const ScopedEnvironmentVariable override("GIT", fake.path().toUtf8());
+        QVERIFY_THROWS_EXCEPTION(CancellationFailure,
+                                 runGit(ToolCommand{{u"diff"_s}, {0}}, std::nullopt, {[] { return true; }, {}}));
         QCOMPARE(fake.processId(), 0);
     }
 
@@ -352,8 +374,9 @@ private Q_SLOTS:
     void cancellingTheFutureEndsTheChild()
     {
         const FakeTool fake({"partial", {}, 0, 60, {}});
-        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(fake, [&fake](const CancellationCheck &check) {
-            runCommand(fake.path(), {}, QDir::tempPath(), std::nullopt, check);
+        const ScopedEnvironmentVariable override("HG", fake.path().toUtf8());
+        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(fake, [](const CancellationCheck &check) {
+            runMercurial(ToolCommand{{u"diff"_s}, {0}}, std::nullopt, {check, {}});
         });
         QVERIFY(outcome.childStarted);
         QVERIFY(outcome.threwCancellation);
@@ -368,11 +391,12 @@ private Q_SLOTS:
         FakeToolBehaviour behaviour;
         behaviour.customBody = "trap '' TERM\nwhile :; do sleep 0.01; done";
         const FakeTool fake(behaviour);
+        const ScopedEnvironmentVariable override("GIT", fake.path().toUtf8());
         std::atomic<bool> cancel = false;
         std::atomic<bool> wasCancelled = false;
         QFuture<void> future = QtConcurrent::run([&] {
             try {
-                runCommand(fake.path(), {}, QDir::tempPath(), std::nullopt, [&] { return cancel.load(); });
+                runGit(ToolCommand{{u"diff"_s}, {0}}, std::nullopt, {[&] { return cancel.load(); }, {}});
             } catch (const CancellationFailure &) {
                 wasCancelled = true;
             }

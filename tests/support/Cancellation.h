@@ -2,7 +2,7 @@
 
 #include "FakeTool.h"
 
-#include "process/CancellableRun.h"
+#include "process/Cancellation.h"
 
 #include <functional>
 
