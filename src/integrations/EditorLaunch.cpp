@@ -1,6 +1,7 @@
 #include "integrations/EditorLaunch.h"
 
 #include "integrations/ApplicationBundle.h"
+#include "integrations/DesktopEntryCommand.h"
 #include "integrations/EditorArguments.h"
 
 #include <QFileInfo>
@@ -11,26 +12,28 @@ namespace tillery {
 
 namespace {
 
-// Where a known editor is: its program (Linux) or its bundle (macOS).
+// Where a known editor is: its program (Linux) or its bundle (macOS). One
+// found through its desktop file comes with that file's command line.
 struct FoundEditor {
     QString location;
     QString bundleIdentifier;
+    QStringList desktopCommand;
 };
 
 std::optional<FoundEditor> findEditor(ExternalEditor editor, const InstalledApplications &applications)
 {
     for (const QString &identifier : bundleIdentifiers(editor)) {
         if (const std::optional<QString> bundle = applications.findBundle(identifier))
-            return FoundEditor{*bundle, identifier};
+            return FoundEditor{*bundle, identifier, {}};
     }
 #ifndef Q_OS_MACOS
     for (const QString &name : executableNames(editor)) {
         if (const std::optional<QString> program = applications.findProgram(name))
-            return FoundEditor{*program, {}};
+            return FoundEditor{*program, {}, {}};
     }
     for (const QString &desktopId : desktopFileIds(editor)) {
-        if (const std::optional<QString> program = applications.desktopFileProgram(desktopId))
-            return FoundEditor{*program, {}};
+        if (const std::optional<QStringList> command = applications.desktopFileCommand(desktopId))
+            return FoundEditor{command->first(), {}, *command};
     }
 #endif
     return std::nullopt;
@@ -91,7 +94,10 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
             return LaunchPlan{u"/usr/bin/open"_s, {u"-b"_s, found->bundleIdentifier, targetPath}, repositoryPath,
                               LaunchPlan::Start::awaited, name};
         }
-        return LaunchPlan{found->location, {targetPath}, repositoryPath, LaunchPlan::Start::detached, name};
+        const QStringList arguments = found->desktopCommand.isEmpty()
+                                          ? QStringList{targetPath}
+                                          : desktopEntryArguments(found->desktopCommand, targetPath);
+        return LaunchPlan{found->location, arguments, repositoryPath, LaunchPlan::Start::detached, name};
     }
 
     const bool bundle = isApplicationBundle(choice.path);

@@ -50,8 +50,9 @@ void addIgnoreEntry(const QString &pattern, const QString &repositoryPath, Repos
     const auto read = readRepositoryTextFile(repositoryPath, name);
     if (const auto *problem = std::get_if<RepositoryFileProblem>(&read)) {
         switch (*problem) {
-        case RepositoryFileProblem::linksOutside:
-            throw PlatformFailure(name + u" links to a file outside the repository; it was left unchanged."_s);
+        case RepositoryFileProblem::isLink:
+            throw PlatformFailure(name + u" is a symbolic link, which Tillery never writes through; it was left "
+                                         "unchanged. Edit the file it leads to yourself."_s);
         case RepositoryFileProblem::unreadable:
             throw PlatformFailure(name + u" could not be read; it was left unchanged."_s);
         case RepositoryFileProblem::notUtf8:

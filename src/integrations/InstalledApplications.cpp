@@ -1,5 +1,7 @@
 #include "integrations/InstalledApplications.h"
 
+#include "integrations/DesktopEntryCommand.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -21,49 +23,32 @@ std::optional<QString> programOnPath(const QString &name)
     return found.isEmpty() ? std::nullopt : std::optional(found);
 }
 
-std::optional<QString> programOfDesktopFile(const QString &desktopId)
+std::optional<QStringList> commandOfDesktopFile(const QString &desktopId)
 {
     const QString file = QStandardPaths::locate(QStandardPaths::ApplicationsLocation, desktopId + u".desktop"_s);
     QFile desktopFile(file);
     if (file.isEmpty() || !desktopFile.open(QIODevice::ReadOnly))
         return std::nullopt;
-    const std::optional<QString> program = programOfDesktopEntry(QString::fromUtf8(desktopFile.readAll()));
-    if (!program)
+    std::optional<QStringList> command = desktopEntryCommand(QString::fromUtf8(desktopFile.readAll()));
+    if (!command)
         return std::nullopt;
-    if (QFileInfo(*program).isAbsolute())
-        return QFileInfo(*program).isExecutable() ? program : std::nullopt;
-    return programOnPath(*program);
+    const QString program = command->first();
+    const std::optional<QString> found = QFileInfo(program).isAbsolute()
+                                             ? (QFileInfo(program).isExecutable() ? std::optional(program) : std::nullopt)
+                                             : programOnPath(program);
+    if (!found)
+        return std::nullopt;
+    (*command)[0] = *found;
+    return command;
 }
 
 } // namespace
-
-std::optional<QString> programOfDesktopEntry(const QString &desktopFileText)
-{
-    bool inMainEntry = false;
-    for (const QString &rawLine : desktopFileText.split(u'\n')) {
-        const QString line = rawLine.trimmed();
-        if (line.startsWith(u'[')) {
-            inMainEntry = line == u"[Desktop Entry]";
-            continue;
-        }
-        if (!inMainEntry || !line.startsWith(u"Exec="))
-            continue;
-        const QString command = line.sliced(5).trimmed();
-        if (command.startsWith(u'"')) {
-            const qsizetype close = command.indexOf(u'"', 1);
-            return close > 1 ? std::optional(command.sliced(1, close - 1)) : std::nullopt;
-        }
-        const QString program = command.section(u' ', 0, 0);
-        return program.isEmpty() ? std::nullopt : std::optional(program);
-    }
-    return std::nullopt;
-}
 
 InstalledApplications InstalledApplications::system()
 {
     InstalledApplications applications;
     applications.findProgram = programOnPath;
-    applications.desktopFileProgram = programOfDesktopFile;
+    applications.desktopFileCommand = commandOfDesktopFile;
 #ifdef Q_OS_MACOS
     applications.findBundle = macApplicationWithBundleIdentifier;
 #else

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -12,16 +13,15 @@ namespace tillery {
 struct InstalledApplications {
     // Linux: a program on the search path.
     std::function<std::optional<QString>(const QString &name)> findProgram;
-    // Linux: the program an installed desktop file ("org.kde.kate") starts.
-    std::function<std::optional<QString>(const QString &desktopId)> desktopFileProgram;
+    // Linux: the command line an installed desktop file ("org.kde.kate")
+    // starts, its program found, its field codes in place (see
+    // desktopEntryCommand()).
+    std::function<std::optional<QStringList>(const QString &desktopId)> desktopFileCommand;
     // macOS: the application bundle with this identifier.
     std::function<std::optional<QString>(const QString &bundleIdentifier)> findBundle;
 
     // What this computer has.
     static InstalledApplications system();
 };
-
-// The program named by the Exec line of a desktop file's main entry.
-std::optional<QString> programOfDesktopEntry(const QString &desktopFileText);
 
 } // namespace tillery

@@ -15,8 +15,8 @@ namespace {
 QString problemSentence(RepositoryFileProblem problem)
 {
     switch (problem) {
-    case RepositoryFileProblem::linksOutside:
-        return u"the repository configuration file links to a file outside the repository"_s;
+    case RepositoryFileProblem::isLink:
+        return u"the repository configuration file is a symbolic link, which Tillery never writes through"_s;
     case RepositoryFileProblem::unreadable:
         return u"the repository configuration file could not be read"_s;
     case RepositoryFileProblem::notUtf8:

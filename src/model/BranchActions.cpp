@@ -259,7 +259,13 @@ void BranchActions::saveRemotePath(const QString &address)
 void BranchActions::clone(const QString &source, const QString &destination, RepositoryKind kind)
 {
     const VersionControl *backend = &versionControl(kind);
-    const QString target = QDir::cleanPath(destination);
+    const QString target = QDir::cleanPath(destination.trimmed());
+    // A stopped clone removes what it made at the destination: an empty or
+    // relative one would be the application's current folder.
+    if (!target.startsWith(u'/') || target == u"/") {
+        m_model.presentError(u"Cloning repository"_s, u"Choose a folder to clone into."_s);
+        return;
+    }
     m_model.performRemote(
         u"Cloning repository"_s, true,
         [backend, source, target](const RunControl &control) {

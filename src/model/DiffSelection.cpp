@@ -6,8 +6,8 @@
 #include "model/ModelSettings.h"
 #include "model/VersionControl.h"
 #include "model/Workspace.h"
+#include "process/WorkingFileRead.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QThreadPool>
 
@@ -124,10 +124,9 @@ void DiffSelection::selectFile(const WorkingFile &file)
     if (isImageFile(file.path) && isStillOnDisk(repositoryPath, file)) {
         stopDiffLoadingIndicator();
         setDiff(emptyDiffDocument());
-        const QString path = repositoryPath + u'/' + file.path;
-        loadPreview([path] {
-            QFile image(path);
-            return image.open(QIODevice::ReadOnly) ? image.readAll() : QByteArray();
+        loadPreview([repositoryPath, path = file.path] {
+            const WorkingFileContents contents = readWorkingFile(repositoryPath, path, workingFileShowLimit, {});
+            return contents.kind == WorkingFileContents::Kind::regularFile ? contents.bytes : QByteArray();
         });
         return;
     }

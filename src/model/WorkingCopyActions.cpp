@@ -2,6 +2,7 @@
 
 #include "integrations/IgnoreFile.h"
 #include "model/AppModel.h"
+#include "process/WorkingFileRead.h"
 
 #include <QDateTime>
 
@@ -93,7 +94,11 @@ void WorkingCopyActions::discardSelected()
             backend->discard(path, tracked);
             QStringList refused;
             for (const QString &file : untracked) {
-                if (const std::optional<QString> reason = desktop->moveToTrash(path + u'/' + file))
+                // A path a tool reports is not trusted to stay in the repository.
+                const std::optional<QString> inside = pathInsideRepository(path, file);
+                if (!inside)
+                    refused.append(u"“"_s + file + u"” is not inside the repository; it was not moved to the Trash."_s);
+                else if (const std::optional<QString> reason = desktop->moveToTrash(*inside))
                     refused.append(*reason);
             }
             if (!refused.isEmpty())

@@ -2,7 +2,6 @@
 
 #include "records/TextDecoding.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -11,34 +10,17 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-namespace {
-
-bool isInside(const QString &path, const QString &folder)
-{
-    return path == folder || path.startsWith(folder + u'/');
-}
-
-} // namespace
-
 std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(const QString &repositoryPath,
                                                                               const QString &relativePath)
 {
-    QString path = repositoryPath + u'/' + relativePath;
-    const QFileInfo info(path);
-    if (info.isSymLink()) {
-        const QString root = QFileInfo(repositoryPath).canonicalFilePath();
-        const QString target = QDir::cleanPath(QDir(info.absolutePath()).absoluteFilePath(info.symLinkTarget()));
-        const QFileInfo targetInfo(target);
-        const QString resolved = targetInfo.exists() ? targetInfo.canonicalFilePath() : target;
-        if (root.isEmpty() || !isInside(resolved, root))
-            return RepositoryFileProblem::linksOutside;
-        path = resolved;
-    }
+    const QString path = repositoryPath + u'/' + relativePath;
+    if (QFileInfo(path).isSymLink())
+        return RepositoryFileProblem::isLink;
 
     QFile file(path);
     if (!file.exists())
         return RepositoryTextFile{path, QString()};
-    if (!file.open(QIODevice::ReadOnly))
+    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return RepositoryFileProblem::unreadable;
     const std::optional<QString> text = decodeUtf8(file.readAll());
     if (!text)

@@ -7,18 +7,17 @@
 namespace tillery {
 
 // A text file of a repository that Tillery edits (.hg/hgrc, .hgignore,
-// .gitignore): where it really is and what it holds now.
+// .gitignore): where it is and what it holds now.
 struct RepositoryTextFile {
-    // The file to replace: the path itself, or where a link inside the
-    // repository leads.
     QString path;
     // Empty when the file does not exist yet.
     QString text;
 };
 
 enum class RepositoryFileProblem {
-    // A link that leads out of the repository is never followed.
-    linksOutside,
+    // A link is never written through, wherever it leads: a cloned
+    // repository's .gitignore may lead into .git/config.
+    isLink,
     unreadable,
     // Text that is not UTF-8 would be lost by rewriting it.
     notUtf8,

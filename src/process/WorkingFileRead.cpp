@@ -27,29 +27,28 @@ bool isInside(const QString &path, const QString &folder)
     return !folder.isEmpty() && (path == folder || path.startsWith(folder + u'/'));
 }
 
-// The folder the file is in, when it really is inside the repository (a
-// folder on the way may itself be a link).
-bool folderIsInsideRepository(const QString &repositoryPath, const QString &relativePath)
-{
-    if (relativePath.isEmpty() || relativePath.startsWith(u'/'))
-        return false;
-    const QStringList parts = relativePath.split(u'/');
-    if (parts.contains(u".."_s))
-        return false;
-    const QString root = QFileInfo(repositoryPath).canonicalFilePath();
-    const QString folder = QFileInfo(repositoryPath + u'/' + relativePath).absolutePath();
-    return isInside(QFileInfo(folder).canonicalFilePath(), root);
-}
-
 } // namespace
+
+std::optional<QString> pathInsideRepository(const QString &repositoryPath, const QString &relativePath)
+{
+    if (relativePath.isEmpty() || relativePath.startsWith(u'/') || relativePath.split(u'/').contains(u".."_s))
+        return std::nullopt;
+    // Joined by hand: QDir would take a name that begins with ":" for a resource path.
+    const QString path = repositoryPath + u'/' + relativePath;
+    const QString root = QFileInfo(repositoryPath).canonicalFilePath();
+    const QString folder = QFileInfo(QFileInfo(path).absolutePath()).canonicalFilePath();
+    if (!isInside(folder, root))
+        return std::nullopt;
+    return path;
+}
 
 WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath,
                                     qint64 sizeLimit, const CancellationCheck &isCancelled)
 {
-    if (!folderIsInsideRepository(repositoryPath, relativePath))
+    const std::optional<QString> inside = pathInsideRepository(repositoryPath, relativePath);
+    if (!inside)
         return {Kind::unreadable, {}};
-    // Joined by hand: QDir would take a name that begins with ":" for a resource path.
-    const QByteArray path = QFile::encodeName(repositoryPath + u'/' + relativePath);
+    const QByteArray path = QFile::encodeName(*inside);
 
     struct stat status {};
     if (::lstat(path.constData(), &status) != 0)

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 namespace tillery {
 
 // Beyond this a working file is not read for showing.
@@ -28,6 +30,12 @@ struct WorkingFileContents {
     Kind kind = Kind::unreadable;
     QByteArray bytes;
 };
+
+// The file's absolute path when the relative path a tool reported stays in
+// the repository: not absolute, no "..", and the folder it is in inside the
+// repository even when a folder on the way is a link. The file itself may be
+// a link; it is not followed.
+std::optional<QString> pathInsideRepository(const QString &repositoryPath, const QString &relativePath);
 
 // Reads in pieces and throws CancellationFailure as soon as the check says so.
 WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath,

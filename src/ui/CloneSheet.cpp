@@ -56,7 +56,16 @@ QString CloneSheet::folderName(const QString &address)
     QString name = address.trimmed();
     while (name.endsWith(u'/'))
         name.chop(1);
-    name = name.section(u'/', -1).section(u':', -1);
+    // Only the path and the host may name the folder, never the user or password.
+    const QUrl url(name);
+    if (name.contains(u"://"_s) && url.isValid()) {
+        const QString last = url.path().section(u'/', -1, -1, QString::SectionSkipEmpty);
+        name = last.isEmpty() ? url.host() : last;
+    } else {
+        QString afterColon = name.section(u'/', -1).section(u':', -1);
+        name = afterColon.isEmpty() ? name.section(u':', 0, 0) : afterColon;
+        name = name.section(u'@', -1);
+    }
     if (name.endsWith(u".git"_s))
         name.chop(4);
     return name;

@@ -4,7 +4,9 @@
 #include "integrations/IgnoreFile.h"
 #include "process/Failure.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -69,7 +71,7 @@ private Q_SLOTS:
         QCOMPARE(readFile(file), after);
     }
 
-    void keepsPermissionsAndFollowsOnlyInsideLinks()
+    void keepsPermissions()
     {
         QTemporaryDir repository;
         const QString file = repository.filePath(u".gitignore"_s);
@@ -78,21 +80,39 @@ private Q_SLOTS:
         const QFile::Permissions permissions = QFile::permissions(file);
         addIgnoreEntry(u"b"_s, repository.path(), RepositoryKind::git);
         QCOMPARE(QFile::permissions(file), permissions);
+    }
 
-        QTemporaryDir other;
-        QFile::remove(file);
-        writeFile(other.filePath(u"shared"_s), "outside\n");
-        QVERIFY(QFile::link(other.filePath(u"shared"_s), file));
-        QCOMPARE(failureOf([&] { addIgnoreEntry(u"c"_s, repository.path(), RepositoryKind::git); }),
-                 u".gitignore links to a file outside the repository; it was left unchanged."_s);
-        QCOMPARE(readFile(other.filePath(u"shared"_s)), QByteArray("outside\n"));
+    // A cloned repository may bring an ignore file that is a link, into its
+    // own metadata (where an appended line becomes configuration that runs a
+    // program), or anywhere else. Nothing is written through any of them.
+    void neverWritesThroughALink_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QString>("target"); // relative to the repository
+        QTest::newRow("git: into .git/config") << RepositoryKind::git << u".git/config"_s;
+        QTest::newRow("hg: into .hg/hgrc") << RepositoryKind::mercurial << u".hg/hgrc"_s;
+        QTest::newRow("git: to a file of the repository") << RepositoryKind::git << u"shared-ignore"_s;
+        QTest::newRow("hg: out of the repository") << RepositoryKind::mercurial << u"../outside"_s;
+    }
 
-        QFile::remove(file);
-        writeFile(repository.filePath(u"common-ignore"_s), "inside\n");
-        QVERIFY(QFile::link(u"common-ignore"_s, file));
-        addIgnoreEntry(u"d"_s, repository.path(), RepositoryKind::git);
-        QCOMPARE(readFile(repository.filePath(u"common-ignore"_s)), QByteArray("inside\nd\n"));
-        QVERIFY(QFileInfo(file).isSymLink());
+    void neverWritesThroughALink()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QString, target);
+        QTemporaryDir parent;
+        const QString repository = parent.filePath(u"repository"_s);
+        QVERIFY(QDir().mkpath(repository + u"/.git"_s) && QDir().mkpath(repository + u"/.hg"_s));
+        const QByteArray original = "[core]\n\tbare = false\n";
+        writeFile(repository + u'/' + target, original);
+        const QString name = ignoreFileName(kind);
+        QVERIFY(QFile::link(target, repository + u'/' + name));
+
+        const QString failure =
+            failureOf([&] { addIgnoreEntry(u"[core] fsmonitor = touch pwned #/"_s, repository, kind); });
+        QCOMPARE(failure, name + u" is a symbolic link, which Tillery never writes through; it was left unchanged. "
+                                 "Edit the file it leads to yourself."_s);
+        QCOMPARE(readFile(repository + u'/' + target), original);
+        QVERIFY(QFileInfo(repository + u'/' + name).isSymLink());
     }
 
     void refusesWhatWouldLoseOrInject_data()

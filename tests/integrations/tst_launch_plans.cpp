@@ -1,5 +1,6 @@
 #include "TestEnvironment.h"
 
+#include "integrations/DesktopEntryCommand.h"
 #include "integrations/EditorLaunch.h"
 #include "integrations/ITermScript.h"
 #include "integrations/TerminalLaunch.h"
@@ -21,8 +22,8 @@ InstalledApplications installed(const QStringList &programs, const QStringList &
     applications.findProgram = [programs](const QString &name) {
         return programs.contains(name) ? std::optional(u"/opt/fake/"_s + name) : std::nullopt;
     };
-    applications.desktopFileProgram = [desktopIds](const QString &id) {
-        return desktopIds.contains(id) ? std::optional(u"/opt/desktop/"_s + id) : std::nullopt;
+    applications.desktopFileCommand = [desktopIds](const QString &id) {
+        return desktopIds.contains(id) ? std::optional(QStringList{u"/opt/desktop/"_s + id, u"%F"_s}) : std::nullopt;
     };
     applications.findBundle = [](const QString &) { return std::optional<QString>(); };
     return applications;
@@ -183,23 +184,44 @@ private Q_SLOTS:
         QVERIFY(!script.contains(u"it's"_s));
     }
 
-    void desktopEntryPrograms_data()
+    // The command a desktop file's Exec line gives for opening one file, or
+    // "(refused)". Before, only its first word was run, so "env ..." ran the
+    // file itself; an interpreter would read the file as a script.
+    void desktopEntryCommands_data()
     {
         QTest::addColumn<QString>("text");
-        QTest::addColumn<OptionalString>("program");
-        QTest::newRow("plain") << u"[Desktop Entry]\nName=Kate\nExec=kate -b %U\n"_s << OptionalString(u"kate"_s);
-        QTest::newRow("quoted") << u"[Desktop Entry]\nExec=\"/opt/My Editor/bin/edit\" %F\n"_s
-                                << OptionalString(u"/opt/My Editor/bin/edit"_s);
+        QTest::addColumn<QString>("command"); // arguments joined by " | "
+        const auto entry = [](const QString &exec) { return u"[Desktop Entry]\nName=x\n"_s + exec + u'\n'; };
+        QTest::newRow("plain") << entry(u"Exec=kate -b %U"_s) << u"kate | -b | FILE"_s;
+        QTest::newRow("quoted program") << entry(u"Exec=\"/opt/My Editor/bin/edit\" %F"_s)
+                                        << u"/opt/My Editor/bin/edit | FILE"_s;
+        QTest::newRow("escapes") << entry(u"Exec=\"/opt/a\\s\\\"b\\\"/ed\" %f"_s) << u"/opt/a \"b\"/ed | FILE"_s;
+        QTest::newRow("env prefix") << entry(u"Exec=env GDK_BACKEND=x11 /usr/bin/code --new-window %F"_s)
+                                    << u"env | GDK_BACKEND=x11 | /usr/bin/code | --new-window | FILE"_s;
+        QTest::newRow("no field code") << entry(u"Exec = gedit"_s) << u"gedit | FILE"_s;
+        QTest::newRow("other codes") << entry(u"Exec=ed %i --name=%c 100%% %k %F"_s) << u"ed | --name= | 100% | FILE"_s;
         QTest::newRow("actions are not the main entry")
-            << u"[Desktop Action new]\nExec=other\n[Desktop Entry]\nExec=main %f\n"_s << OptionalString(u"main"_s);
-        QTest::newRow("no Exec line") << u"[Desktop Entry]\nName=x\n"_s << OptionalString();
+            << u"[Desktop Action new]\nExec=other\n[Desktop Entry]\nExec=main %f\n"_s << u"main | FILE"_s;
+        QTest::newRow("no Exec line") << entry(u"Type=Application"_s) << u"(refused)"_s;
+        QTest::newRow("shell") << entry(u"Exec=sh -c \"code %F\""_s) << u"(refused)"_s;
+        QTest::newRow("shell behind env") << entry(u"Exec=env A=1 /bin/bash -c \"x %f\""_s) << u"(refused)"_s;
+        QTest::newRow("shell behind a launcher") << entry(u"Exec=nice -n 5 dash -c \"x %f\""_s) << u"(refused)"_s;
+        QTest::newRow("env splitting a string") << entry(u"Exec=env -S \"code %F\""_s) << u"(refused)"_s;
+        QTest::newRow("script interpreter") << entry(u"Exec=python3.11 /opt/ed.py %f"_s) << u"(refused)"_s;
+        QTest::newRow("shell syntax") << entry(u"Exec=code %F; touch x"_s) << u"(refused)"_s;
+        QTest::newRow("open quote") << entry(u"Exec=\"code %F"_s) << u"(refused)"_s;
+        QTest::newRow("unknown field code") << entry(u"Exec=code %z"_s) << u"(refused)"_s;
     }
 
-    void desktopEntryPrograms()
+    void desktopEntryCommands()
     {
         QFETCH(QString, text);
-        QFETCH(OptionalString, program);
-        QCOMPARE(programOfDesktopEntry(text), program);
+        QFETCH(QString, command);
+        const QString file = u"/r/it's a; file.txt"_s;
+        const std::optional<QStringList> parsed = desktopEntryCommand(text);
+        const QString shown = parsed ? (QStringList{parsed->first()} + desktopEntryArguments(*parsed, file)).join(u" | "_s)
+                                     : u"(refused)"_s;
+        QCOMPARE(shown, QString(command).replace(u"FILE"_s, file));
     }
 };
 

@@ -231,8 +231,9 @@ private Q_SLOTS:
 
     void configurationFileThatMustNotBeWritten_data()
     {
-        QTest::addColumn<QString>("kind"); // "outside link" or "not UTF-8"
+        QTest::addColumn<QString>("kind"); // "outside link", "inside link" or "not UTF-8"
         QTest::newRow("link out of the repository") << u"outside link"_s;
+        QTest::newRow("link to a file of the repository") << u"inside link"_s;
         QTest::newRow("not UTF-8 text") << u"not UTF-8"_s;
     }
 
@@ -241,14 +242,15 @@ private Q_SLOTS:
         QFETCH(QString, kind);
         const MercurialFixture repository;
         QTemporaryDir outside;
-        const QString target = outside.filePath(u"elsewhere"_s);
+        const QString target =
+            kind == u"inside link" ? repository.filePath(u"shared-hgrc"_s) : outside.filePath(u"elsewhere"_s);
         const QByteArray original = kind == u"not UTF-8" ? QByteArray("[ui]\nusername = caf\xe9\n")
                                                          : QByteArray("[ui]\nx = 1\n");
         QFile file(kind == u"not UTF-8" ? repository.filePath(u".hg/hgrc"_s) : target);
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write(original);
         file.close();
-        if (kind == u"outside link")
+        if (kind != u"not UTF-8")
             QVERIFY(QFile::link(target, repository.filePath(u".hg/hgrc"_s)));
 
         const QString failure = failureOf([&] { hg().setRemoteAddress(repository.path(), u"/srv/x"_s); });
@@ -256,16 +258,6 @@ private Q_SLOTS:
                                     "configuration file"_s),
                  qPrintable(failure));
         QCOMPARE(readFile(file.fileName()), original);
-    }
-
-    void linkInsideTheRepositoryIsFollowed()
-    {
-        const MercurialFixture repository;
-        repository.write(u"shared-hgrc"_s, "[ui]\nx = 1\n");
-        QVERIFY(QFile::link(u"../shared-hgrc"_s, repository.filePath(u".hg/hgrc"_s)));
-        hg().setRemoteAddress(repository.path(), u"/srv/x"_s);
-        QVERIFY(QFileInfo(repository.filePath(u".hg/hgrc"_s)).isSymLink());
-        QCOMPARE(readFile(repository.filePath(u"shared-hgrc"_s)), QByteArray("[ui]\nx = 1\n\n[paths]\ndefault = /srv/x\n"));
     }
 
     // A password shown as "***" survives a round trip through the settings,

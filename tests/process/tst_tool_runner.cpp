@@ -79,6 +79,17 @@ QByteArray pattern(char first, qsizetype size)
 
 Q_DECLARE_METATYPE(Tool)
 
+namespace {
+
+void addToolColumn()
+{
+    QTest::addColumn<Tool>("tool");
+    QTest::newRow("hg") << Tool::mercurial;
+    QTest::newRow("git") << Tool::git;
+}
+
+} // namespace
+
 class ToolRunnerTest : public QObject {
     Q_OBJECT
 
@@ -252,12 +263,21 @@ private Q_SLOTS:
         }
     }
 
-    void launchFailureIsPassedUp_data()
+    // While a command runs nothing of it lies in the shared temporary folder,
+    // where others could read what it prints.
+    void runningCommandLeavesNothingToRead_data() { addToolColumn(); }
+
+    void runningCommandLeavesNothingToRead()
     {
-        QTest::addColumn<Tool>("tool");
-        QTest::newRow("hg") << Tool::mercurial;
-        QTest::newRow("git") << Tool::git;
+        QFETCH(Tool, tool);
+        FakeToolBehaviour behaviour;
+        behaviour.customBody = "echo secret >&2; find \"$TMPDIR\" -maxdepth 1 -type f";
+        const FakeTool fake(behaviour);
+        const ScopedEnvironmentVariable override(variableOf(tool), fake.path().toUtf8());
+        QCOMPARE(run(tool, {u"status"_s}, {0}).standardOutput, QByteArray());
     }
+
+    void launchFailureIsPassedUp_data() { addToolColumn(); }
 
     void launchFailureIsPassedUp()
     {
