@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -79,6 +80,33 @@ private Q_SLOTS:
         QCOMPARE(code.workingDirectory(), repository.path());
         QVERIFY(!QFile::exists(repository.filePath(u"x"_s)));
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
+    }
+
+    // An editor found through its desktop file gets the file as an argument
+    // of the whole command line; before, "env ..." was cut to "env <file>",
+    // which ran the file.
+    void editorOfADesktopFileNeverRunsTheFile()
+    {
+        const StandIn editor(m_programs, u"kate-standin"_s);
+        const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
+        QVERIFY(QDir().mkpath(applications));
+        QFile entry(applications + u"/org.kde.kate.desktop"_s);
+        QVERIFY(entry.open(QIODevice::WriteOnly));
+        entry.write("[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
+        entry.close();
+        const test::GitFixture repository;
+        repository.write(u"run-me"_s, "#!/bin/sh\ntouch '" + repository.filePath(u"PWNED"_s).toUtf8() + "'\n");
+        QVERIFY(QFile::setPermissions(repository.filePath(u"run-me"_s), QFile::ReadOwner | QFile::ExeOwner));
+        test::ModelHarness harness;
+        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"kate"_s);
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
+        QVERIFY(harness.settle());
+        model.openInEditor(repository.filePath(u"run-me"_s));
+        QTRY_VERIFY(editor.ran());
+        entry.remove();
+        QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, repository.filePath(u"run-me"_s)}));
+        QVERIFY(!QFile::exists(repository.filePath(u"PWNED"_s)));
     }
 
     void opensTheRepositoryInATerminal()
