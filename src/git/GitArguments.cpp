@@ -1,7 +1,5 @@
 #include "git/GitArguments.h"
 
-#include "process/OptionLike.h"
-#include "process/ToolFailure.h"
 
 using namespace Qt::StringLiterals;
 
@@ -23,9 +21,5 @@ QString fileArgument(const QString &path)
     return needsLiteralPathspec(path) ? u":(literal)"_s + path : path;
 }
 
-void refuseOptionLike(const QString &value, const QString &what)
-{
-    tillery::refuseOptionLike<GitFailure>(value, what);
-}
 
 } // namespace tillery::git

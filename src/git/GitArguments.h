@@ -11,10 +11,6 @@ namespace tillery::git {
 bool needsLiteralPathspec(QStringView path);
 QString fileArgument(const QString &path);
 
-// A branch name or revision that reaches a command line must never be read
-// as an option: one that begins with "-" is refused with GitFailure
-// (malformedOutput) before anything runs. `what` names it in the message,
-// for example "a branch name".
-void refuseOptionLike(const QString &value, const QString &what);
+
 
 } // namespace tillery::git

@@ -6,6 +6,18 @@ using namespace Qt::StringLiterals;
 
 namespace tillery::git {
 
+namespace {
+
+// A diff as Tillery reads it, whatever the person's configuration says about
+// colour, external tools, path prefixes and quoting.
+QStringList diffArguments(const QString &command = u"diff"_s)
+{
+    return {u"-c"_s, u"core.quotePath=false"_s, command, u"--no-ext-diff"_s, u"--no-color"_s,
+            u"--src-prefix=a/"_s, u"--dst-prefix=b/"_s};
+}
+
+} // namespace
+
 ToolCommand statusCommand()
 {
     return {{u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s}, {0}};
@@ -54,7 +66,8 @@ ToolCommand verifyHeadCommand()
 ToolCommand historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
-             u"--format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B"_s, u"--name-only"_s},
+             u"--format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
+             u"--no-color"_s, u"--no-show-signature"_s},
             {0}};
 }
 
@@ -100,12 +113,12 @@ ToolCommand upstreamCommand()
 
 ToolCommand workingDiffCommand(const QString &path)
 {
-    return {{u"diff"_s, u"--no-ext-diff"_s, u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand stagedDiffCommand(const QString &path)
 {
-    return {{u"diff"_s, u"--no-ext-diff"_s, u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments() + QStringList{u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand commitFilesCommand(const QString &hash)
@@ -117,8 +130,9 @@ ToolCommand commitFilesCommand(const QString &hash)
 
 ToolCommand commitDiffCommand(const QString &hash, const QString &path)
 {
-    return {{u"show"_s, u"--format="_s, u"--no-ext-diff"_s, u"--find-renames"_s, hash, u"--"_s,
-             fileArgument(path)},
+    return {diffArguments(u"show"_s)
+                + QStringList{u"--format="_s, u"--no-show-signature"_s, u"--find-renames"_s, hash, u"--"_s,
+                              fileArgument(path)},
             {0}};
 }
 
@@ -129,7 +143,7 @@ ToolCommand fileContentsCommand(const QString &revision, const QString &path)
 
 ToolCommand compareDiffCommand(const QString &branch)
 {
-    return {{u"diff"_s, u"--no-ext-diff"_s, branch + u"...HEAD"_s}, {0}};
+    return {diffArguments() + QStringList{branch + u"...HEAD"_s}, {0}};
 }
 
 namespace {

@@ -4,6 +4,7 @@
 #include "git/GitCommands.h"
 #include "git/GitParsers.h"
 #include "process/Failure.h"
+#include "process/OptionLike.h"
 #include "process/NewFileDiff.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
@@ -18,7 +19,7 @@ constexpr int unbornHeadStatus = 128;
 
 QString revisionArgument(const QString &hash)
 {
-    git::refuseOptionLike(hash, u"a revision"_s);
+    refuseOptionLike(hash, u"a revision"_s);
     return hash;
 }
 
@@ -62,7 +63,7 @@ QByteArray gitFileContents(const QString &repositoryPath, const QString &hash, c
 
 QString gitCompareDiff(const QString &repositoryPath, const QString &branch)
 {
-    git::refuseOptionLike(branch, u"a branch name"_s);
+    refuseOptionLike(branch, u"a branch name"_s);
     return decodeUtf8OrEmpty(runGit(git::compareDiffCommand(branch), repositoryPath).standardOutput);
 }
 

@@ -5,6 +5,7 @@
 #include "git/GitSnapshot.h"
 #include "process/CommitMessage.h"
 #include "process/Failure.h"
+#include "process/OptionLike.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 #include "process/ToolRunner.h"
@@ -186,7 +187,7 @@ Repository createRepository(const QString &path)
 
 void setRemoteAddress(const QString &repositoryPath, const QString &address)
 {
-    const QString stored = addressToStore<GitFailure>(address, [&] {
+    const QString stored = addressToStore(address, [&] {
         return decodeUtf8OrEmpty(run(originUrlCommand(), repositoryPath).standardOutput).trimmed();
     });
     const QStringList remotes = parseLines(run(remotesCommand(), repositoryPath).standardOutput);

@@ -16,11 +16,12 @@ QString problemSentence(RepositoryFileProblem problem)
 {
     switch (problem) {
     case RepositoryFileProblem::isLink:
-        return u"the repository configuration file is a symbolic link, which Tillery never writes through"_s;
+        return u"The repository configuration file .hg/hgrc is a symbolic link, which Tillery never writes through; "
+               "it was left unchanged."_s;
     case RepositoryFileProblem::unreadable:
-        return u"the repository configuration file could not be read"_s;
+        return u"The repository configuration file .hg/hgrc could not be read; it was left unchanged."_s;
     case RepositoryFileProblem::notUtf8:
-        return u"the repository configuration file is not UTF-8 text"_s;
+        return u"The repository configuration file .hg/hgrc is not UTF-8 text; it was left unchanged."_s;
     }
     Q_UNREACHABLE();
     return QString();
@@ -32,11 +33,11 @@ void writeDefaultPath(const QString &repositoryPath, const QString &address)
 {
     const auto read = readRepositoryTextFile(repositoryPath, u".hg/hgrc"_s);
     if (const auto *problem = std::get_if<RepositoryFileProblem>(&read))
-        throw MercurialFailure::malformedOutput(problemSentence(*problem));
+        throw RefusedInput(problemSentence(*problem));
     const RepositoryTextFile &file = std::get<RepositoryTextFile>(read);
     const std::optional<QString> text = setIniValue(file.text, u"paths"_s, u"default"_s, address);
     if (!text)
-        throw MercurialFailure::malformedOutput(invalidAddressSentence());
+        throw RefusedInput(invalidAddressSentence());
     if (const std::optional<QString> reason = replaceTextFile(file.path, *text))
         throw PlatformFailure(*reason);
 }

@@ -4,6 +4,7 @@
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialFileArguments.h"
 #include "process/Failure.h"
+#include "process/OptionLike.h"
 #include "process/NewFileDiff.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
@@ -16,7 +17,7 @@ namespace {
 
 const QString &checkedNode(const Changeset &changeset)
 {
-    mercurial::refuseOptionLike(changeset.node, u"a changeset id"_s);
+    refuseOptionLike(changeset.node, u"a changeset id"_s);
     return changeset.node;
 }
 
@@ -57,7 +58,7 @@ QByteArray mercurialFileContents(const QString &path, FileState state, const Cha
 
 QString mercurialCompareDiff(const QString &target, const QString &repositoryPath)
 {
-    mercurial::refuseOptionLike(target, u"a bookmark name"_s);
+    refuseOptionLike(target, u"a bookmark name"_s);
     return decodeUtf8OrEmpty(
         runMercurial(mercurial::compareDiffCommand(target), repositoryPath).standardOutput);
 }

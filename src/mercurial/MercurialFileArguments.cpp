@@ -1,7 +1,5 @@
 #include "mercurial/MercurialFileArguments.h"
 
-#include "process/OptionLike.h"
-#include "process/ToolFailure.h"
 
 using namespace Qt::StringLiterals;
 
@@ -20,11 +18,6 @@ bool needsLiteralPathPrefix(QStringView path)
 QString fileArgument(const QString &path)
 {
     return needsLiteralPathPrefix(path) ? u"path:"_s + path : path;
-}
-
-void refuseOptionLike(const QString &value, const QString &what)
-{
-    tillery::refuseOptionLike<MercurialFailure>(value, what);
 }
 
 } // namespace tillery::mercurial

@@ -12,8 +12,4 @@ namespace tillery::mercurial {
 bool needsLiteralPathPrefix(QStringView path);
 QString fileArgument(const QString &path);
 
-// A name, node or revision that begins with "-" is refused with
-// MercurialFailure (malformedOutput) before anything runs; `what` names it.
-void refuseOptionLike(const QString &value, const QString &what);
-
 } // namespace tillery::mercurial

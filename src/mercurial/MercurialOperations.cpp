@@ -5,6 +5,7 @@
 #include "mercurial/MercurialFileArguments.h"
 #include "process/CommitMessage.h"
 #include "process/Failure.h"
+#include "process/OptionLike.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 #include "process/ToolRunner.h"
@@ -70,8 +71,7 @@ void merge(const QString &target, const QString &repositoryPath)
 
 void squashMerge(const QString &, const QString &)
 {
-    throw MercurialFailure::malformedOutput(
-        u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead"_s);
+    throw RefusedInput(u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead."_s);
 }
 
 void rebase(const QString &destination, const QString &repositoryPath)
@@ -132,7 +132,7 @@ Repository createRepository(const QString &path)
 
 void setDefaultRemote(const QString &address, const QString &repositoryPath)
 {
-    const QString stored = addressToStore<MercurialFailure>(address, [&] {
+    const QString stored = addressToStore(address, [&] {
         return decodeUtf8OrEmpty(runMercurial(storedDefaultPathCommand(), repositoryPath).standardOutput).trimmed();
     });
     writeDefaultPath(repositoryPath, stored);

@@ -1,6 +1,7 @@
 #include "process/Executables.h"
 
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -22,7 +23,9 @@ std::optional<QString> findExecutable(const char *variable, const QString &name)
         if (info.isFile() && info.isExecutable())
             return candidate;
     }
-    return std::nullopt;
+    // A tool installed for one person only (~/.local/bin) is on the search path.
+    const QString onPath = QStandardPaths::findExecutable(name);
+    return onPath.isEmpty() ? std::nullopt : std::optional(onPath);
 }
 
 } // namespace

@@ -9,9 +9,9 @@
 namespace tillery {
 
 // The tools are looked up afresh on every run: the "HG" (or "GIT") variable
-// when it is set, then /opt/homebrew/bin, /usr/local/bin and /usr/bin. The
-// search path is deliberately not consulted, so that a GUI session with a
-// minimal PATH finds the same tool as a terminal does.
+// when it is set, then /opt/homebrew/bin, /usr/local/bin and /usr/bin (a GUI
+// session's PATH may lack them), and last the search path, where a tool
+// installed for one person only (~/.local/bin) is found.
 std::optional<QString> findMercurialExecutable();
 std::optional<QString> findGitExecutable();
 

@@ -38,6 +38,13 @@ public:
     static PlatformFailure unreadableJson(const QString &reason, qsizetype offset);
 };
 
+// Input Tillery will not hand to a tool, such as a name that would be read
+// as an option; the description is a plain sentence naming what was refused.
+class RefusedInput final : public Failure {
+public:
+    using Failure::Failure;
+};
+
 // A folder that is neither a Mercurial nor a Git repository.
 class RepositoryFailure final : public Failure {
 public:

@@ -66,7 +66,8 @@ QString asTerminalShowsIt(const QString &text)
     if (!text.contains(u'\r'))
         return text;
     QStringList shown;
-    for (const QString &line : text.split(u'\n')) {
+    // A carriage return before a line feed only ends the line (Windows line ends).
+    for (const QString &line : QString(text).replace(u"\r\n"_s, u"\n"_s).split(u'\n')) {
         const QString last = line.section(u'\r', -1);
         if (!last.trimmed().isEmpty())
             shown.append(last);

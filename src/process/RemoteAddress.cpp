@@ -1,5 +1,7 @@
 #include "process/RemoteAddress.h"
 
+#include "process/Failure.h"
+
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -66,12 +68,25 @@ std::optional<QString> validRemoteAddress(const QString &entered)
 
 QString invalidAddressSentence()
 {
-    return u"enter a valid remote address"_s;
+    return u"Enter a valid remote address: it cannot be empty, begin with “-” or hold a line break."_s;
 }
 
 QString unrestorablePasswordSentence()
 {
-    return u"the masked remote password could not be restored; enter the password again"_s;
+    return u"The masked remote password could not be restored; enter the password again."_s;
+}
+
+QString addressToStore(const QString &entered, const std::function<QString()> &storedAddress)
+{
+    std::optional<QString> address = validRemoteAddress(entered);
+    if (!address)
+        throw RefusedInput(invalidAddressSentence());
+    if (isMaskedRemoteAddress(*address)) {
+        address = restoreMaskedPassword(*address, storedAddress());
+        if (!address)
+            throw RefusedInput(unrestorablePasswordSentence());
+    }
+    return *address;
 }
 
 QString withPasswordsMasked(const QString &text)

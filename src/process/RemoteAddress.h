@@ -1,6 +1,5 @@
 #pragma once
 
-#include "process/ToolFailure.h"
 
 #include <QString>
 
@@ -30,20 +29,8 @@ QString unrestorablePasswordSentence();
 
 // The address to store for what the person entered: trimmed and checked, and
 // for a masked address with the password of the stored one (asked for only
-// then). Refusals are the backend's malformedOutput failures.
-template <typename BackendFailure>
-QString addressToStore(const QString &entered, const std::function<QString()> &storedAddress)
-{
-    std::optional<QString> address = validRemoteAddress(entered);
-    if (!address)
-        throw BackendFailure::malformedOutput(invalidAddressSentence());
-    if (isMaskedRemoteAddress(*address)) {
-        address = restoreMaskedPassword(*address, storedAddress());
-        if (!address)
-            throw BackendFailure::malformedOutput(unrestorablePasswordSentence());
-    }
-    return *address;
-}
+// then). Refusals are RefusedInput failures.
+QString addressToStore(const QString &entered, const std::function<QString()> &storedAddress);
 
 // The text with the password of every URL in it replaced by "***", for
 // messages that may quote an address.

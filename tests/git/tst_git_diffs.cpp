@@ -158,10 +158,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected");
         QTest::newRow("other status")
             << QByteArray("echo 'fatal: bad' >&2; exit 2")
-            << u"git diff --no-ext-diff HEAD -- a b.txt exited with status 2.\n\nfatal: bad"_s;
+            << u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ HEAD -- "
+               "a b.txt exited with status 2.\n\nfatal: bad"_s;
         QTest::newRow("retry fails too")
-            << QByteArray("case \"$4\" in HEAD) exit 128 ;; *) echo 'fatal: index' >&2; exit 128 ;; esac")
-            << u"git diff --no-ext-diff --cached -- a b.txt exited with status 128.\n\nfatal: index"_s;
+            << QByteArray("case \" $* \" in *' HEAD '*) exit 128 ;; *) echo 'fatal: index' >&2; exit 128 ;; esac")
+            << u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ --cached -- "
+               "a b.txt exited with status 128.\n\nfatal: index"_s;
     }
 
     void failuresDescribeTheirArguments()

@@ -214,19 +214,19 @@ private Q_SLOTS:
         const auto refusal = [](auto call) {
             try {
                 call();
-            } catch (const GitFailure &failure) {
+            } catch (const RefusedInput &failure) {
                 return failure.description();
             }
             return u"(not refused)"_s;
         };
         QCOMPARE(refusal([&] { gitCompareDiff(clone->path(), u"--output=pwned"_s); }),
-                 u"Git returned data that could not be read: a branch name cannot begin with -"_s);
+                 u"A branch name cannot begin with “-”."_s);
         QCOMPARE(refusal([&] { gitCommitFiles(clone->path(), u"-x"_s); }),
-                 u"Git returned data that could not be read: a revision cannot begin with -"_s);
+                 u"A revision cannot begin with “-”."_s);
         QCOMPARE(refusal([&] { gitCommitDiff(clone->path(), u"-x"_s, u"a.txt"_s); }),
-                 u"Git returned data that could not be read: a revision cannot begin with -"_s);
+                 u"A revision cannot begin with “-”."_s);
         QCOMPARE(refusal([&] { gitFileContents(clone->path(), u"-x"_s, {u"a.txt"_s, FileState::modified}); }),
-                 u"Git returned data that could not be read: a revision cannot begin with -"_s);
+                 u"A revision cannot begin with “-”."_s);
         QCOMPARE(git.processId(), 0);
     }
 

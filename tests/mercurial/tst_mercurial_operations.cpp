@@ -147,8 +147,7 @@ private Q_SLOTS:
         QCOMPARE(QString::fromUtf8(repository.hg({u"log"_s, u"-r"_s, u"p1(topic)"_s, u"-T"_s, u"{bookmarks}"_s})),
                  u"main"_s);
         QCOMPARE(failureOf([&] { hg().squashMerge(repository.path(), u"main"_s); }),
-                 u"Mercurial returned data that could not be read: Mercurial has no squash merge; merge the "
-                 "bookmark or rebase onto it instead"_s);
+                 u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead."_s);
     }
 
     void conflictingMerge()
@@ -222,10 +221,9 @@ private Q_SLOTS:
         QCOMPARE(QFile::permissions(hgrc), permissions);
 
         QCOMPARE(failureOf([&] { hg().setRemoteAddress(repository.path(), u"https://h/x\n[hooks]"_s); }),
-                 u"Mercurial returned data that could not be read: enter a valid remote address"_s);
+                 u"Enter a valid remote address: it cannot be empty, begin with “-” or hold a line break."_s);
         QCOMPARE(failureOf([&] { hg().setRemoteAddress(repository.path(), u"https://ann:***@h/x"_s); }),
-                 u"Mercurial returned data that could not be read: the masked remote password could not be "
-                 "restored; enter the password again"_s);
+                 u"The masked remote password could not be restored; enter the password again."_s);
         QCOMPARE(readFile(hgrc), QByteArray("[ui]\nusername = Keep Me\n\n[paths]\ndefault = /srv/repos/app\n"));
     }
 
@@ -254,8 +252,7 @@ private Q_SLOTS:
             QVERIFY(QFile::link(target, repository.filePath(u".hg/hgrc"_s)));
 
         const QString failure = failureOf([&] { hg().setRemoteAddress(repository.path(), u"/srv/x"_s); });
-        QVERIFY2(failure.startsWith(u"Mercurial returned data that could not be read: the repository "
-                                    "configuration file"_s),
+        QVERIFY2(failure.startsWith(u"The repository configuration file .hg/hgrc "_s),
                  qPrintable(failure));
         QCOMPARE(readFile(file.fileName()), original);
     }
@@ -287,7 +284,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<Operation>("operation");
         QTest::addColumn<QString>("expected");
-        const QString bookmark = u"Mercurial returned data that could not be read: a bookmark name cannot begin with -"_s;
+        const QString bookmark = u"A bookmark name cannot begin with “-”."_s;
         const QString evil = u"--config=hooks.pre-bookmark=touch PWNED"_s;
         QTest::newRow("create") << Operation([=](const QString &p) { hg().createBookmark(p, evil); }) << bookmark;
         QTest::newRow("rename from") << Operation([=](const QString &p) { hg().renameBookmark(p, evil, u"x"_s); })
@@ -301,13 +298,12 @@ private Q_SLOTS:
         QTest::newRow("rebase") << Operation([=](const QString &p) { hg().rebase(p, u"--keep"_s); }) << bookmark;
         QTest::newRow("clone source")
             << Operation([=](const QString &p) { hg().clone(u"--config=hooks.pre-clone=touch PWNED"_s, p + u"/c"_s); })
-            << u"Mercurial returned data that could not be read: a clone source cannot begin with -"_s;
+            << u"A clone source cannot begin with “-”."_s;
         QTest::newRow("clone destination") << Operation([=](const QString &p) { hg().clone(p, u"-U"_s); })
-                                           << u"Mercurial returned data that could not be read: a clone destination "
-                                              "cannot begin with -"_s;
+                                           << u"A clone destination cannot begin with “-”."_s;
         QTest::newRow("remote address") << Operation([=](const QString &p) { hg().setRemoteAddress(p, u"-e touch PWNED"_s); })
-                                        << u"Mercurial returned data that could not be read: enter a valid remote "
-                                           "address"_s;
+                                        << u"Enter a valid remote address: it cannot be empty, begin with “-” or "
+                                           "hold a line break."_s;
     }
 
     void hostileNames()

@@ -70,6 +70,8 @@ private Q_SLOTS:
         QTest::newRow("rewritten lines") << u"Counting: 10%\rCounting: 100%, done.\nfatal: gone\n"_s
                                          << u"Counting: 100%, done.\nfatal: gone"_s;
         QTest::newRow("cleared progress") << u"\rfiles 3/4\r          \rabort: no space\n"_s << u"abort: no space"_s;
+        QTest::newRow("Windows line ends") << u"remote: hook said no\r\nabort: x\r\n"_s
+                                           << u"remote: hook said no\nabort: x"_s;
     }
 
     void terminalView()

@@ -428,33 +428,42 @@ private Q_SLOTS:
         QVERIFY(!test::processIsRunning(fake.processId()));
     }
 
-    // With no tool in any of the fixed folders nothing can run. The fixed
-    // folders are hidden in a private mount namespace of a child test process.
-    void notInstalledWhenNoFolderHasTheTool()
+    // With no tool in any of the fixed folders the search path is tried;
+    // with none there either nothing can run. The fixed folders are hidden in
+    // a private mount namespace of a child test process.
+    void searchPathComesLast()
     {
         if (qEnvironmentVariableIsSet("TILLERY_TEST_TOOLS_HIDDEN")) {
-            QVERIFY(!findMercurialExecutable());
+            const QString onPath = qEnvironmentVariable("TILLERY_TEST_PATH_TOOLS");
             QVERIFY(!findGitExecutable());
-            const FakeTool onPath({});
-            const ScopedEnvironmentVariable path("PATH", QFileInfo(onPath.path()).absolutePath().toUtf8());
-            QCOMPARE(toolFailureDescription([] { runMercurial({u"status"_s}, std::nullopt, {0}); }),
-                     MercurialFailure::notInstalled().description());
+            const ScopedEnvironmentVariable path("PATH", onPath.toUtf8());
+            QCOMPARE(findMercurialExecutable(), std::optional(onPath + u"/hg"_s));
+            QCOMPARE(runMercurial({u"status"_s}, std::nullopt, {0}).standardOutput, QByteArray("found on the path\n"));
             QCOMPARE(toolFailureDescription([] { runGit({u"status"_s}, std::nullopt, {0}); }),
                      GitFailure::notInstalled().description());
-            QCOMPARE(onPath.processId(), 0);
             return;
         }
 
+        // A stand-in hg on the search path, with a shell of its own: /usr/bin
+        // (and /bin with it) is hidden in the child.
+        QTemporaryDir onPath;
+        QVERIFY(QFile::copy(QFileInfo(u"/bin/sh"_s).canonicalFilePath(), onPath.filePath(u"sh"_s)));
+        QFile hg(onPath.filePath(u"hg"_s));
+        QVERIFY(hg.open(QIODevice::WriteOnly));
+        hg.write("#!" + onPath.filePath(u"sh"_s).toUtf8() + "\necho found on the path\n");
+        hg.close();
+        QVERIFY(hg.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         QTemporaryDir empty;
         QByteArray script;
         for (const char *folder : {"/opt/homebrew/bin", "/usr/local/bin", "/usr/bin"}) {
             if (QFileInfo(QString::fromLatin1(folder)).isDir())
                 script += "mount --bind '" + empty.path().toUtf8() + "' " + folder + " && ";
         }
-        script += "echo tools-hidden && exec \"$0\" notInstalledWhenNoFolderHasTheTool";
+        script += "echo tools-hidden && exec \"$0\" searchPathComesLast";
         QProcess child;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"TILLERY_TEST_TOOLS_HIDDEN"_s, u"1"_s);
+        environment.insert(u"TILLERY_TEST_PATH_TOOLS"_s, onPath.path());
         child.setProcessEnvironment(environment);
         const QStringList namespaceOptions = geteuid() == 0 ? QStringList{u"--mount"_s}
                                                             : QStringList{u"--mount"_s, u"--map-root-user"_s};

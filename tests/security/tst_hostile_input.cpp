@@ -116,8 +116,6 @@ private Q_SLOTS:
         QTest::addColumn<Attack>("attack");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("markerExpected");
-        const QString hgRefusal = u"Mercurial returned data that could not be read: "_s;
-        const QString gitRefusal = u"Git returned data that could not be read: "_s;
 
         QTest::newRow("hg: compare to a bookmark pulled from a remote")
             << RepositoryKind::mercurial << Attack([](const Scene &scene) {
@@ -125,12 +123,12 @@ private Q_SLOTS:
                    scene.tool({u"bookmark"_s, u"--"_s, name});
                    return failureOf([&] { scene.backend().compareDiff(scene.path(), name); });
                })
-            << hgRefusal + u"a bookmark name cannot begin with -"_s << false;
+            << u"A bookmark name cannot begin with “-”."_s << false;
         QTest::newRow("git: compare to an option")
             << RepositoryKind::git << Attack([](const Scene &scene) {
                    return failureOf([&] { scene.backend().compareDiff(scene.path(), u"--output="_s + scene.marker()); });
                })
-            << gitRefusal + u"a branch name cannot begin with -"_s << false;
+            << u"A branch name cannot begin with “-”."_s << false;
         for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
             const bool hg = kind == RepositoryKind::mercurial;
             const char *name = hg ? "hg" : "git";
@@ -140,8 +138,7 @@ private Q_SLOTS:
                        return failureOf([&] { scene.backend().changesetFiles(scene.path(), forged); })
                               + failureOf([&] { scene.backend().changesetDiff(scene.path(), forged, u"a.txt"_s); });
                    })
-                << (hg ? hgRefusal + u"a changeset id cannot begin with -"_s
-                       : gitRefusal + u"a revision cannot begin with -"_s).repeated(2)
+                << (hg ? u"A changeset id cannot begin with “-”."_s : u"A revision cannot begin with “-”."_s).repeated(2)
                 << false;
             for (const QString &message :
                  {u"--config=alias.commit=!touch MARKER"_s, u"--cwd=/"_s, u"-R/elsewhere"_s, u"--amend"_s,
@@ -193,6 +190,59 @@ private Q_SLOTS:
         const Scene scene(kind);
         QCOMPARE(attack(scene), expected);
         QCOMPARE(scene.markerAppeared(), markerExpected);
+    }
+
+    // A person's configuration may change everything a tool prints for people;
+    // what Tillery reads stays the same.
+    void personalConfigurationChangesNothingRead_data() { test::addKindColumn(); }
+
+    void personalConfigurationChangesNothingRead()
+    {
+        QFETCH(RepositoryKind, kind);
+        const Scene scene(kind);
+        scene.repository->write(u"caf\u00e9 \u2615.txt"_s, "one\ntwo\n");
+        scene.repository->commitAll(u"caf\u00e9\n\nmore words"_s);
+        scene.repository->write(u"a.txt"_s, "a\nchanged\n");
+        scene.repository->write(u"new.txt"_s, "new\n");
+        const auto everythingRead = [&scene] {
+            const VersionControl &backend = scene.backend();
+            const RepositorySnapshot snapshot = backend.loadSnapshot(scene.path());
+            const Changeset newest = snapshot.history.value(0);
+            const QList<WorkingFile> changed = backend.changesetFiles(scene.path(), newest);
+            return QVariantList{QVariant::fromValue(snapshot.files.size()), snapshot.branch,
+                                QStringList{newest.description, newest.author, newest.node},
+                                backend.workingDiff(scene.path(), {u"a.txt"_s, FileState::modified}, [] { return false; }),
+                                changed.value(0).path,
+                                backend.changesetDiff(scene.path(), newest, changed.value(0).path),
+                                backend.compareDiff(scene.path(), snapshot.branch)};
+        };
+        const QVariantList plain = everythingRead();
+        QCOMPARE(plain.at(4).toString(), u"caf\u00e9 \u2615.txt"_s);
+
+        const QString personal = scene.folder(u"personal"_s);
+        QFile file(personal);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        std::optional<ScopedEnvironmentVariable> configuration;
+        if (kind == RepositoryKind::mercurial) {
+            file.write("[alias]\nstatus = status --clean\nlog = log --limit 1 --verbose\ndiff = diff --reverse\n"
+                       "[defaults]\nstatus = --all\nlog = --limit 1\ndiff = --reverse\n"
+                       "[ui]\nverbose = True\ntweakdefaults = True\ncolor = always\nlogtemplate = {rev}\n"
+                       "[commands]\nstatus.relative = True\nstatus.verbose = True\n"
+                       "[diff]\nnoprefix = True\nword-diff = True\nnobinary = True\n");
+            configuration.emplace("HGRCPATH", qgetenv("HGRCPATH") + ':' + personal.toUtf8());
+        } else {
+            QFile pinned(qEnvironmentVariable("GIT_CONFIG_GLOBAL"));
+            QVERIFY(pinned.open(QIODevice::ReadOnly));
+            file.write(pinned.readAll());
+            file.write("[color]\n\tui = always\n\tdiff = always\n[log]\n\tshowSignature = true\n\tdecorate = full\n"
+                       "[status]\n\tshowUntrackedFiles = no\n\trelativePaths = true\n\tshort = true\n"
+                       "[diff]\n\tnoprefix = true\n\tmnemonicPrefix = true\n\texternal = false\n"
+                       "[core]\n\tquotePath = false\n[i18n]\n\tlogOutputEncoding = ISO-8859-1\n"
+                       "[format]\n\tpretty = oneline\n");
+            configuration.emplace("GIT_CONFIG_GLOBAL", personal.toUtf8());
+        }
+        file.close();
+        QCOMPARE(everythingRead(), plain);
     }
 
     // A message may hold any byte but NUL, the separators of the old log
