@@ -46,7 +46,19 @@ void forEachLine(QStringView text, Visit visit)
     }
 }
 
+bool isBinaryDiff(QStringView text)
+{
+    static const QRegularExpression marker(uR"(^(GIT binary patch|Binary files .* differ)$)"_s,
+                                           QRegularExpression::MultilineOption);
+    return marker.match(text).hasMatch();
+}
+
 } // namespace
+
+QString binaryFileNotice()
+{
+    return u"Binary file"_s;
+}
 
 std::optional<std::pair<qint64, qint64>> parseHunkHeader(QStringView line)
 {
@@ -157,8 +169,10 @@ QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
 PresentedDiffDocument buildDiffDocument(const QString &text)
 {
     PresentedDiffDocument document;
-    document.text = text;
     document.unifiedLines = classifyDiffLines(text);
+    // A binary file's diff holds no rows but headers and, from Mercurial, an
+    // encoded patch: neither means anything to a person.
+    document.text = document.unifiedLines.isEmpty() && isBinaryDiff(text) ? binaryFileNotice() : text;
     document.splitLines = pairSplitLines(document.unifiedLines);
     return document;
 }

@@ -51,7 +51,10 @@ QList<PresentedDiffLine> classifyDiffLines(QStringView text);
 // Pairs each run of deletions with the run of additions right after it.
 QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines);
 
+// The document's text is the diff's, except for a binary file's diff
+// without rows: then it is binaryFileNotice().
 PresentedDiffDocument buildDiffDocument(const QString &text);
+QString binaryFileNotice();
 
 // The document of no diff at all, built once.
 const PresentedDiffDocument &emptyDiffDocument();

@@ -49,16 +49,23 @@ QList<WorkingFile> gitCommitFiles(const QString &repositoryPath, const QString &
         runGit(git::commitFilesCommand(revisionArgument(hash)), repositoryPath).standardOutput);
 }
 
-QString gitCommitDiff(const QString &repositoryPath, const QString &hash, const QString &path)
+QString gitCommitDiff(const QString &repositoryPath, const QString &hash, const QString &path,
+                      const CancellationCheck &isCancelled)
 {
     return decodeUtf8OrEmpty(
-        runGit(git::commitDiffCommand(revisionArgument(hash), path), repositoryPath).standardOutput);
+        runGit(git::commitDiffCommand(revisionArgument(hash), path), repositoryPath, {isCancelled, {}})
+            .standardOutput);
 }
 
 QByteArray gitFileContents(const QString &repositoryPath, const QString &hash, const WorkingFile &file)
 {
     const QString revision = revisionArgument(hash) + (file.state == FileState::removed ? u"^"_s : QString());
     return runGit(git::fileContentsCommand(revision, file.path), repositoryPath).standardOutput;
+}
+
+QByteArray gitHeadContents(const QString &repositoryPath, const QString &path)
+{
+    return runGit(git::fileContentsCommand(u"HEAD"_s, path), repositoryPath).standardOutput;
 }
 
 QString gitCompareDiff(const QString &repositoryPath, const QString &branch)

@@ -1,5 +1,6 @@
 #include "integrations/FileManager.h"
 
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QProcess>
@@ -26,8 +27,13 @@ bool revealInFileManager(const QString &path)
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 3000);
     if (reply.type() == QDBusMessage::ReplyMessage)
         return true;
+    // Without a file manager that shows items, the folder opens, from the
+    // application's own thread.
     const QFileInfo info(path);
-    return QDesktopServices::openUrl(QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath()));
+    const QUrl folder = QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath());
+    QMetaObject::invokeMethod(QCoreApplication::instance(), [folder] { QDesktopServices::openUrl(folder); },
+                              Qt::QueuedConnection);
+    return true;
 #endif
 }
 

@@ -41,11 +41,12 @@ QList<WorkingFile> mercurialChangesetFiles(const Changeset &changeset, const QSt
         runMercurial(mercurial::changesetFilesCommand(checkedNode(changeset)), repositoryPath).standardOutput);
 }
 
-QString mercurialChangesetDiff(const QString &path, const Changeset &changeset,
-                               const QString &repositoryPath)
+QString mercurialChangesetDiff(const QString &path, const Changeset &changeset, const QString &repositoryPath,
+                               const CancellationCheck &isCancelled)
 {
-    return decodeUtf8OrEmpty(
-        runMercurial(mercurial::changesetDiffCommand(checkedNode(changeset), path), repositoryPath).standardOutput);
+    return decodeUtf8OrEmpty(runMercurial(mercurial::changesetDiffCommand(checkedNode(changeset), path),
+                                          repositoryPath, {isCancelled, {}})
+                                 .standardOutput);
 }
 
 QByteArray mercurialFileContents(const QString &path, FileState state, const Changeset &changeset,
@@ -54,6 +55,11 @@ QByteArray mercurialFileContents(const QString &path, FileState state, const Cha
     const QString node = checkedNode(changeset);
     const QString revision = state == FileState::removed ? u"p1("_s + node + u')' : node;
     return runMercurial(mercurial::fileContentsCommand(revision, path), repositoryPath).standardOutput;
+}
+
+QByteArray mercurialParentContents(const QString &path, const QString &repositoryPath)
+{
+    return runMercurial(mercurial::fileContentsCommand(u"."_s, path), repositoryPath).standardOutput;
 }
 
 QString mercurialCompareDiff(const QString &target, const QString &repositoryPath)

@@ -21,8 +21,8 @@ QString mercurialWorkingDiff(const QString &path, FileState state, const QString
 QList<WorkingFile> mercurialChangesetFiles(const Changeset &changeset, const QString &repositoryPath);
 
 // The diff of one file in a changeset; empty when there is no textual diff.
-QString mercurialChangesetDiff(const QString &path, const Changeset &changeset,
-                               const QString &repositoryPath);
+QString mercurialChangesetDiff(const QString &path, const Changeset &changeset, const QString &repositoryPath,
+                               const CancellationCheck &isCancelled = {});
 
 // The bytes of a file as of a changeset; a file the changeset removed is
 // read from its first parent, where it still existed.
@@ -30,6 +30,10 @@ QByteArray mercurialFileContents(const QString &path, FileState state, const Cha
                                  const QString &repositoryPath);
 
 // The diff from a bookmark to the working copy's parent; empty when they agree.
+// The file as the working copy's parent has it (a deleted picture is shown
+// from there).
+QByteArray mercurialParentContents(const QString &path, const QString &repositoryPath);
+
 QString mercurialCompareDiff(const QString &target, const QString &repositoryPath);
 
 } // namespace tillery

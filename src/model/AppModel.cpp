@@ -15,6 +15,7 @@ namespace {
 // Tool work mostly waits on child processes, so more of it may run at once
 // than there are cores.
 constexpr int toolThreads = 8;
+constexpr int quitWaitMilliseconds = 2000;
 
 } // namespace
 
@@ -28,6 +29,7 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_settings(services.settings)
     , m_prompts(services.prompts)
     , m_desktop(services.desktop)
+    , m_pool(toolThreads)
     , m_activity(new ActivityState(this))
     , m_library(new RepositoryLibrary(m_settings, this))
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
@@ -37,22 +39,26 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_branches(*this, services.prompts)
     , m_open(*this, services.desktop)
 {
-    m_pool.setMaxThreadCount(toolThreads);
 }
 
 AppModel::~AppModel()
 {
-    // The diff loads stop their tool runs; operations already started finish
-    // on their own, and their results are dropped.
+    // Quitting stops every tool still running (a hung push among them),
+    // waits a moment for the workers, and drops their results.
+    m_pool.stop(quitWaitMilliseconds);
     delete m_diffSelection;
-    m_pool.waitForDone();
 }
 
 void AppModel::start()
 {
     m_settings.migrateEditorSetting();
     m_workspace->setCommitUsername(m_settings.commitUsername());
-    m_icons->load();
+    runInBackground(&m_pool, this,
+                    [store = m_icons->store(), files = m_icons->readFiles()] { return store.loadAll(files); },
+                    [this](Outcome<QMap<QString, QImage>> loaded) {
+                        if (loaded.succeeded())
+                            m_icons->takeLoaded(*loaded.value);
+                    });
     m_library->load();
 
     std::optional<Repository> selection;
@@ -265,9 +271,22 @@ void AppModel::sortSidebarByName()
     m_library->sortByName();
 }
 
-bool AppModel::setRepositoryIcon(const QString &repositoryPath, const QByteArray &bytes)
+void AppModel::setRepositoryIcon(const QString &repositoryPath, const QString &pictureFile,
+                                  const std::function<void(bool)> &done)
 {
-    return m_icons->setIcon(repositoryPath, bytes);
+    runInBackground(
+        &m_pool, this,
+        [store = m_icons->store(), pictureFile] {
+            const std::optional<QByteArray> bytes = RepositoryIconStore::readPictureFile(pictureFile);
+            return bytes ? store.store(*bytes) : std::nullopt;
+        },
+        [this, repositoryPath, done](Outcome<std::optional<std::pair<QString, QImage>>> stored) {
+            const bool taken = stored.succeeded() && stored.value->has_value();
+            if (taken)
+                m_icons->adopt(repositoryPath, (*stored.value)->first, (*stored.value)->second);
+            if (done)
+                done(taken);
+        });
 }
 
 void AppModel::removeRepositoryIcon(const QString &repositoryPath)

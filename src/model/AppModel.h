@@ -62,7 +62,7 @@ public:
     const ActivityState &activityState() const { return *m_activity; }
     ModelSettings &settings() { return m_settings; }
     // How many pieces of background work are running now.
-    int runningBackgroundWork() const { return m_pool.activeThreadCount(); }
+    int runningBackgroundWork() const { return m_pool.threads()->activeThreadCount(); }
 
     // Repositories.
     void select(const Repository &repository);
@@ -82,8 +82,10 @@ public:
     void removeFolder(const QUuid &folderId);
     void sortSidebarByName();
 
-    // Icons: false when the bytes are not a picture.
-    bool setRepositoryIcon(const QString &repositoryPath, const QByteArray &bytes);
+    // Icons. Reads, decodes and stores the picture off the main thread; `done` hears
+    // whether it was a picture that could be stored (nothing changes if not).
+    void setRepositoryIcon(const QString &repositoryPath, const QString &pictureFile,
+                           const std::function<void(bool)> &done = {});
     void removeRepositoryIcon(const QString &repositoryPath);
 
     // Selections and the diff pane.
@@ -188,18 +190,17 @@ public:
 
     // Like perform, for work that talks to a remote: `work` receives a
     // RunControl whose progress phrases appear in the activity text ("Cloning
-    // repository — Receiving objects: 45%"), and which stops the tool when the
-    // operation is cancellable and cancelOperation() is called. A cancelled
-    // operation ends quietly: no error is presented.
+    // repository — Receiving objects: 45%"), and which stops the tool when
+    // cancelOperation() is called. A cancelled operation ends quietly: no
+    // error is presented.
     template <typename Work, typename OnSuccess>
-    void performRemote(const QString &activity, bool cancellable, Work work, OnSuccess onSuccess)
+    void performRemote(const QString &activity, Work work, OnSuccess onSuccess)
     {
         auto cancelRequested = std::make_shared<std::atomic<bool>>(false);
         m_cancelRequested = cancelRequested;
-        m_activity->setCancellable(cancellable);
+        m_activity->setCancellable(true);
         RunControl control;
-        if (cancellable)
-            control.isCancelled = [cancelRequested] { return cancelRequested->load(); };
+        control.isCancelled = [cancelRequested] { return cancelRequested->load(); };
         control.progress = progressReporter(activity);
         perform(
             activity, [work = std::move(work), control] { return work(control); },
@@ -231,7 +232,7 @@ private:
     ModelSettings m_settings;
     Prompts &m_prompts;
     Desktop &m_desktop;
-    QThreadPool m_pool;
+    BackgroundPool m_pool;
     ActivityState *m_activity;
     RepositoryLibrary *m_library;
     RepositoryIcons *m_icons;

@@ -50,6 +50,28 @@ private:
     std::shared_ptr<std::atomic<bool>> m_cancelled;
 };
 
+// The workers of one model. Stopping it cancels every task it runs: their
+// tool runs end within a fraction of a second, and no continuation runs.
+class BackgroundPool {
+public:
+    explicit BackgroundPool(int threadCount);
+    // Stops what still runs and waits for it a short while.
+    ~BackgroundPool();
+    BackgroundPool(const BackgroundPool &) = delete;
+    BackgroundPool &operator=(const BackgroundPool &) = delete;
+
+    QThreadPool *threads() const { return m_threads; }
+    bool isStopping() const { return m_stopping->load(); }
+    const std::shared_ptr<std::atomic<bool>> &stoppingFlag() const { return m_stopping; }
+    // Cancels every task and waits at most this long for them to end;
+    // whether they all did.
+    bool stop(int milliseconds);
+
+private:
+    QThreadPool *m_threads;
+    std::shared_ptr<std::atomic<bool>> m_stopping = std::make_shared<std::atomic<bool>>(false);
+};
+
 namespace background {
 
 QString describe(const std::exception_ptr &error);
@@ -80,18 +102,22 @@ namespace background {
 
 // Runs `work` (given the cancellation check) on the pool and hands its
 // outcome to `done` on the context's thread, unless the task was cancelled
-// meanwhile. Qt drops the continuation when the context is gone.
+// or the pool stopped meanwhile. Every tool run of the work obeys the same
+// check. Qt drops the continuation when the context is gone.
 template <typename Captured, typename Work, typename Done>
-BackgroundTask start(QThreadPool *pool, QObject *context, Work work, Done done)
+BackgroundTask start(BackgroundPool *pool, QObject *context, Work work, Done done)
 {
     auto cancelled = std::make_shared<std::atomic<bool>>(false);
-    QFuture<Captured> future = QtConcurrent::run(pool, [work = std::move(work), cancelled]() mutable {
-        const CancellationCheck isCancelled = [cancelled] { return cancelled->load(); };
+    const CancellationCheck isCancelled = [cancelled, stopping = pool->stoppingFlag()] {
+        return cancelled->load() || stopping->load();
+    };
+    QFuture<Captured> future = QtConcurrent::run(pool->threads(), [work = std::move(work), isCancelled]() mutable {
+        const RunCancellationScope scope(isCancelled);
         auto bound = [&] { return work(isCancelled); };
         return captureOutcome(bound);
     });
-    future.then(context, [done = std::move(done), cancelled](Captured outcome) mutable {
-        if (!cancelled->load())
+    future.then(context, [done = std::move(done), isCancelled](Captured outcome) mutable {
+        if (!isCancelled())
             done(std::move(outcome));
     });
     return BackgroundTask(cancelled);
@@ -103,7 +129,7 @@ BackgroundTask start(QThreadPool *pool, QObject *context, Work work, Done done)
 // thread; when the context is gone by then, or the task was cancelled, `done`
 // never runs.
 template <typename Work, typename Done>
-BackgroundTask runInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
+BackgroundTask runInBackground(BackgroundPool *pool, QObject *context, Work work, Done done)
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &>>;
     return background::start<Captured>(
@@ -114,7 +140,7 @@ BackgroundTask runInBackground(QThreadPool *pool, QObject *context, Work work, D
 // The same for work that takes a cancellation check: cancelling the returned
 // task stops the work's tool run, and `done` is then never called.
 template <typename Work, typename Done>
-BackgroundTask runCancellableInBackground(QThreadPool *pool, QObject *context, Work work, Done done)
+BackgroundTask runCancellableInBackground(BackgroundPool *pool, QObject *context, Work work, Done done)
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &, const CancellationCheck &>>;
     return background::start<Captured>(pool, context, std::move(work), std::move(done));

@@ -75,7 +75,7 @@ void BranchActions::runRemoteAndRefresh(const QString &activity,
     if (!repository)
         return;
     m_model.performRemote(
-        activity, false, [work, path = repository->path](const RunControl &control) { work(path, control); },
+        activity, [work, path = repository->path](const RunControl &control) { work(path, control); },
         [this](Done) { m_model.refresh(); });
 }
 
@@ -267,7 +267,7 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
         return;
     }
     m_model.performRemote(
-        u"Cloning repository"_s, true,
+        u"Cloning repository"_s,
         [backend, source, target](const RunControl &control) {
             const Destination before = destinationState(target);
             try {

@@ -13,6 +13,8 @@ public:
     virtual ~Desktop() = default;
 
     virtual void open(const QString &path) = 0;
+    // Called from background work: it may wait for the file manager, and
+    // must not touch widgets.
     virtual void reveal(const QString &path) = 0;
     // Moves a file to the Trash; the reason when it could not be moved (then
     // the file stays where it was). Never deletes. Called from background

@@ -9,7 +9,6 @@
 #include "process/WorkingFileRead.h"
 
 #include <QFileInfo>
-#include <QThreadPool>
 
 using namespace Qt::StringLiterals;
 
@@ -21,6 +20,7 @@ const QString noTextualDiff = u"No textual diff is available for this file."_s;
 const QString unreadableImage = u"This image file could not be previewed."_s;
 const QString previewActivity = u"Loading icon preview"_s;
 const QString loadFailureTitle = u"Loading diff"_s;
+const QString deletedCaption = u"Deleted"_s;
 
 PresentedDiffDocument documentOf(const QString &text)
 {
@@ -36,17 +36,20 @@ std::optional<WorkingFile> fileWithPath(const QList<WorkingFile> &files, const Q
     return std::nullopt;
 }
 
+bool isDeleted(const WorkingFile &file)
+{
+    return file.state == FileState::removed || file.state == FileState::missing;
+}
+
 bool isStillOnDisk(const QString &repositoryPath, const WorkingFile &file)
 {
-    if (file.state == FileState::removed || file.state == FileState::missing)
-        return false;
-    return QFileInfo(repositoryPath + u'/' + file.path).isFile();
+    return !isDeleted(file) && QFileInfo(repositoryPath + u'/' + file.path).isFile();
 }
 
 } // namespace
 
 DiffSelection::DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings,
-                             QThreadPool &pool, QObject *parent)
+                             BackgroundPool &pool, QObject *parent)
     : QObject(parent)
     , m_workspace(workspace)
     , m_activity(activity)
@@ -121,6 +124,7 @@ void DiffSelection::selectFile(const WorkingFile &file)
     setPreviewImage(QImage());
 
     const QString repositoryPath = repository->path;
+    const VersionControl *backend = &versionControl(repository->kind);
     if (isImageFile(file.path) && isStillOnDisk(repositoryPath, file)) {
         stopDiffLoadingIndicator();
         setDiff(emptyDiffDocument());
@@ -130,24 +134,30 @@ void DiffSelection::selectFile(const WorkingFile &file)
         });
         return;
     }
-    const VersionControl *backend = &versionControl(repository->kind);
+    if (isImageFile(file.path) && isDeleted(file)) {
+        stopDiffLoadingIndicator();
+        setDiff(emptyDiffDocument());
+        loadPreview([backend, repositoryPath, path = file.path] { return backend->parentContents(repositoryPath, path); },
+                    deletedCaption);
+        return;
+    }
     startDiffLoadingIndicator();
     loadDiff([backend, repositoryPath, file](const std::function<bool()> &isCancelled) {
         return backend->workingDiff(repositoryPath, file, isCancelled);
     }, false);
 }
 
-void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes)
+void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption)
 {
     m_activity.setActivity(previewActivity);
     const quint64 generation = m_loadGeneration;
     m_workingDiffTask = runInBackground(&m_pool, this, [readBytes] { return decodeImage(readBytes()); },
-                                        [this, generation](Outcome<QImage> outcome) {
+                                        [this, generation, caption](Outcome<QImage> outcome) {
         if (generation != m_loadGeneration)
             return;
         m_activity.setActivity(QString());
         if (outcome.succeeded() && !outcome.value->isNull())
-            setPreviewImage(*outcome.value);
+            setPreviewImage(*outcome.value, caption);
         else if (outcome.succeeded())
             setDiff(buildDiffDocument(unreadableImage));
         else
@@ -276,13 +286,13 @@ void DiffSelection::selectChangesetFile(const WorkingFile &file)
         setDiff(emptyDiffDocument());
         loadPreview([backend, repositoryPath, changeset, file] {
             return backend->fileContents(repositoryPath, changeset, file);
-        });
+        }, file.state == FileState::removed ? deletedCaption : QString());
         return;
     }
     m_activity.setActivity(u"Loading file diff"_s);
     startDiffLoadingIndicator();
-    loadDiff([backend, repositoryPath, changeset, file](const std::function<bool()> &) {
-        return backend->changesetDiff(repositoryPath, changeset, file.path);
+    loadDiff([backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled) {
+        return backend->changesetDiff(repositoryPath, changeset, file.path, isCancelled);
     }, true);
 }
 
@@ -432,11 +442,12 @@ void DiffSelection::setDiff(const PresentedDiffDocument &document)
     Q_EMIT diffChanged();
 }
 
-void DiffSelection::setPreviewImage(const QImage &image)
+void DiffSelection::setPreviewImage(const QImage &image, const QString &caption)
 {
     if (m_previewImage.isNull() && image.isNull())
         return;
     m_previewImage = image;
+    m_previewCaption = image.isNull() ? QString() : caption;
     Q_EMIT previewImageChanged();
 }
 

@@ -14,7 +14,6 @@
 
 #include <optional>
 
-class QThreadPool;
 
 namespace tillery {
 
@@ -33,7 +32,7 @@ class DiffSelection final : public QObject {
 public:
     static constexpr int indicatorDelayMilliseconds = 500;
 
-    DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings, QThreadPool &pool,
+    DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings, BackgroundPool &pool,
                   QObject *parent = nullptr);
     ~DiffSelection() override;
 
@@ -45,6 +44,8 @@ public:
     const std::optional<WorkingFile> &selectedChangesetFile() const { return m_selectedChangesetFile; }
     const PresentedDiffDocument &diff() const { return m_diff; }
     const QImage &previewImage() const { return m_previewImage; }
+    // Said with the picture: "Deleted" for a picture that is gone.
+    const QString &previewCaption() const { return m_previewCaption; }
     bool isLoadingDiff() const { return m_isLoadingDiff; }
     // The selected changeset's file list is being read (also while a refresh
     // rereads it; the previous list stays meanwhile).
@@ -93,9 +94,9 @@ private:
     void setChangesetFiles(const QList<WorkingFile> &files);
     void setSelectedChangesetFile(const std::optional<WorkingFile> &file);
     void setDiff(const PresentedDiffDocument &document);
-    void setPreviewImage(const QImage &image);
+    void setPreviewImage(const QImage &image, const QString &caption = QString());
     void setLoadingFlags(bool loading, bool indicatorShown);
-    void loadPreview(const std::function<QByteArray()> &readBytes);
+    void loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption = QString());
     void loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity);
     void loadChangesetFiles(const Changeset &changeset, const std::optional<WorkingFile> &keep);
     void cancelChangesetFilesLoad();
@@ -105,7 +106,7 @@ private:
     Workspace &m_workspace;
     ActivityState &m_activity;
     ModelSettings &m_settings;
-    QThreadPool &m_pool;
+    BackgroundPool &m_pool;
 
     std::optional<WorkingFile> m_selectedFile;
     QSet<WorkingFile> m_selectedChangeFiles;
@@ -115,6 +116,7 @@ private:
     std::optional<WorkingFile> m_selectedChangesetFile;
     PresentedDiffDocument m_diff;
     QImage m_previewImage;
+    QString m_previewCaption;
     bool m_isLoadingDiff = false;
     bool m_showDiffLoadingIndicator = false;
     bool m_isLoadingChangesetFiles = false;

@@ -65,7 +65,9 @@ void OpenActions::openWith(const QString &targetPath, const QString &application
 
 void OpenActions::reveal(const QString &path)
 {
-    m_desktop.reveal(path);
+    // Asking the file manager may wait seconds for an answer.
+    Desktop *desktop = &m_desktop;
+    m_model.runQuietly([desktop, path] { desktop->reveal(path); }, [](Done) {});
 }
 
 void OpenActions::openWithDefaultApplication(const QString &path)

@@ -5,6 +5,7 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImageReader>
 #include <QPainter>
 #include <QSaveFile>
@@ -36,6 +37,17 @@ std::optional<QImage> RepositoryIconStore::normalised(const QImage &picture)
     return canvas;
 }
 
+std::optional<QByteArray> RepositoryIconStore::readPictureFile(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo(path).isFile() || file.size() > largestPictureFile || !file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QByteArray bytes = file.read(largestPictureFile + 1);
+    if (file.error() != QFileDevice::NoError || bytes.size() > largestPictureFile)
+        return std::nullopt;
+    return bytes;
+}
+
 std::optional<std::pair<QString, QImage>> RepositoryIconStore::store(const QByteArray &bytes) const
 {
     QBuffer buffer;
@@ -58,6 +70,17 @@ QImage RepositoryIconStore::load(const QString &fileName) const
     if (fileName.isEmpty() || fileName.contains(u'/'))
         return QImage();
     return QImage(m_folder + u'/' + fileName, "PNG");
+}
+
+QMap<QString, QImage> RepositoryIconStore::loadAll(const QMap<QString, QString> &filesByRepository) const
+{
+    QMap<QString, QImage> icons;
+    for (auto entry = filesByRepository.cbegin(); entry != filesByRepository.cend(); ++entry) {
+        const QImage image = load(entry.value());
+        if (!image.isNull())
+            icons.insert(entry.key(), image);
+    }
+    return icons;
 }
 
 void RepositoryIconStore::remove(const QString &fileName) const

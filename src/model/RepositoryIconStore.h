@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QMap>
 #include <QString>
 
 #include <optional>
@@ -9,10 +10,17 @@
 namespace tillery {
 
 // Custom repository pictures as 256 x 256 PNG files in one folder, each under
-// a fresh upper-case UUID name that is never reused.
+// a fresh upper-case UUID name that is never reused. Its reading, decoding and
+// writing belong on a worker thread.
 class RepositoryIconStore {
 public:
     static constexpr int side = 256;
+    // Larger files are not read: no picture worth an icon is this big.
+    static constexpr qint64 largestPictureFile = 32 * 1024 * 1024;
+
+    // The bytes of a picture file (a regular file of at most the largest
+    // size), or nothing when it cannot be read.
+    static std::optional<QByteArray> readPictureFile(const QString &path);
 
     // The folder is made (with its parents) when the first picture is stored.
     explicit RepositoryIconStore(QString folder);
@@ -28,6 +36,9 @@ public:
     // be written.
     std::optional<std::pair<QString, QImage>> store(const QByteArray &bytes) const;
     QImage load(const QString &fileName) const;
+    // The pictures of the stored files, by repository path; one that cannot
+    // be read is left out.
+    QMap<QString, QImage> loadAll(const QMap<QString, QString> &filesByRepository) const;
     void remove(const QString &fileName) const;
 
 private:

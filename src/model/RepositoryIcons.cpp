@@ -9,31 +9,31 @@ RepositoryIcons::RepositoryIcons(ModelSettings &settings, QString folder, QObjec
 {
 }
 
-void RepositoryIcons::load()
+const QMap<QString, QString> &RepositoryIcons::readFiles()
 {
     m_files = m_settings.repositoryIconFiles();
-    m_icons.clear();
-    for (auto entry = m_files.cbegin(); entry != m_files.cend(); ++entry) {
-        const QImage image = m_store.load(entry.value());
-        if (!image.isNull())
-            m_icons.insert(entry.key(), image);
+    return m_files;
+}
+
+void RepositoryIcons::takeLoaded(const QMap<QString, QImage> &icons)
+{
+    for (auto icon = icons.cbegin(); icon != icons.cend(); ++icon) {
+        // A picture removed or replaced while the files were read stays so.
+        if (m_files.contains(icon.key()) && !m_icons.contains(icon.key()))
+            m_icons.insert(icon.key(), icon.value());
     }
     Q_EMIT iconsChanged();
 }
 
-bool RepositoryIcons::setIcon(const QString &repositoryPath, const QByteArray &bytes)
+void RepositoryIcons::adopt(const QString &repositoryPath, const QString &fileName, const QImage &icon)
 {
-    const auto stored = m_store.store(bytes);
-    if (!stored)
-        return false;
     const QString previous = m_files.value(repositoryPath);
-    m_files.insert(repositoryPath, stored->first);
+    m_files.insert(repositoryPath, fileName);
     m_settings.setRepositoryIconFiles(m_files);
-    m_icons.insert(repositoryPath, stored->second);
-    if (!previous.isEmpty() && previous != stored->first)
+    m_icons.insert(repositoryPath, icon);
+    if (!previous.isEmpty() && previous != fileName)
         m_store.remove(previous);
     Q_EMIT iconsChanged();
-    return true;
 }
 
 void RepositoryIcons::removeIcon(const QString &repositoryPath)

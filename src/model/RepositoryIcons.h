@@ -20,11 +20,13 @@ public:
     const QMap<QString, QImage> &icons() const { return m_icons; }
     const RepositoryIconStore &store() const { return m_store; }
 
-    // Loads every stored picture; one that cannot be read gives no icon.
-    void load();
-    // False when the bytes are not a picture (nothing changes then). The
-    // repository's previous picture file is deleted.
-    bool setIcon(const QString &repositoryPath, const QByteArray &bytes);
+    // The stored files, read from the settings; their pictures come later
+    // (see RepositoryIconStore::loadAll), off the main thread.
+    const QMap<QString, QString> &readFiles();
+    void takeLoaded(const QMap<QString, QImage> &icons);
+    // A picture the store has just written; the repository's previous
+    // picture file is deleted.
+    void adopt(const QString &repositoryPath, const QString &fileName, const QImage &icon);
     void removeIcon(const QString &repositoryPath);
 
 Q_SIGNALS:

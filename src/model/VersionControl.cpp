@@ -39,10 +39,15 @@ public:
         return mercurialChangesetFiles(changeset, repositoryPath);
     }
 
-    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset,
-                          const QString &path) const override
+    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
+                          const CancellationCheck &isCancelled) const override
     {
-        return mercurialChangesetDiff(path, changeset, repositoryPath);
+        return mercurialChangesetDiff(path, changeset, repositoryPath, isCancelled);
+    }
+
+    QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
+    {
+        return mercurialParentContents(path, repositoryPath);
     }
 
     QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
@@ -171,10 +176,15 @@ public:
         return gitCommitFiles(repositoryPath, changeset.node);
     }
 
-    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset,
-                          const QString &path) const override
+    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
+                          const CancellationCheck &isCancelled) const override
     {
-        return gitCommitDiff(repositoryPath, changeset.node, path);
+        return gitCommitDiff(repositoryPath, changeset.node, path, isCancelled);
+    }
+
+    QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
+    {
+        return gitHeadContents(repositoryPath, path);
     }
 
     QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,

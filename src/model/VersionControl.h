@@ -24,8 +24,8 @@ struct VersionControlWording {
 };
 
 // One way to reach either backend, so that the model never branches on the
-// kind for tool work. Implementations are stateless; every call blocks except
-// workingDiff, which stops as soon as its check reports cancellation.
+// kind for tool work. Implementations are stateless; every call blocks; the
+// diffs stop as soon as their check reports cancellation.
 class VersionControl {
 public:
     virtual ~VersionControl() = default;
@@ -37,10 +37,12 @@ public:
     virtual QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
                                 const CancellationCheck &isCancelled) const = 0;
     virtual QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const = 0;
-    virtual QString changesetDiff(const QString &repositoryPath, const Changeset &changeset,
-                                  const QString &path) const = 0;
+    virtual QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
+                                  const CancellationCheck &isCancelled = {}) const = 0;
     virtual QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
                                     const WorkingFile &file) const = 0;
+    // The file as the working copy's parent has it.
+    virtual QByteArray parentContents(const QString &repositoryPath, const QString &path) const = 0;
     // The diff between a bookmark or branch and the working copy's base.
     virtual QString compareDiff(const QString &repositoryPath, const QString &target) const = 0;
 

@@ -17,4 +17,23 @@ CancellationCheck cancellationOf(const QPromise<T> &promise)
     return [&promise] { return promise.isCanceled(); };
 }
 
+// While it lives, every tool run on this thread also stops when its check
+// says so: background work installs one, so that quitting or a superseded
+// task ends the tools it started even where no check was handed down.
+class RunCancellationScope {
+public:
+    explicit RunCancellationScope(CancellationCheck check);
+    ~RunCancellationScope();
+    RunCancellationScope(const RunCancellationScope &) = delete;
+    RunCancellationScope &operator=(const RunCancellationScope &) = delete;
+
+    // Whether a scope is installed on this thread, and whether it says stop.
+    static bool isActive();
+    static bool isCancelled();
+
+private:
+    CancellationCheck m_check;
+    RunCancellationScope *m_outer;
+};
+
 } // namespace tillery

@@ -37,7 +37,7 @@ constexpr qint64 progressIntervalMilliseconds = 250;
 
 bool isCancelled(const RunControl &control)
 {
-    return control.isCancelled && control.isCancelled();
+    return (control.isCancelled && control.isCancelled()) || RunCancellationScope::isCancelled();
 }
 
 // Watches a running child for the controller: stops it when asked, and passes
@@ -96,7 +96,7 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments,
     // QProcess drains both pipes while it waits, so a child with a large
     // output never blocks on a full pipe.
     FinishedRun run;
-    if (control.isCancelled || control.progress)
+    if (control.isCancelled || control.progress || RunCancellationScope::isActive())
         superviseRun(process, tool, control, run.standardError);
     process.waitForFinished(-1);
     if (isCancelled(control))

@@ -16,8 +16,8 @@ namespace tillery {
 
 // What a tool run obeys and reports while it runs.
 struct RunControl {
-    // Asked every few milliseconds; when it says so the child is stopped and
-    // CancellationFailure is thrown.
+    // Asked every few milliseconds (as is the thread's RunCancellationScope);
+    // when it says so the child is stopped and CancellationFailure is thrown.
     CancellationCheck isCancelled;
     // Given the newest progress phrase ("Receiving objects: 45%") a few times
     // a second, on the thread that runs the tool.

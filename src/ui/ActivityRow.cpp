@@ -6,13 +6,17 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QToolButton>
+
+using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-ActivityRow::ActivityRow(const ActivityState &activity, QWidget *parent)
+ActivityRow::ActivityRow(const ActivityState &activity, std::function<void()> cancel, QWidget *parent)
     : QWidget(parent)
     , m_spinner(new Spinner(16))
     , m_text(new QLabel)
+    , m_cancel(new QToolButton)
 {
     auto *spinnerFrame = new QWidget;
     spinnerFrame->setFixedSize(16, 16);
@@ -32,7 +36,17 @@ ActivityRow::ActivityRow(const ActivityState &activity, QWidget *parent)
     layout->setContentsMargins(8, 4, 8, 4);
     layout->addWidget(spinnerFrame);
     layout->addWidget(m_text, 1);
+    layout->addWidget(m_cancel);
     setFixedHeight(std::max(24, QFontMetrics(caption).height() + 8));
+
+    m_cancel->setText(u"Cancel"_s);
+    m_cancel->setAccessibleName(u"Cancel"_s);
+    m_cancel->setToolTip(u"Stop this operation"_s);
+    m_cancel->setFont(caption);
+    m_cancel->setAutoRaise(true);
+    m_cancel->setFocusPolicy(Qt::TabFocus);
+    connect(m_cancel, &QToolButton::clicked, this, std::move(cancel));
+    connect(&activity, &ActivityState::isCancellableChanged, this, [this, &activity] { update(activity); });
 
     connect(&activity, &ActivityState::isBusyChanged, this, [this, &activity] { update(activity); });
     connect(&activity, &ActivityState::activityChanged, this, [this, &activity] { update(activity); });
@@ -42,6 +56,7 @@ ActivityRow::ActivityRow(const ActivityState &activity, QWidget *parent)
 void ActivityRow::update(const ActivityState &activity)
 {
     m_spinner->setVisible(activity.isBusy());
+    m_cancel->setVisible(activity.isBusy() && activity.isCancellable());
     const QFontMetrics metrics(m_text->font());
     m_text->setText(metrics.elidedText(activity.activity(), Qt::ElideRight, std::max(40, m_text->width())));
     m_text->setToolTip(plainToolTip(activity.activity()));

@@ -143,7 +143,7 @@ void DiffView::refresh()
     static_cast<PathLabel *>(m_path)->setFullText(m_fileName());
     const PresentedDiffDocument &document = selection.diff();
     if (!selection.previewImage().isNull()) {
-        m_image->setImage(selection.previewImage());
+        m_image->setImage(selection.previewImage(), selection.previewCaption());
         m_body->setCurrentIndex(static_cast<int>(Body::image));
     } else if (selection.showDiffLoadingIndicator()) {
         m_body->setCurrentIndex(static_cast<int>(Body::loading));

@@ -4,9 +4,7 @@
 
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QImageReader>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -35,17 +33,6 @@ void IconWell::showPicture(const QImage &picture, const QIcon &fallback)
     setPixmap(picture.isNull() ? fallback.pixmap(side / 2, side / 2) : roundedPicture(picture, side, 12));
 }
 
-std::optional<QByteArray> IconWell::readPictureFile(const QString &path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > largestFile || !file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return std::nullopt;
-    return bytes;
-}
-
 void IconWell::choose()
 {
     QStringList patterns;
@@ -55,15 +42,7 @@ void IconWell::choose()
         this, u"Choose an Icon"_s, QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
         u"Pictures ("_s + patterns.join(u' ') + u")"_s);
     if (!path.isEmpty())
-        take(path);
-}
-
-void IconWell::take(const QString &path)
-{
-    if (const std::optional<QByteArray> bytes = readPictureFile(path))
-        Q_EMIT picked(*bytes);
-    else
-        Q_EMIT unreadable();
+        Q_EMIT picked(path);
 }
 
 void IconWell::dragEnterEvent(QDragEnterEvent *event)
@@ -79,7 +58,7 @@ void IconWell::dropEvent(QDropEvent *event)
     if (urls.size() != 1 || !urls.first().isLocalFile())
         return;
     event->acceptProposedAction();
-    take(urls.first().toLocalFile());
+    Q_EMIT picked(urls.first().toLocalFile());
 }
 
 void IconWell::mouseReleaseEvent(QMouseEvent *event)

@@ -4,9 +4,11 @@
 
 namespace tillery {
 
-void ImagePreview::setImage(const QImage &image)
+void ImagePreview::setImage(const QImage &image, const QString &caption)
 {
     m_image = image;
+    m_caption = caption;
+    setAccessibleDescription(caption);
     update();
 }
 
@@ -25,7 +27,17 @@ void ImagePreview::paintEvent(QPaintEvent *)
         return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawImage(imageRect(size()), m_image);
+    const QRect picture = imageRect(size());
+    painter.drawImage(picture, m_image);
+    if (m_caption.isEmpty())
+        return;
+    QFont bold = font();
+    bold.setWeight(QFont::DemiBold);
+    painter.setFont(bold);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int lineHeight = QFontMetrics(bold).height();
+    painter.drawText(QRect(0, std::min(picture.bottom() + 8, height() - lineHeight), width(), lineHeight),
+                     Qt::AlignHCenter | Qt::AlignTop, m_caption);
 }
 
 } // namespace tillery

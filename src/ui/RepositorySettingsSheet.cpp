@@ -8,6 +8,7 @@
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QPointer>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -51,7 +52,6 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     auto *chooseIcon = new QPushButton(u"Choose Image…"_s);
     connect(chooseIcon, &QPushButton::clicked, m_well, &IconWell::choose);
     connect(m_well, &IconWell::picked, this, &RepositorySettingsSheet::takePicture);
-    connect(m_well, &IconWell::unreadable, this, [this] { m_iconProblem->setProblem(u"Choose a readable image file."_s); });
     connect(m_removeIcon, &QPushButton::clicked, this, [this] {
         if (m_repository)
             m_model.removeRepositoryIcon(m_repository->path);
@@ -101,14 +101,14 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     showIcon();
 }
 
-void RepositorySettingsSheet::takePicture(const QByteArray &bytes)
+void RepositorySettingsSheet::takePicture(const QString &pictureFile)
 {
     if (!m_repository)
         return;
-    if (m_model.setRepositoryIcon(m_repository->path, bytes))
-        m_iconProblem->setProblem(QString());
-    else
-        m_iconProblem->setProblem(u"Choose a readable image file."_s);
+    m_model.setRepositoryIcon(m_repository->path, pictureFile, [sheet = QPointer(this)](bool taken) {
+        if (sheet)
+            sheet->m_iconProblem->setProblem(taken ? QString() : u"Choose a readable image file."_s);
+    });
 }
 
 void RepositorySettingsSheet::showIcon()

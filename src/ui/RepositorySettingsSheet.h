@@ -35,7 +35,7 @@ public:
     QPushButton *removeIconButton() const { return m_removeIcon; }
     ProblemLabel *iconProblem() const { return m_iconProblem; }
     // What a dropped or chosen file gives the sheet.
-    void takePicture(const QByteArray &bytes);
+    void takePicture(const QString &pictureFile);
 
 private:
     void showIcon();

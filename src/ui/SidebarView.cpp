@@ -25,7 +25,7 @@ SidebarView::SidebarView(AppModel &model, QWidget *parent)
     , m_sidebar(new SidebarModel(model, this))
     , m_tree(new QTreeView)
     , m_add(new QToolButton)
-    , m_activity(new ActivityRow(model.activityState()))
+    , m_activity(new ActivityRow(model.activityState(), [&model] { model.cancelOperation(); }))
 {
     m_tree->setModel(m_sidebar);
     m_tree->header()->hide();

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -233,21 +234,40 @@ private Q_SLOTS:
         QCOMPARE(restarted.library().repositories().size(), 3);
     }
 
+    // Pictures are read, decoded and stored off the main thread.
     void repositoryIcons()
     {
         const GitFixture repository;
+        QTemporaryDir pictures;
+        const auto pictureFile = [&pictures](const QString &name, const QByteArray &bytes) {
+            QFile file(pictures.filePath(name));
+            file.open(QIODevice::WriteOnly);
+            file.write(bytes);
+            return file.fileName();
+        };
         ModelHarness harness;
         AppModel &model = harness.start();
-        QVERIFY(!model.setRepositoryIcon(repository.path(), "not a picture"));
-        QVERIFY(model.setRepositoryIcon(repository.path(), test::pngBytes(32, 16, Qt::green)));
+        QList<bool> answers;
+        const auto answer = [&answers](bool taken) { answers.append(taken); };
+        model.setRepositoryIcon(repository.path(), pictureFile(u"not.png"_s, "not a picture"), answer);
+        model.setRepositoryIcon(repository.path(), pictures.filePath(u"missing.png"_s), answer);
+        model.setRepositoryIcon(repository.path(), pictures.path(), answer);
+        QVERIFY(harness.settle());
+        QCOMPARE(answers, (QList<bool>{false, false, false}));
+        model.setRepositoryIcon(repository.path(), pictureFile(u"a.png"_s, test::pngBytes(32, 16, Qt::green)), answer);
+        QVERIFY(!model.icons().icons().contains(repository.path()));
+        QVERIFY(harness.settle());
         const QString firstFile = harness.modelSettings().repositoryIconFiles().value(repository.path());
-        QVERIFY(model.setRepositoryIcon(repository.path(), test::pngBytes(8, 8, Qt::green)));
+        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(8, 8, Qt::green)), answer);
+        QVERIFY(harness.settle());
+        QCOMPARE(answers, (QList<bool>{false, false, false, true, true}));
         const QStringList files = QDir(harness.iconFolder()).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);
         QVERIFY(files.first() != firstFile);
         QCOMPARE(model.icons().icons().value(repository.path()).size(), QSize(256, 256));
 
         AppModel &restarted = harness.start();
+        QVERIFY(harness.settle());
         QCOMPARE(restarted.icons().icons().value(repository.path()).size(), QSize(256, 256));
         restarted.removeRepositoryIcon(repository.path());
         QCOMPARE(QDir(harness.iconFolder()).entryList(QDir::Files), QStringList());

@@ -184,46 +184,63 @@ private Q_SLOTS:
         QCOMPARE(restarted.diffSelection().diff(), emptyDiffDocument());
     }
 
-    void imagePreviews()
+    // Pictures show as pictures (a deleted one as it was, said so), binary
+    // files as such, on both pages and for both kinds.
+    void picturesAndBinaryFiles_data() { test::addKindColumn(); }
+
+    void picturesAndBinaryFiles()
     {
-        const GitFixture repository;
-        repository.write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta));
-        repository.write(u"deleted.png"_s, test::pngBytes(40, 20, Qt::magenta));
-        repository.write(u"broken.png"_s, "not a picture");
-        repository.commitAll(u"pictures"_s);
-        repository.write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta) + "trailing");
-        repository.write(u"broken.png"_s, "still not a picture");
-        repository.removeFromDisk(u"deleted.png"_s);
+        QFETCH(RepositoryKind, kind);
+        const auto repository = test::makeFixture(kind);
+        repository->write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta));
+        repository->write(u"deleted.png"_s, test::pngBytes(30, 10, Qt::magenta));
+        repository->write(u"broken.png"_s, "not a picture");
+        repository->write(u"data.bin"_s, QByteArray("\x00\x01\x02binary", 9));
+        repository->commitAll(u"pictures"_s);
+        repository->write(u"kept.png"_s, test::pngBytes(40, 20, Qt::magenta) + "trailing");
+        repository->write(u"broken.png"_s, "still not a picture");
+        repository->write(u"data.bin"_s, QByteArray("\x00\x01\x03binary", 9));
+        repository->removeFromDisk(u"deleted.png"_s);
         ModelHarness harness;
         AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
+        model.adoptRepository(Repository{repository->path(), kind});
         QVERIFY(harness.settle());
+        const DiffSelection &selection = model.diffSelection();
+        const auto show = [&](const WorkingFile &file, bool inHistory) {
+            if (inHistory)
+                model.selectChangesetFile(file);
+            else
+                model.selectFile(fileNamed(model, file.path));
+            return harness.settle();
+        };
 
-        model.selectFile(fileNamed(model, u"kept.png"_s));
-        QCOMPARE(model.activityState().activity(), u"Loading icon preview"_s);
+        QVERIFY(show({u"kept.png"_s, FileState::modified}, false));
+        QCOMPARE(selection.previewImage().size(), QSize(40, 20));
+        QCOMPARE(selection.previewCaption(), QString());
+        QCOMPARE(selection.diff(), emptyDiffDocument());
+        QVERIFY(show({u"deleted.png"_s, FileState::removed}, false));
+        QCOMPARE(selection.previewImage().size(), QSize(30, 10));
+        QCOMPARE(selection.previewCaption(), u"Deleted"_s);
+        QVERIFY(show({u"broken.png"_s, FileState::modified}, false));
+        QCOMPARE(selection.diff().text, u"This image file could not be previewed."_s);
+        QVERIFY(show({u"data.bin"_s, FileState::modified}, false));
+        QCOMPARE(selection.diff().text, u"Binary file"_s);
+
+        repository->commitAll(u"changes"_s);
+        model.refresh();
         QVERIFY(harness.settle());
-        QCOMPARE(model.diffSelection().previewImage().size(), QSize(40, 20));
-        QCOMPARE(model.diffSelection().diff(), emptyDiffDocument());
-        QCOMPARE(model.activityState().activity(), QString());
-
-        model.selectFile(fileNamed(model, u"deleted.png"_s));
-        QVERIFY(harness.settle());
-        QVERIFY(model.diffSelection().previewImage().isNull());
-        QVERIFY(model.diffSelection().diff().text.contains(u"deleted file mode"_s));
-
-        model.selectFile(fileNamed(model, u"broken.png"_s));
-        QVERIFY(harness.settle());
-        QCOMPARE(model.diffSelection().diff().text, u"This image file could not be previewed."_s);
-
-        // The picture of a file as a commit left it.
         model.setTab(WorkspaceTab::history);
         model.selectChangeset(model.workspace().snapshot().history.first());
-        QCOMPARE(model.activityState().activity(), u"Loading commit files"_s);
         QVERIFY(harness.settle());
-        QCOMPARE(model.diffSelection().changesetFiles().size(), 3);
-        model.selectChangesetFile(WorkingFile{u"kept.png"_s, FileState::added});
-        QVERIFY(harness.settle());
-        QCOMPARE(model.diffSelection().previewImage().size(), QSize(40, 20));
+        QCOMPARE(selection.changesetFiles().size(), 4);
+        QVERIFY(show({u"deleted.png"_s, FileState::removed}, true));
+        QCOMPARE(selection.previewImage().size(), QSize(30, 10));
+        QCOMPARE(selection.previewCaption(), u"Deleted"_s);
+        QVERIFY(show({u"data.bin"_s, FileState::modified}, true));
+        QCOMPARE(selection.diff().text, u"Binary file"_s);
+        QVERIFY(show({u"kept.png"_s, FileState::modified}, true));
+        QCOMPARE(selection.previewImage().size(), QSize(40, 20));
+        QCOMPARE(selection.previewCaption(), QString());
     }
 
     void changesets()

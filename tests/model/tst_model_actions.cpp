@@ -6,6 +6,7 @@
 #include "TestEnvironment.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -429,6 +430,62 @@ private Q_SLOTS:
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
         QVERIFY(!model.activityState().isBusy());
         QVERIFY(model.library().repositories().isEmpty());
+    }
+
+    // A tool that hangs never holds Tillery: every remote command can be
+    // cancelled from the activity row, and quitting ends whatever still runs.
+    void hungToolsAreStopped_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QString>("command"); // the tool command that hangs
+        QTest::addColumn<bool>("quit");       // quit instead of cancelling
+        for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
+            const char *name = kind == RepositoryKind::mercurial ? "hg" : "git";
+            QTest::addRow("%s: cancel a push", name) << kind << u"push"_s << false;
+            QTest::addRow("%s: cancel a pull", name) << kind << u"pull"_s << false;
+            QTest::addRow("%s: quit during a push", name) << kind << u"push"_s << true;
+            QTest::addRow("%s: quit during a refresh", name) << kind << u"status"_s << true;
+        }
+        QTest::newRow("git: cancel a fetch") << RepositoryKind::git << u"fetch"_s << false;
+    }
+
+    void hungToolsAreStopped()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QString, command);
+        QFETCH(bool, quit);
+        Fixture fixture(kind);
+        QVERIFY(fixture.harness.settle());
+        const bool hg = kind == RepositoryKind::mercurial;
+        test::FakeToolBehaviour behaviour;
+        behaviour.customBody = "case \" $* \" in *' " + command.toUtf8() + " '*) exec sleep 60 ;; esac\nexec "
+                               + (hg ? "hg" : "git") + " \"$@\"";
+        const test::FakeTool hangingTool(behaviour);
+        const test::ScopedEnvironmentVariable override(hg ? "HG" : "GIT", hangingTool.path().toUtf8());
+        AppModel &model = fixture.model();
+        if (command == u"push")
+            model.push();
+        else if (command == u"pull")
+            model.pull();
+        else if (command == u"fetch")
+            model.fetch();
+        else
+            model.refresh();
+        QTRY_VERIFY(hangingTool.processId() != 0 && test::processIsRunning(hangingTool.processId()));
+        QTRY_VERIFY(model.activityState().isBusy() || command == u"status");
+
+        QElapsedTimer sinceStop;
+        sinceStop.start();
+        if (quit) {
+            fixture.harness.stop();
+        } else {
+            QVERIFY(model.activityState().isCancellable());
+            model.cancelOperation();
+            QVERIFY(fixture.harness.settle());
+            QCOMPARE(model.activityState().presentedError(), std::nullopt);
+        }
+        QVERIFY2(sinceStop.elapsed() < 3000, qPrintable(QString::number(sinceStop.elapsed())));
+        QVERIFY(!test::processIsRunning(hangingTool.processId()));
     }
 
     void createsRepositories()

@@ -159,7 +159,10 @@ private Q_SLOTS:
         model.reveal(repository.filePath(u".hgignore"_s));
         model.openWithDefaultApplication(repository.filePath(u".hgignore"_s));
         model.copyPaths({u"a.txt"_s, u"b c.txt"_s});
+        QVERIFY(harness.settle());
         QCOMPARE(harness.desktop.revealed, QStringList{repository.filePath(u".hgignore"_s)});
+        // Asking the file manager may take seconds: never on the main thread.
+        QVERIFY(!harness.desktop.revealedOnMainThread);
         QCOMPARE(harness.desktop.opened, QStringList{repository.filePath(u".hgignore"_s)});
         QCOMPARE(harness.desktop.clipboard, QStringList{u"a.txt\nb c.txt"_s});
     }

@@ -24,6 +24,8 @@ public:
     // A new model over the same settings, started.
     AppModel &start();
     AppModel &model() { return *m_model; }
+    // Ends the model, as quitting does.
+    void stop() { m_model.reset(); }
     // Waits until the model's background work and its continuations are done.
     bool settle(int timeoutMilliseconds = 20000);
 

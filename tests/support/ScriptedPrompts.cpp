@@ -1,5 +1,8 @@
 #include "ScriptedPrompts.h"
 
+#include <QCoreApplication>
+#include <QThread>
+
 #include <QFile>
 
 using namespace Qt::StringLiterals;
@@ -47,7 +50,9 @@ void RecordingDesktop::open(const QString &path)
 
 void RecordingDesktop::reveal(const QString &path)
 {
+    const QMutexLocker locker(&m_mutex);
     revealed.append(path);
+    revealedOnMainThread = revealedOnMainThread || QThread::currentThread() == QCoreApplication::instance()->thread();
 }
 
 std::optional<QString> RecordingDesktop::moveToTrash(const QString &path)

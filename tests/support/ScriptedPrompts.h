@@ -4,6 +4,7 @@
 #include "model/Prompts.h"
 
 #include <QList>
+#include <QMutex>
 #include <QStringList>
 
 #include <optional>
@@ -43,9 +44,14 @@ public:
     std::optional<QString> trashRefusal;
 
     QStringList opened;
+    // Revealing runs in background work.
     QStringList revealed;
+    bool revealedOnMainThread = false;
     QStringList trashed;
     QStringList clipboard;
+
+private:
+    QMutex m_mutex;
 };
 
 } // namespace tillery::test

@@ -196,7 +196,12 @@ private Q_SLOTS:
         const QIcon kindIcon = before.data(Qt::DecorationRole).value<QIcon>();
         QVERIFY(!kindIcon.isNull());
 
-        QVERIFY(fixture.harness.model().setRepositoryIcon(path, test::pngBytes(300, 120, Qt::blue)));
+        QTemporaryDir pictures;
+        QFile picture(pictures.filePath(u"wide.png"_s));
+        QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write(test::pngBytes(300, 120, Qt::blue)) > 0);
+        picture.close();
+        fixture.harness.model().setRepositoryIcon(path, picture.fileName());
+        QVERIFY(fixture.harness.settle());
         const QIcon custom = fixture.sidebar().indexOfRepository(path).data(Qt::DecorationRole).value<QIcon>();
         const QImage drawn = custom.pixmap(QSize(20, 20)).toImage();
         QCOMPARE(drawn.size(), QSize(20, 20));
