@@ -1,14 +1,18 @@
 #include "integrations/ApplicationBundle.h"
 
+#include "integrations/PropertyList.h"
+
 #include <QFile>
 #include <QFileInfo>
-#include <QXmlStreamReader>
 
 using namespace Qt::StringLiterals;
 
 namespace tillery {
 
 namespace {
+
+// An Info.plist is a few kilobytes; a larger file is read only this far.
+constexpr qint64 largestInfoFile = 4 * 1024 * 1024;
 
 QString infoPlistPath(const QString &bundlePath)
 {
@@ -22,31 +26,21 @@ bool isApplicationBundle(const QString &path)
     return QFileInfo(path).isDir() && QFileInfo(infoPlistPath(path)).isFile();
 }
 
+#ifdef Q_OS_MACOS
+std::optional<QString> macBundleInfoString(const QString &bundlePath, const QString &key);
+#endif
+
 std::optional<QString> bundleInfoString(const QString &bundlePath, const QString &key)
 {
+#ifdef Q_OS_MACOS
+    // The system reads every form and knows the bundle's localisations.
+    if (isApplicationBundle(bundlePath))
+        return macBundleInfoString(bundlePath, key);
+#endif
     QFile plist(infoPlistPath(bundlePath));
     if (!plist.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QXmlStreamReader reader(&plist);
-    bool keyFound = false;
-    // Only the top-level dictionary's keys count; nested dictionaries are skipped.
-    int depth = 0;
-    while (!reader.atEnd()) {
-        reader.readNext();
-        if (reader.isStartElement()) {
-            if (reader.name() == u"dict")
-                ++depth;
-            else if (depth == 1 && reader.name() == u"key")
-                keyFound = reader.readElementText() == key;
-            else if (depth == 1 && keyFound && reader.name() == u"string")
-                return reader.readElementText();
-            else if (depth == 1)
-                keyFound = false;
-        } else if (reader.isEndElement() && reader.name() == u"dict") {
-            --depth;
-        }
-    }
-    return std::nullopt;
+    return propertyListString(plist.read(largestInfoFile), key);
 }
 
 } // namespace tillery

@@ -9,7 +9,8 @@ namespace tillery {
 // A macOS application bundle: a folder whose Contents/Info.plist names it.
 bool isApplicationBundle(const QString &path);
 
-// A string of the bundle's Info.plist (XML form), such as "CFBundleIdentifier".
+// A string of the bundle's Info.plist (XML or binary form), such as
+// "CFBundleIdentifier".
 std::optional<QString> bundleInfoString(const QString &bundlePath, const QString &key);
 
 } // namespace tillery

@@ -103,11 +103,12 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
     const bool bundle = isApplicationBundle(choice.path);
     if (!bundle && !isExecutableFile(choice.path))
         return u"Choose a valid editor path in Settings > Integrations."_s;
-    const QString argumentText = choice.arguments.isEmpty() ? ExternalEditorArguments::placeholder : choice.arguments;
-    if (const std::optional<QString> problem = ExternalEditorArguments::validate(argumentText))
+    // An empty string is as invalid here as in the settings (the stored
+    // default is the placeholder itself).
+    if (const std::optional<QString> problem = ExternalEditorArguments::validate(choice.arguments))
         return *problem;
     const QStringList arguments = ExternalEditorArguments::substituted(
-        std::get<QStringList>(ExternalEditorArguments::parse(argumentText)), targetPath);
+        std::get<QStringList>(ExternalEditorArguments::parse(choice.arguments)), targetPath);
     if (bundle) {
         return LaunchPlan{u"/usr/bin/open"_s, QStringList{u"-a"_s, choice.path} + arguments, repositoryPath,
                           LaunchPlan::Start::awaited, name};

@@ -1,5 +1,5 @@
-// macOS only: finding applications by bundle identifier and the Ghostty
-// service, through AppKit.
+// macOS only: finding applications by bundle identifier, reading their
+// Info.plist, and the Ghostty service, through AppKit.
 
 #include <QString>
 
@@ -16,6 +16,17 @@ std::optional<QString> macApplicationWithBundleIdentifier(const QString &bundleI
         if (url == nil)
             return std::nullopt;
         return QString::fromNSString(url.path);
+    }
+}
+
+std::optional<QString> macBundleInfoString(const QString &bundlePath, const QString &key)
+{
+    @autoreleasepool {
+        NSBundle *bundle = [NSBundle bundleWithPath:bundlePath.toNSString()];
+        id value = [bundle objectForInfoDictionaryKey:key.toNSString()];
+        if (![value isKindOfClass:[NSString class]])
+            return std::nullopt;
+        return QString::fromNSString(value);
     }
 }
 

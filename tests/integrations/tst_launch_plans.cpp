@@ -3,10 +3,12 @@
 #include "integrations/DesktopEntryCommand.h"
 #include "integrations/EditorLaunch.h"
 #include "integrations/ITermScript.h"
+#include "integrations/PropertyList.h"
 #include "integrations/TerminalLaunch.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -27,6 +29,16 @@ InstalledApplications installed(const QStringList &programs, const QStringList &
     };
     applications.findBundle = [](const QString &) { return std::optional<QString>(); };
     return applications;
+}
+
+// A property list made by Python's plistlib, in its binary form.
+QByteArray binaryPropertyList(const QString &pythonDictionary)
+{
+    QProcess python;
+    python.start(u"python3"_s, {u"-c"_s, u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps("_s
+                                             + pythonDictionary + u", fmt=plistlib.FMT_BINARY))"_s});
+    python.waitForFinished(30000);
+    return python.readAllStandardOutput();
 }
 
 QString describe(const std::variant<LaunchPlan, QString> &plan)
@@ -86,9 +98,9 @@ private Q_SLOTS:
         QTest::newRow("other with arguments")
             << OptionalString(u"other"_s) << u"executable"_s << u"--goto '%TARGET_PATH%:1' -n"_s << QStringList{}
             << u"EXE | --goto | "_s + target + u":1 | -n in /r"_s;
-        QTest::newRow("other without arguments stored")
+        QTest::newRow("other with an empty argument string")
             << OptionalString(u"other"_s) << u"executable"_s << QString() << QStringList{}
-            << u"EXE | "_s + target + u" in /r"_s;
+            << u"message: Arguments must include %TARGET_PATH%."_s;
         QTest::newRow("other that is not executable")
             << OptionalString(u"other"_s) << u"plain file"_s << u"%TARGET_PATH%"_s << QStringList{}
             << u"message: Choose a valid editor path in Settings > Integrations."_s;
@@ -182,6 +194,48 @@ private Q_SLOTS:
                        "    activate\n"
                        "end tell"_s);
         QVERIFY(!script.contains(u"it's"_s));
+    }
+
+    // Application bundles ship their Info.plist as XML or in the binary form.
+    void propertyListStrings_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<OptionalString>("expected");
+        const QString many = u"**{'K%d' % n: 'value %d' % n for n in range(40)}"_s;
+        const QByteArray binary = binaryPropertyList(
+            u"{'CFBundleIdentifier': 'org.example.editor', 'CFBundleDisplayName': 'Éditeur ☕', "
+            "'CFBundleName': 'A name longer than fifteen letters', 'CFBundleVersion': 7, "
+            "'Nested': {'CFBundleName': 'inner'}, "_s + many + u'}');
+        QVERIFY(binary.startsWith("bplist00"));
+        QTest::newRow("binary: ASCII") << binary << u"CFBundleIdentifier"_s << OptionalString(u"org.example.editor"_s);
+        QTest::newRow("binary: UTF-16") << binary << u"CFBundleDisplayName"_s << OptionalString(u"Éditeur ☕"_s);
+        QTest::newRow("binary: long string, many keys") << binary << u"CFBundleName"_s
+                                                        << OptionalString(u"A name longer than fifteen letters"_s);
+        QTest::newRow("binary: the fortieth key") << binary << u"K39"_s << OptionalString(u"value 39"_s);
+        QTest::newRow("binary: not a string") << binary << u"CFBundleVersion"_s << OptionalString();
+        QTest::newRow("binary: missing") << binary << u"CFBundleExecutable"_s << OptionalString();
+        QTest::newRow("xml") << QByteArray("<?xml version=\"1.0\"?><plist><dict><key>Nested</key><dict><key>CFBundleName"
+                                           "</key><string>inner</string></dict><key>CFBundleName</key><string>Editor"
+                                           "</string></dict></plist>")
+                             << u"CFBundleName"_s << OptionalString(u"Editor"_s);
+        QTest::newRow("neither") << QByteArray("bplist00 but nothing more") << u"CFBundleName"_s << OptionalString();
+    }
+
+    void propertyListStrings()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, key);
+        QFETCH(OptionalString, expected);
+        QCOMPARE(propertyListString(bytes, key), expected);
+        // Damaged copies are read without fault, whatever they say.
+        for (qsizetype length = 0; length < bytes.size(); ++length)
+            propertyListString(bytes.first(length), key);
+        for (qsizetype at = 0; at < bytes.size(); ++at) {
+            QByteArray damaged = bytes;
+            damaged[at] = char(0xFF - damaged[at]);
+            propertyListString(damaged, key);
+        }
     }
 
     // The command a desktop file's Exec line gives for opening one file, or
