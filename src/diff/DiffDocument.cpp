@@ -53,7 +53,32 @@ bool isBinaryDiff(QStringView text)
     return marker.match(text).hasMatch();
 }
 
+bool isWide(char16_t character)
+{
+    return (character >= 0x1100 && character <= 0x115F) || (character >= 0x2E80 && character <= 0xA4CF)
+           || (character >= 0xAC00 && character <= 0xD7A3) || (character >= 0xF900 && character <= 0xFAFF)
+           || (character >= 0xFE30 && character <= 0xFE4F) || (character >= 0xFF00 && character <= 0xFF60)
+           || (character >= 0xFFE0 && character <= 0xFFE6);
+}
+
 } // namespace
+
+qint64 displayColumns(QStringView text)
+{
+    qint64 columns = 0;
+    for (const QChar character : text) {
+        const char16_t unit = character.unicode();
+        if (unit < 0x1100 && unit != u'\t')
+            ++columns;
+        else if (unit == u'\t')
+            columns = (columns / tabColumns + 1) * tabColumns;
+        else if (QChar::isHighSurrogate(unit))
+            columns += 2;
+        else if (!QChar::isLowSurrogate(unit))
+            columns += isWide(unit) ? 2 : 1;
+    }
+    return columns;
+}
 
 QString binaryFileNotice()
 {
@@ -174,6 +199,17 @@ PresentedDiffDocument buildDiffDocument(const QString &text)
     // encoded patch: neither means anything to a person.
     document.text = document.unifiedLines.isEmpty() && isBinaryDiff(text) ? binaryFileNotice() : text;
     document.splitLines = pairSplitLines(document.unifiedLines);
+    for (qsizetype index = 0; index < document.unifiedLines.size(); ++index) {
+        const QString &line = document.unifiedLines[index].text;
+        // No line is wider than two cells a character, plus its tabs.
+        if (line.size() * 2 <= document.widestLineColumns && !line.contains(u'\t'))
+            continue;
+        const qint64 columns = displayColumns(line);
+        if (columns > document.widestLineColumns || document.widestLine < 0) {
+            document.widestLineColumns = columns;
+            document.widestLine = index;
+        }
+    }
     return document;
 }
 

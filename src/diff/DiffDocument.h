@@ -37,9 +37,21 @@ struct PresentedDiffDocument {
     QString text;
     QList<PresentedDiffLine> unifiedLines;
     QList<SplitDiffLine> splitLines;
+    // The unified line that takes the most cells to show (see
+    // displayColumns()), and how many; -1 without lines.
+    qsizetype widestLine = -1;
+    qint64 widestLineColumns = 0;
 
     friend bool operator==(const PresentedDiffDocument &, const PresentedDiffDocument &) = default;
 };
+
+// Tabs stop at every eighth cell.
+inline constexpr int tabColumns = 8;
+
+// How many cells of a monospace font the text takes: a tab reaches the next
+// tab stop, an East Asian wide character or one beyond the first plane
+// (emoji) takes two.
+qint64 displayColumns(QStringView text);
 
 // Old and new start of a header such as "@@ -12,5 +14,7 @@ name".
 std::optional<std::pair<qint64, qint64>> parseHunkHeader(QStringView line);

@@ -55,6 +55,7 @@ QVariant ChangedFilesModel::data(const QModelIndex &index, int role) const
     const WorkingFile &file = fileAt(index.row());
     switch (role) {
     case Qt::DisplayRole:
+        return file.path;
     case Qt::ToolTipRole:
         return plainToolTip(file.path);
     case Qt::CheckStateRole:

@@ -50,10 +50,19 @@ std::optional<int> DialogPrompts::alert(const AlertRequest &request)
     // Messages carry names, which must never be read as markup.
     showMessageAsPlainText(box);
     QList<QAbstractButton *> buttons;
-    for (const QString &label : request.buttons)
-        buttons.append(box.addButton(menuLabel(label), roleOf(label)));
-    if (!buttons.isEmpty())
-        box.setDefaultButton(static_cast<QPushButton *>(buttons.first()));
+    QPushButton *defaultButton = nullptr;
+    for (const QString &label : request.buttons) {
+        const QMessageBox::ButtonRole role = roleOf(label);
+        QPushButton *button = box.addButton(menuLabel(label), role);
+        buttons.append(button);
+        // Return never confirms a destructive action: the safe button is the default.
+        if (!defaultButton && role != QMessageBox::DestructiveRole)
+            defaultButton = button;
+        if (role == QMessageBox::RejectRole)
+            box.setEscapeButton(button);
+    }
+    if (defaultButton)
+        box.setDefaultButton(defaultButton);
     box.exec();
     const qsizetype index = buttons.indexOf(box.clickedButton());
     return index < 0 ? std::nullopt : std::optional<int>(static_cast<int>(index));

@@ -9,6 +9,9 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QTextLayout>
+
+#include <cmath>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +45,9 @@ DiffCanvas::DiffCanvas(QWidget *parent)
     , m_numberFont(monospaceFont(11))
 {
     m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
+    m_textOption.setWrapMode(QTextOption::NoWrap);
+    m_textOption.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_textOption.setTabStopDistance(tabColumns * m_characterWidth);
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(u"Diff"_s);
     viewport()->setBackgroundRole(QPalette::Window);
@@ -54,9 +60,21 @@ DiffCanvas::DiffCanvas(QWidget *parent)
 void DiffCanvas::setDocument(const PresentedDiffDocument &document)
 {
     m_document = document;
-    m_longestLine = 0;
-    for (const PresentedDiffLine &line : std::as_const(m_document.unifiedLines))
-        m_longestLine = std::max(m_longestLine, line.text.size());
+    // Cells find the widest line; it is measured as it is drawn (a font
+    // without a wide character's glyph draws something narrower).
+    m_widestLineWidth = m_document.widestLineColumns * m_characterWidth;
+    if (m_document.widestLine >= 0) {
+        const QString &widest = m_document.unifiedLines[m_document.widestLine].text;
+        QTextLayout layout(displayText(widest), m_textFont);
+        layout.setTextOption(m_textOption);
+        layout.beginLayout();
+        QTextLine line = layout.createLine();
+        if (line.isValid()) {
+            line.setLineWidth(1 << 24);
+            m_widestLineWidth = qint64(std::ceil(line.naturalTextWidth()));
+        }
+        layout.endLayout();
+    }
     m_selectionAnchor = m_selectionEnd = -1;
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
@@ -88,7 +106,7 @@ int DiffCanvas::contentWidth() const
 {
     if (m_layout == Layout::split)
         return 2 * splitHalfWidth() + 1;
-    const qint64 text = static_cast<qint64>(m_longestLine) * m_characterWidth + 2 * textPadding;
+    const qint64 text = m_widestLineWidth + 2 * textPadding;
     return static_cast<int>(std::min<qint64>(2 * gutterWidth + 1 + text, 1 << 24));
 }
 
@@ -149,9 +167,10 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
     const int textX = x + gutters * gutterWidth + 1 + textPadding;
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
-    painter.drawText(QRect(textX, y, std::max(0, width - (textX - x)) + (1 << 20), rowHeight),
-                     Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine | Qt::TextExpandTabs,
-                     displayText(line->text));
+    // Tab stops count from the line's own start, wherever it is scrolled to.
+    painter.translate(textX, y);
+    painter.drawText(QRectF(0, 0, std::max(0, width - (textX - x)) + (1 << 20), rowHeight), displayText(line->text),
+                     m_textOption);
     painter.restore();
 }
 

@@ -4,6 +4,7 @@
 
 #include <QAbstractScrollArea>
 #include <QFont>
+#include <QTextOption>
 
 namespace tillery {
 
@@ -57,7 +58,8 @@ private:
     QFont m_textFont;
     QFont m_numberFont;
     int m_characterWidth = 7;
-    qsizetype m_longestLine = 0;
+    QTextOption m_textOption;
+    qint64 m_widestLineWidth = 0;
     qsizetype m_selectionAnchor = -1;
     qsizetype m_selectionEnd = -1;
     bool m_selectionOnRight = false;

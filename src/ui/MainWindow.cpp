@@ -1,5 +1,7 @@
 #include "ui/MainWindow.h"
 
+#include "ui/TextFieldKeys.h"
+
 #include "integrations/FileManager.h"
 #include "model/AppModel.h"
 #include "ui/RepositoryWorkspace.h"
@@ -64,6 +66,7 @@ MainWindow::MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent)
     m_splitter->setChildrenCollapsible(false);
     setCentralWidget(m_splitter);
     buildMenus();
+    qApp->installEventFilter(new TextFieldKeys(this));
 
     connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, [this] {
         updatePage();

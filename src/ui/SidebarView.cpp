@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QToolButton>
 #include <QTreeView>
 #include <QVBoxLayout>
@@ -41,7 +42,12 @@ SidebarView::SidebarView(AppModel &model, QWidget *parent)
     m_tree->setExpandsOnDoubleClick(true);
     m_tree->setAccessibleName(u"Repositories"_s);
     m_tree->setFrameShape(QFrame::NoFrame);
-    connect(m_tree, &QTreeView::clicked, this, &SidebarView::clicked);
+    // The highlight and the selected repository never part: whatever makes a
+    // row current (a click, the arrow keys) selects what it shows.
+    connect(m_tree->selectionModel(), &QItemSelectionModel::currentChanged, this, &SidebarView::activate);
+    connect(m_tree, &QTreeView::clicked, this, &SidebarView::activate);
+    // A right click opens its row's menu without making the row current.
+    m_tree->viewport()->installEventFilter(this);
     connect(m_tree, &QTreeView::customContextMenuRequested, this, [this](const QPoint &position) {
         QMenu *menu = contextMenuFor(m_tree->indexAt(position));
         if (menu->isEmpty()) {
@@ -117,7 +123,15 @@ void SidebarView::showSelection()
     m_tree->viewport()->update();
 }
 
-void SidebarView::clicked(const QModelIndex &index)
+bool SidebarView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_tree->viewport() && event->type() == QEvent::MouseButtonPress
+        && static_cast<QMouseEvent *>(event)->button() == Qt::RightButton)
+        return true;
+    return QWidget::eventFilter(watched, event);
+}
+
+void SidebarView::activate(const QModelIndex &index)
 {
     if (const std::optional<Repository> repository = m_sidebar->repositoryAt(index)) {
         m_model.select(*repository);

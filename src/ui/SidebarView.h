@@ -29,8 +29,11 @@ public:
     // The context menu of a row (the caller owns it); empty for the section.
     QMenu *contextMenuFor(const QModelIndex &index);
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
-    void clicked(const QModelIndex &index);
+    void activate(const QModelIndex &index);
     void showSelection();
     void expandFolders();
 

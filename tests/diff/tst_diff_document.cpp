@@ -84,9 +84,13 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("split");
 
         QTest::newRow("empty") << QString() << QStringList{} << QStringList{};
+        // A binary file's headers and encoded patch say nothing to a person.
         QTest::newRow("headers and a binary note only")
             << u"diff --git a/x b/x\nindex 1..2\nBinary files a/x and b/x differ\n"_s << QStringList{}
             << QStringList{};
+        QTest::newRow("Mercurial's binary patch")
+            << u"diff --git a/x.bin b/x.bin\nindex 1..2\nGIT binary patch\nliteral 9\nQcmZQzU|>Yx\n\n"_s
+            << QStringList{} << QStringList{};
         QTest::newRow("ordinary file: first hunk line is 4, its row 0")
             << u"diff --git a/f b/f\nindex 1..2 100644\n--- a/f\n+++ b/f\n@@ -10,4 +10,5 @@ fn\n a\n-b\n+B\n+B2\n c\n"_s
             << QStringList{u"4 h . . @@ -10,4 +10,5 @@ fn"_s, u"5 c 10 10  a"_s, u"6 - 11 . -b"_s,
@@ -144,7 +148,10 @@ private Q_SLOTS:
         QFETCH(QStringList, unified);
         QFETCH(QStringList, split);
         const PresentedDiffDocument document = buildDiffDocument(text);
-        QCOMPARE(document.text, text);
+        QCOMPARE(document.text, QTest::currentDataTag() == QByteArray("headers and a binary note only")
+                                        || QTest::currentDataTag() == QByteArray("Mercurial's binary patch")
+                                    ? u"Binary file"_s
+                                    : text);
         QCOMPARE(describeUnified(document.unifiedLines), unified);
         QCOMPARE(describeSplit(document.splitLines), split);
     }

@@ -14,6 +14,8 @@
 #include <QScrollBar>
 #include <QSettings>
 #include <QTest>
+
+#include <cmath>
 #include <QToolButton>
 
 using namespace Qt::StringLiterals;
@@ -179,6 +181,47 @@ private Q_SLOTS:
         const QColor leftEdge = picture.pixelColor(4, rowCentre(addedRow));
         QVERIFY2(rightEdge.green() > rightEdge.red() + 10, qPrintable(rightEdge.name()));
         QVERIFY2(rightEdge != leftEdge, "the empty left side is not painted as an addition");
+    }
+
+    // The widest line scrolls fully into view, whatever it holds: tabs are
+    // wider than a letter, East Asian characters and emoji take two cells.
+    void longLinesScrollToTheirEnd_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::newRow("tabs") << u"x\t"_s.repeated(60) + u"end"_s;
+        QTest::newRow("wide characters") << u"\u6f22\u5b57"_s.repeated(80) + u"end"_s;
+        QTest::newRow("emoji") << u"\U0001F600"_s.repeated(80) + u"end"_s;
+    }
+
+    void longLinesScrollToTheirEnd()
+    {
+        QFETCH(QString, line);
+        const PresentedDiffDocument document = buildDiffDocument(u"@@ -1 +1 @@\n+"_s + line + u"\n"_s);
+        // Where the line's last ink is, in the canvas's own coordinates,
+        // scrolled fully right in a view of the width.
+        const auto lastInk = [&document](int width) {
+            DiffCanvas canvas;
+            canvas.resize(width, 120);
+            canvas.show();
+            if (!QTest::qWaitForWindowExposed(&canvas))
+                return -1;
+            canvas.setDocument(document);
+            canvas.horizontalScrollBar()->setValue(canvas.horizontalScrollBar()->maximum());
+            const QImage picture = canvas.viewport()->grab().toImage();
+            const int y = rowCentre(1);
+            const int background = picture.pixelColor(picture.width() - 1, y - DiffCanvas::rowHeight / 2 + 1).lightness();
+            int rightmost = -1;
+            for (int x = 0; x < picture.width(); ++x) {
+                for (int row = y - 6; row <= y + 6; ++row) {
+                    if (std::abs(picture.pixelColor(x, row).lightness() - background) > 60)
+                        rightmost = x;
+                }
+            }
+            return canvas.horizontalScrollBar()->value() + rightmost;
+        };
+        const int whole = lastInk(16000);
+        QVERIFY(whole > 1000);
+        QCOMPARE(lastInk(600), whole);
     }
 
     void dragSelectsRowsAndCopies_data()

@@ -4,6 +4,8 @@
 
 #include "Checks.h"
 #include "ui/ChangesView.h"
+#include "ui/DesktopServices.h"
+#include "ui/SidebarView.h"
 #include "ui/CommitBox.h"
 #include "ui/RepositoryWorkspace.h"
 #include "ui/CloneSheet.h"
@@ -12,6 +14,9 @@
 #include "ui/WorkspaceTabHeader.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QTimer>
+#include <QTreeView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
@@ -163,6 +168,50 @@ private Q_SLOTS:
         QCOMPARE(changesTab->accessibleName(), u"Changes"_s);
     }
 
+    // Keys that edit text reach a focused text field before any menu item
+    // (Ctrl+Backspace is also Remove Repository); elsewhere the item has them.
+    void textFieldsKeepTheirEditingKeys()
+    {
+        const GitFixture repository;
+        repository.write(u"chart.txt"_s, "harbour\n");
+        WindowHarness harness;
+        MainWindow &window = harness.open();
+        harness.addThroughMenu(repository.path());
+        QLineEdit *summary = harness.changes().commitBox()->summary();
+        summary->setFocus();
+        QTest::keyClicks(summary, u"Add the tide table"_s);
+        QTest::keyClick(summary, Qt::Key_Backspace, Qt::ControlModifier);
+        QCOMPARE(summary->text(), u"Add the tide "_s);
+        QTest::keyClick(summary, Qt::Key_Left, Qt::ControlModifier);
+        QCOMPARE(summary->cursorPosition(), 8);
+        QTest::keyClick(summary, Qt::Key_A, Qt::ControlModifier);
+        QCOMPARE(summary->selectedText(), u"Add the tide "_s);
+        QVERIFY(harness.models.prompts.alerts.isEmpty());
+
+        window.sidebar()->tree()->setFocus();
+        QTest::keyClick(window.sidebar()->tree(), Qt::Key_Backspace, Qt::ControlModifier);
+        QCOMPARE(harness.models.prompts.alerts.size(), 1);
+        QVERIFY(harness.models.prompts.alerts.first().message.startsWith(u"Remove"_s));
+    }
+
+    // Return never confirms a destructive action.
+    void destructiveConfirmationsDefaultToCancel()
+    {
+        QWidget parent;
+        DialogPrompts prompts(&parent);
+        QString defaultButton;
+        QTimer::singleShot(0, [&defaultButton] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            defaultButton = box && box->defaultButton() ? box->defaultButton()->text() : u"(none)"_s;
+            if (box)
+                QTest::keyClick(box, Qt::Key_Return);
+        });
+        const std::optional<int> answer =
+            prompts.alert({u"Discard changes to “a.txt”?"_s, QString(), {u"Discard"_s, u"Cancel"_s}});
+        QCOMPARE(defaultButton, u"Cancel"_s);
+        QCOMPARE(answer, std::optional<int>(1));
+    }
+
     void branchMenuFollowsTheRepository_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
@@ -284,6 +333,7 @@ private Q_SLOTS:
         const QAbstractItemModel *files = harness.changes().list()->model();
         const QString tip = files->index(0, 0).data(Qt::ToolTipRole).toString();
         QCOMPARE(shownToolTip(tip), hostile);
+        QCOMPARE(files->index(0, 0).data(Qt::DisplayRole).toString(), hostile);
 
         model.presentError(u"Discarding “"_s + hostile + u'”', u"error: <b>bold & brave.txt: no such file"_s);
         QMessageBox *alert = window.errorAlert();

@@ -7,6 +7,7 @@
 #include "ui/SidebarView.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
@@ -186,6 +187,30 @@ private Q_SLOTS:
         QTest::mouseClick(view.tree()->viewport(), Qt::LeftButton, {}, rect.center());
         QCOMPARE(fixture.harness.model().library().selectedSidebarFolderID(), std::optional(folder));
         QCOMPARE(view.tree()->isExpanded(index), expanded);
+    }
+
+    // Whatever makes a row current selects its repository; a right click only
+    // opens the row's menu.
+    void highlightAndSelectionAgree()
+    {
+        TwoRepositories fixture;
+        AppModel &model = fixture.harness.model();
+        QTreeView *tree = fixture.harness.window().sidebar()->tree();
+        const QModelIndex harbour = fixture.sidebar().indexOfRepository(QDir::cleanPath(fixture.harbour.path()));
+        const QModelIndex lighthouse = fixture.sidebar().indexOfRepository(QDir::cleanPath(fixture.lighthouse.path()));
+        QCOMPARE(tree->currentIndex(), lighthouse);
+
+        tree->setFocus();
+        QTest::keyClick(tree, Qt::Key_Up);
+        QCOMPARE(tree->currentIndex(), harbour);
+        QCOMPARE(model.workspace().selectedRepository()->path, QDir::cleanPath(fixture.harbour.path()));
+
+        QTest::mouseClick(tree->viewport(), Qt::RightButton, {}, tree->visualRect(lighthouse).center());
+        if (QWidget *menu = QApplication::activePopupWidget())
+            menu->close();
+        QCOMPARE(tree->currentIndex(), harbour);
+        QCOMPARE(model.workspace().selectedRepository()->path, QDir::cleanPath(fixture.harbour.path()));
+        QVERIFY(fixture.harness.settle());
     }
 
     void customIconsAreDrawnSmallWithRoundedCorners()
