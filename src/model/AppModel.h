@@ -154,7 +154,10 @@ public:
                 done(*outcome.value);
         });
     }
-    void showComparison(const PresentedDiffDocument &document) { m_diffSelection->showComparison(document); }
+    void showComparison(const PresentedDiffDocument &document, const QString &title)
+    {
+        m_diffSelection->showComparison(document, title);
+    }
 
     // The commit box and the sheets.
     void setCommitSummary(const QString &summary);

@@ -201,13 +201,16 @@ void BranchActions::compare()
         return;
     const Repository repository = *m_model.workspace().selectedRepository();
     const VersionControl *backend = &backendOf(repository);
+    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const QString title =
+        u"Changes on "_s + snapshot.activeBookmark.value_or(snapshot.branch) + u" since "_s + *target;
     m_model.perform(
         u"Comparing to "_s + *target,
         [backend, path = repository.path, target = *target] {
             const QString text = backend->compareDiff(path, target);
             return buildDiffDocument(text.isEmpty() ? u"There are no differences from "_s + target + u'.' : text);
         },
-        [this](const PresentedDiffDocument &document) { m_model.showComparison(document); });
+        [this, title](const PresentedDiffDocument &document) { m_model.showComparison(document, title); });
 }
 
 void BranchActions::pull()

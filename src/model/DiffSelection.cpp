@@ -304,16 +304,19 @@ void DiffSelection::setSelectedFilePaths(const QSet<QString> &paths)
     Q_EMIT selectedFilePathsChanged();
 }
 
-void DiffSelection::showComparison(const PresentedDiffDocument &document)
+void DiffSelection::showComparison(const PresentedDiffDocument &document, const QString &title)
 {
     cancelPendingSelection();
     cancelLoad();
+    cancelChangesetFilesLoad();
     stopDiffLoadingIndicator();
     setSelectedFile(std::nullopt);
     setSelectedChangeFiles({});
+    setSelectedChangeset(std::nullopt);
+    setChangesetFiles({});
     setSelectedChangesetFile(std::nullopt);
     setPreviewImage(QImage());
-    setDiff(document);
+    setDiff(document, title);
 }
 
 void DiffSelection::clearShownDiff()
@@ -370,6 +373,9 @@ void DiffSelection::showPage()
                 focus = fileWithPath(snapshot.files, remembered);
         }
         if (focus) {
+            // The list shows the focused file selected, as if it were clicked.
+            if (!m_selectedChangeFiles.contains(*focus))
+                setSelectedChangeFiles({*focus});
             selectFile(*focus);
         } else {
             setSelectedFile(std::nullopt);
@@ -383,6 +389,11 @@ void DiffSelection::showPage()
             if (changeset.node == m_selectedChangeset->node)
                 kept = changeset;
         }
+    }
+    if (!kept && !snapshot.history.isEmpty()) {
+        // Opening History shows the newest changeset.
+        selectChangeset(snapshot.history.first());
+        return;
     }
     if (!kept) {
         cancelChangesetFilesLoad();
@@ -436,9 +447,10 @@ void DiffSelection::setSelectedChangesetFile(const std::optional<WorkingFile> &f
     Q_EMIT selectedChangesetFileChanged();
 }
 
-void DiffSelection::setDiff(const PresentedDiffDocument &document)
+void DiffSelection::setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle)
 {
     m_diff = document;
+    m_comparisonTitle = comparisonTitle;
     Q_EMIT diffChanged();
 }
 

@@ -43,6 +43,9 @@ public:
     const QList<WorkingFile> &changesetFiles() const { return m_changesetFiles; }
     const std::optional<WorkingFile> &selectedChangesetFile() const { return m_selectedChangesetFile; }
     const PresentedDiffDocument &diff() const { return m_diff; }
+    // What a comparison shown in place of a file's diff is ("Changes on
+    // main since topic"); nothing for any other diff. Changes with diff().
+    const std::optional<QString> &comparisonTitle() const { return m_comparisonTitle; }
     const QImage &previewImage() const { return m_previewImage; }
     // Said with the picture: "Deleted" for a picture that is gone.
     const QString &previewCaption() const { return m_previewCaption; }
@@ -58,8 +61,9 @@ public:
     void selectChangeset(const Changeset &changeset);
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
-    // Puts a comparison on screen in place of any focused file's diff.
-    void showComparison(const PresentedDiffDocument &document);
+    // Puts a comparison on screen in place of any focused file's diff or
+    // selected changeset.
+    void showComparison(const PresentedDiffDocument &document, const QString &title);
 
     // Everything of the previous repository goes; nothing is loading after.
     void clearForRepositorySwitch();
@@ -93,7 +97,7 @@ private:
     void setSelectedChangeset(const std::optional<Changeset> &changeset);
     void setChangesetFiles(const QList<WorkingFile> &files);
     void setSelectedChangesetFile(const std::optional<WorkingFile> &file);
-    void setDiff(const PresentedDiffDocument &document);
+    void setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle = std::nullopt);
     void setPreviewImage(const QImage &image, const QString &caption = QString());
     void setLoadingFlags(bool loading, bool indicatorShown);
     void loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption = QString());
@@ -115,6 +119,7 @@ private:
     QList<WorkingFile> m_changesetFiles;
     std::optional<WorkingFile> m_selectedChangesetFile;
     PresentedDiffDocument m_diff;
+    std::optional<QString> m_comparisonTitle;
     QImage m_previewImage;
     QString m_previewCaption;
     bool m_isLoadingDiff = false;

@@ -4,6 +4,7 @@
 #include "ui/StatusBadge.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QAbstractItemView>
 #include <QHelpEvent>
@@ -78,6 +79,15 @@ QSize ChangedFileDelegate::sizeHint(const QStyleOptionViewItem &option, const QM
 bool ChangedFileDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
                                       const QModelIndex &index)
 {
+    // Space ticks the current row's box, as a click on the box does.
+    if (event->type() == QEvent::KeyPress && (index.flags() & Qt::ItemIsUserCheckable)) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Space && key != Qt::Key_Select)
+            return false;
+        const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+        model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+        return true;
+    }
     if (event->type() != QEvent::MouseButtonRelease && event->type() != QEvent::MouseButtonPress
         && event->type() != QEvent::MouseButtonDblClick)
         return false;

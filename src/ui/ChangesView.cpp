@@ -132,6 +132,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, &ChangesView::updateSelectAll);
     connect(&model.diffSelection(), &DiffSelection::selectedChangeFilesChanged, this,
             &ChangesView::showSelectionFromModel);
+    connect(&model.diffSelection(), &DiffSelection::selectedFileChanged, this, &ChangesView::showSelectionFromModel);
     updateState();
     updateSelectAll();
 }
@@ -173,6 +174,11 @@ void ChangesView::showSelectionFromModel()
             selection.select(m_files->index(row), m_files->index(row));
     }
     m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    // The row whose diff is shown is the current one, where the keys go on from.
+    if (const std::optional<WorkingFile> &focus = m_model.diffSelection().selectedFile()) {
+        if (const int row = m_files->rowOf(focus->path); row >= 0)
+            m_list->selectionModel()->setCurrentIndex(m_files->index(row), QItemSelectionModel::NoUpdate);
+    }
     m_updatingSelection = false;
 }
 

@@ -140,7 +140,7 @@ void DiffView::setPlaceholder(const QString &placeholder)
 void DiffView::refresh()
 {
     const DiffSelection &selection = m_model.diffSelection();
-    static_cast<PathLabel *>(m_path)->setFullText(m_fileName());
+    static_cast<PathLabel *>(m_path)->setFullText(selection.comparisonTitle().value_or(m_fileName()));
     const PresentedDiffDocument &document = selection.diff();
     if (!selection.previewImage().isNull()) {
         m_image->setImage(selection.previewImage(), selection.previewCaption());

@@ -59,6 +59,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_list(makeList(u"History"_s))
     , m_details(new QStackedWidget)
     , m_nothingSelected(new EmptyState(u"Select a changeset"_s, u"clock"_s, QString()))
+    , m_changesetPart(new QWidget)
     , m_header(new ChangesetHeader(model))
     , m_filesCount(new QLabel)
     , m_filesArea(new QStackedWidget)
@@ -99,7 +100,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     m_filesArea->addWidget(m_fileList);
     m_filesArea->addWidget(noFiles);
 
-    auto *top = new QWidget;
+    auto *top = m_changesetPart;
     auto *topLayout = new QVBoxLayout(top);
     topLayout->setContentsMargins(0, 0, 0, 0);
     topLayout->setSpacing(0);
@@ -157,6 +158,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     });
     connect(&selection, &DiffSelection::selectedChangesetFileChanged, this, &HistoryView::showSelectedFile);
     connect(&selection, &DiffSelection::isLoadingChangesetFilesChanged, this, &HistoryView::updateDetail);
+    connect(&selection, &DiffSelection::diffChanged, this, &HistoryView::updateDetail);
     connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, &HistoryView::updateForRepository);
 
     m_dateTimer.setInterval(dateRefreshPeriod);
@@ -202,7 +204,10 @@ void HistoryView::updateForRepository()
 
 void HistoryView::updateState()
 {
-    m_pages->setCurrentWidget(m_history->rowCount() == 0 ? static_cast<QWidget *>(m_empty) : m_list);
+    const bool empty = m_history->rowCount() == 0;
+    m_pages->setCurrentWidget(empty ? static_cast<QWidget *>(m_empty) : m_list);
+    // Without history there is nothing to detail: one empty state, not two.
+    m_details->setVisible(!empty);
 }
 
 void HistoryView::updateDetail()
@@ -211,12 +216,17 @@ void HistoryView::updateDetail()
     const std::optional<Changeset> &changeset = selection.selectedChangeset();
     const qsizetype fileCount = selection.changesetFiles().size();
     Detail detail = Detail::changeset;
-    if (!changeset)
+    // A comparison shows alone, under no changeset's header.
+    const bool comparing = selection.comparisonTitle().has_value();
+    m_changesetPart->setVisible(!comparing);
+    if (comparing)
+        detail = Detail::changeset;
+    else if (!changeset)
         detail = Detail::nothingSelected;
     else if (selection.isLoadingChangesetFiles() && fileCount == 0)
         detail = Detail::loading;
     m_details->setCurrentIndex(static_cast<int>(detail));
-    if (detail != Detail::changeset)
+    if (detail != Detail::changeset || comparing)
         return;
     const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
     m_header->showChangeset(*changeset, repository ? repository->kind : RepositoryKind::mercurial);

@@ -64,6 +64,8 @@ private:
     QListView *m_list;
     QStackedWidget *m_details;
     EmptyState *m_nothingSelected;
+    // The selected changeset's header and files, over its diff.
+    QWidget *m_changesetPart;
     ChangesetHeader *m_header;
     QLabel *m_filesCount;
     QStackedWidget *m_filesArea;

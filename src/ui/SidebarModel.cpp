@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QFont>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QMimeData>
@@ -107,6 +108,10 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
     const Kind kind = kindOf(index);
     if (role == KindRole)
         return static_cast<int>(kind);
+    // Every row, the heading too, is as high as a 20-point icon needs: the
+    // view takes one row's height for all.
+    if (role == Qt::SizeHintRole)
+        return QSize(-1, std::max(28, QFontMetrics(QGuiApplication::font()).height() + 10));
     if (kind == Kind::section) {
         // A heading, as sidebars show them: small, bold and quiet.
         switch (role) {

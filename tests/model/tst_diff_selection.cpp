@@ -174,6 +174,8 @@ private Q_SLOTS:
         AppModel &restarted = fixture.harness.start();
         QVERIFY(fixture.harness.settle());
         QCOMPARE(restarted.diffSelection().selectedFile(), std::optional(fileNamed(restarted, u"two.txt"_s)));
+        // The restored diff's row is the selected one.
+        QCOMPARE(restarted.diffSelection().selectedChangeFiles(), QSet<WorkingFile>{fileNamed(restarted, u"two.txt"_s)});
         QVERIFY(restarted.diffSelection().diff().text.contains(u"+two.txt after"_s));
 
         // A refresh that removes the focused file clears the diff.
@@ -241,6 +243,19 @@ private Q_SLOTS:
         QVERIFY(show({u"kept.png"_s, FileState::modified}, true));
         QCOMPARE(selection.previewImage().size(), QSize(40, 20));
         QCOMPARE(selection.previewCaption(), QString());
+    }
+
+    // Opening History shows the newest changeset, focus or not.
+    void historyOpensOnTheNewest()
+    {
+        ThreeChanges fixture;
+        fixture.repository.commitAll(u"newest"_s);
+        AppModel &model = fixture.model();
+        QVERIFY(fixture.harness.settle());
+        model.setTab(WorkspaceTab::history);
+        QVERIFY(fixture.harness.settle());
+        QCOMPARE(model.diffSelection().selectedChangeset()->summary, u"newest"_s);
+        QVERIFY(!model.diffSelection().changesetFiles().isEmpty());
     }
 
     void changesets()

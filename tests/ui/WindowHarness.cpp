@@ -21,6 +21,13 @@ WindowHarness::~WindowHarness()
     m_window.reset();
 }
 
+void WindowHarness::close()
+{
+    models.settle();
+    m_window.reset();
+    models.stop();
+}
+
 MainWindow &WindowHarness::open()
 {
     AppModel &model = models.start();

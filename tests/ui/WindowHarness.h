@@ -29,6 +29,8 @@ public:
 
     // Starts the model, opens the window, waits until it is active and idle.
     MainWindow &open();
+    // Closes the window and ends the model, as quitting does.
+    void close();
     MainWindow &window() { return *m_window; }
     AppModel &model() { return models.model(); }
     ViewSettings &viewSettings() { return *m_viewSettings; }

@@ -183,6 +183,33 @@ private Q_SLOTS:
         QCOMPARE(changes.state(), ChangesView::State::clean);
     }
 
+    // The row whose diff shows is the current one, after a restart too, and
+    // Space ticks it.
+    void shownDiffAndCurrentRowAgree()
+    {
+        const MercurialFixture repository;
+        for (const char *name : {"a.txt", "b.txt", "c.txt"})
+            repository.write(QString::fromLatin1(name), "x\n");
+        WindowHarness harness;
+        selectRows(harness.openOn(repository.path()).list(), {u"b.txt"_s});
+        QVERIFY(harness.settle());
+        harness.close();
+        harness.open();
+        QListView *list = harness.changes().list();
+        QTRY_VERIFY(harness.model().diffSelection().diff().text.contains(u"b.txt"_s));
+        QCOMPARE(list->currentIndex().row(), 1);
+        QCOMPARE(list->selectionModel()->selectedRows().size(), 1);
+        QCOMPARE(list->selectionModel()->selectedRows().first().row(), 1);
+
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Space);
+        QCOMPARE(checkStates(list), (QList<Qt::CheckState>{Qt::Unchecked, Qt::Checked, Qt::Unchecked}));
+        QTest::keyClick(list, Qt::Key_Down);
+        QTRY_VERIFY(harness.model().diffSelection().diff().text.contains(u"c.txt"_s));
+        QTest::keyClick(list, Qt::Key_Space);
+        QCOMPARE(checkStates(list), (QList<Qt::CheckState>{Qt::Unchecked, Qt::Checked, Qt::Checked}));
+    }
+
     void selectAllAndStaleTicks()
     {
         const MercurialFixture repository;

@@ -76,7 +76,10 @@ private Q_SLOTS:
         HistoryView &view = openHistory(harness, fixture.repository->path());
         QCOMPARE(harness.model().workspace().tab(), WorkspaceTab::history);
         QCOMPARE(view.state(), HistoryView::State::list);
-        QCOMPARE(view.detail(), HistoryView::Detail::nothingSelected);
+        // Opening History shows the newest changeset.
+        QCOMPARE(view.detail(), HistoryView::Detail::changeset);
+        QCOMPARE(harness.model().diffSelection().selectedChangeset()->node, fixture.second);
+        QCOMPARE(view.list()->currentIndex().row(), 0);
         QCOMPARE(view.nothingSelected()->title(),
                  kind == RepositoryKind::git ? u"Select a commit"_s : u"Select a changeset"_s);
 
@@ -134,6 +137,32 @@ private Q_SLOTS:
         QCOMPARE(view.emptyState()->title(), u"No History"_s);
         QCOMPARE(view.emptyState()->detail(), kind == RepositoryKind::git ? u"This repository has no commits yet."_s
                                                                           : u"This repository has no changesets yet."_s);
+        // One empty state, not a second one beside it.
+        QVERIFY(view.emptyState()->isVisible());
+        QVERIFY(!view.nothingSelected()->isVisible());
+    }
+
+    // A comparison shows alone under its own title, not under a changeset's
+    // header; choosing a changeset again brings its header back.
+    void comparisonShowsWithItsTitle()
+    {
+        const TwoChangesets fixture(RepositoryKind::git);
+        WindowHarness harness;
+        HistoryView &view = openHistory(harness, fixture.repository->path());
+        QTRY_VERIFY(view.header()->isVisible());
+        QCOMPARE(harness.model().diffSelection().selectedChangeset()->summary, u"Add the tide table"_s);
+        harness.models.prompts.choiceAnswers = {0};
+        harness.model().compare();
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.model().diffSelection().selectedChangeset(), std::nullopt);
+        QVERIFY(!view.header()->isVisible());
+        QCOMPARE(view.diffView()->shownFileName(), u"Changes on main since tides"_s);
+        QCOMPARE(view.diffView()->messageText(), u"There are no differences from tides."_s);
+
+        clickRow(view.list(), 1);
+        QVERIFY(harness.settle());
+        QVERIFY(view.header()->isVisible());
+        QCOMPARE(view.diffView()->shownFileName(), u"chart.txt"_s);
     }
 
     void changesetWithoutFiles()

@@ -205,6 +205,9 @@ private Q_SLOTS:
         QCOMPARE(tree->currentIndex(), harbour);
         QCOMPARE(model.workspace().selectedRepository()->path, QDir::cleanPath(fixture.harbour.path()));
 
+        // Rows are as high as their 20-point icons need (the heading row set
+        // the height of every row once).
+        QVERIFY2(tree->visualRect(harbour).height() >= 24, qPrintable(QString::number(tree->visualRect(harbour).height())));
         QTest::mouseClick(tree->viewport(), Qt::RightButton, {}, tree->visualRect(lighthouse).center());
         if (QWidget *menu = QApplication::activePopupWidget())
             menu->close();
