@@ -123,8 +123,15 @@ int main(int argc, char *argv[])
     MainWindow window(model, viewSettings);
     prompts.setWindow(&window);
     model.start();
-    if (parser.isSet(repositoryOption))
-        model.addRepositories({QUrl::fromLocalFile(QDir::current().absoluteFilePath(parser.value(repositoryOption)))});
+    if (parser.isSet(repositoryOption)) {
+        const QString folder = QDir::current().absoluteFilePath(parser.value(repositoryOption));
+        if (!QFileInfo(folder).isDir()) {
+            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption)
+                                << ": there is no such folder.\n";
+            return 1;
+        }
+        model.addRepositories({QUrl::fromLocalFile(folder)});
+    }
 
     if (parser.isSet(tourOption)) {
         if (demoRepositories.isEmpty()) {
@@ -167,6 +174,13 @@ int main(int argc, char *argv[])
         }
     } else {
         waitUntilIdle(model);
+        // A picture of the start page is no picture of the repository asked for.
+        if (const std::optional<PresentedError> &error = model.activityState().presentedError();
+            error && parser.isSet(repositoryOption)) {
+            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption) << ": "
+                                << error->message << "\n";
+            return 1;
+        }
         showPage(model, parser.value(tabOption), parser.value(fileOption));
         take(QDir::current().absoluteFilePath(screenshot));
     }

@@ -245,6 +245,13 @@ void DiffCanvas::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() != Qt::LeftButton || rowCount() == 0)
         return QAbstractScrollArea::mousePressEvent(event);
+    // Below the last row there is nothing to select.
+    const qint64 contentY = static_cast<qint64>(verticalScrollBar()->value()) + event->position().toPoint().y();
+    if (contentY >= static_cast<qint64>(rowCount()) * rowHeight) {
+        m_selectionAnchor = m_selectionEnd = -1;
+        viewport()->update();
+        return;
+    }
     const int contentX = event->position().toPoint().x() + horizontalScrollBar()->value();
     selectRows(rowAt(event->position().toPoint().y()), rowAt(event->position().toPoint().y()),
                m_layout == Layout::split && contentX > splitHalfWidth());
@@ -266,6 +273,14 @@ void DiffCanvas::keyPressEvent(QKeyEvent *event)
     }
     if (event->matches(QKeySequence::SelectAll) && rowCount() > 0) {
         selectRows(0, rowCount() - 1, m_selectionOnRight);
+        return;
+    }
+    // Home and End (with Ctrl too) go to the first and the last row, at the
+    // start of the lines.
+    if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End) {
+        const bool toEnd = event->key() == Qt::Key_End;
+        verticalScrollBar()->setValue(toEnd ? verticalScrollBar()->maximum() : 0);
+        horizontalScrollBar()->setValue(0);
         return;
     }
     QAbstractScrollArea::keyPressEvent(event);

@@ -112,6 +112,9 @@ void MainWindow::buildMenus()
     about->setMenuRole(QAction::AboutRole);
     QAction *settings = add(appMenu, u"Settings…"_s, QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
     settings->setMenuRole(QAction::PreferencesRole);
+    appMenu->addSeparator();
+    QAction *quit = add(appMenu, u"Quit Tillery"_s, QKeySequence::Quit, [this] { close(); });
+    quit->setMenuRole(QAction::QuitRole);
 
     QMenu *file = bar->addMenu(u"File"_s);
     add(file, u"New Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_N), [&model] { model.createRepository(); });

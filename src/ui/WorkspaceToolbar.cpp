@@ -87,6 +87,7 @@ WorkspaceToolbar::WorkspaceToolbar(AppModel &model, QWidget *parent)
 
     connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, &WorkspaceToolbar::update);
     connect(&model.workspace(), &Workspace::snapshotChanged, this, &WorkspaceToolbar::update);
+    connect(&model.workspace(), &Workspace::isSwitchingRepositoryChanged, this, &WorkspaceToolbar::update);
     connect(&model.activityState(), &ActivityState::isBusyChanged, this, &WorkspaceToolbar::update);
     connect(&model, &AppModel::integrationsChanged, this, &WorkspaceToolbar::update);
     update();
@@ -139,6 +140,9 @@ void WorkspaceToolbar::update()
     m_push->setAccessibleName(pushLabel);
     m_push->setText(pushLabel);
     m_push->setToolButtonStyle(published ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    // Until a repository's first snapshot says whether its branch is
+    // published, neither Push nor Publish is offered.
+    m_push->setVisible(repository && !m_model.workspace().isSwitchingRepository());
     m_editor->setToolTip(plainToolTip(m_model.editorTitle()));
     m_editor->setAccessibleName(m_model.editorTitle());
     const bool free = repository && !m_model.activityState().isBusy();

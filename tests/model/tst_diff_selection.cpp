@@ -139,6 +139,25 @@ private Q_SLOTS:
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
     }
 
+    // The same for a changeset's file: going back to Changes ends its run.
+    void leavingAChangesetDiffEndsItsLoad()
+    {
+        ThreeChanges fixture;
+        fixture.repository.commitAll(u"three"_s);
+        AppModel &model = fixture.model();
+        QVERIFY(fixture.harness.settle());
+        model.setTab(WorkspaceTab::history);
+        QVERIFY(fixture.harness.settle());
+        const test::FakeTool stuckHg({{}, {}, 0, 60, {}});
+        const test::ScopedEnvironmentVariable override("HG", stuckHg.path().toUtf8());
+
+        model.selectChangesetFile(WorkingFile{u"two.txt"_s, FileState::modified});
+        QTRY_VERIFY(stuckHg.processId() != 0 && test::processIsRunning(stuckHg.processId()));
+        model.setTab(WorkspaceTab::changes);
+        QTRY_VERIFY(!test::processIsRunning(stuckHg.processId()));
+        QCOMPARE(model.activityState().presentedError(), std::nullopt);
+    }
+
     void failedLoadIsPresented()
     {
         ThreeChanges fixture;

@@ -252,6 +252,33 @@ private Q_SLOTS:
         canvas.setFocus();
         QTest::keyClick(&canvas, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), u" line 17\n line 18\n line 19"_s);
+
+        // A click below the last row selects nothing.
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, QPoint(60, viewport->height() - 2));
+        QCOMPARE(canvas.selectedText(), QString());
+    }
+
+    // Home and End (with Ctrl too) go to the first and the last row.
+    void homeAndEndKeys()
+    {
+        DiffCanvas canvas;
+        canvas.resize(500, 200);
+        canvas.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&canvas));
+        QString text = u"@@ -1,300 +1,300 @@\n"_s;
+        for (int line = 1; line <= 300; ++line)
+            text += u" line %1 with some width to scroll sideways through\n"_s.arg(line);
+        canvas.setDocument(buildDiffDocument(text));
+        QScrollBar *vertical = canvas.verticalScrollBar();
+        for (const Qt::KeyboardModifiers modifiers : {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::ControlModifier)}) {
+            canvas.horizontalScrollBar()->setValue(canvas.horizontalScrollBar()->maximum());
+            QTest::keyClick(&canvas, Qt::Key_End, modifiers);
+            QCOMPARE(vertical->value(), vertical->maximum());
+            QCOMPARE(canvas.horizontalScrollBar()->value(), 0);
+            QTest::keyClick(&canvas, Qt::Key_Home, modifiers);
+            QCOMPARE(vertical->value(), 0);
+        }
+        QVERIFY(vertical->maximum() > 0);
     }
 };
 

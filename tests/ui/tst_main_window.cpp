@@ -106,6 +106,10 @@ private Q_SLOTS:
         }
         for (const QAction *item : itemsOfMenu(window, u"File"_s))
             QVERIFY2(item->isEnabled(), qPrintable(item->text()));
+        // Quitting is in the application's own menu, with the platform's key.
+        const QList<QAction *> application = itemsOfMenu(window, u"Tillery"_s);
+        QCOMPARE(application.last()->text(), u"Quit Tillery"_s);
+        QCOMPARE(application.last()->shortcut(), QKeySequence(QKeySequence::Quit));
     }
 
     void addTickAndCommitWithTheShortcut_data()

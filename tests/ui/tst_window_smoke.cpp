@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -65,6 +66,31 @@ class WindowSmokeTest : public QObject {
 
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
+
+    // A picture of a repository that cannot be opened is refused, loudly.
+    void screenshotOfARepositoryThatCannotOpen_data()
+    {
+        QTest::addColumn<QString>("folder"); // inside a temporary folder
+        QTest::newRow("missing folder") << u"missing"_s;
+        QTest::newRow("not a repository") << u"."_s;
+    }
+
+    void screenshotOfARepositoryThatCannotOpen()
+    {
+        QFETCH(QString, folder);
+        QTemporaryDir parent;
+        const QString picture = parent.filePath(u"shot.png"_s);
+        QProcess application;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        application.setProcessEnvironment(environment);
+        application.start(QStringLiteral(TILLERY_BINARY),
+                          {u"--screenshot"_s, picture, u"--repository"_s, parent.filePath(folder)});
+        QVERIFY(application.waitForFinished(60000));
+        QCOMPARE(application.exitCode(), 1);
+        QVERIFY2(application.readAllStandardError().contains("Tillery could not open "), "the reason is told");
+        QVERIFY(!QFile::exists(picture));
+    }
 
     void opensOnARealDisplayAndClosesCleanly()
     {

@@ -1,8 +1,11 @@
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
+#include "FakeTool.h"
 #include "WindowHarness.h"
 
+#include "ui/ActivityRow.h"
 #include "ui/RepositoryWorkspace.h"
+#include "ui/SidebarView.h"
 #include "ui/WorkspaceToolbar.h"
 
 #include <QAction>
@@ -63,8 +66,15 @@ private Q_SLOTS:
         }
 
         WindowHarness harness;
-        harness.openOn(repository->path());
+        harness.open();
         WorkspaceToolbar &toolbar = *harness.window().workspace()->toolbar();
+        // While the repository loads, neither Push nor Publish is offered.
+        harness.model().adoptRepository(Repository{repository->path(), kind});
+        QVERIFY(toolbar.pushButton()->isHidden());
+        QVERIFY(harness.settle());
+        QVERIFY(!toolbar.pushButton()->isHidden());
+        QCOMPARE(toolbar.pushButton()->accessibleName(),
+                 kind == RepositoryKind::mercurial ? u"Push"_s : u"Publish this branch"_s);
         QCOMPARE(toolbar.title()->text(), QFileInfo(repository->path()).fileName());
         QCOMPARE(test::shownLabel(toolbar.branchPicker()->text()), u"main"_s);
         QMenu *menu = toolbar.branchMenu();
@@ -84,6 +94,31 @@ private Q_SLOTS:
         QCOMPARE(test::shownLabel(toolbar.branchPicker()->text()), u"R&D"_s);
         QCOMPARE(checkedItems(toolbar.branchMenu()), QStringList({u"R&D"_s}));
         QVERIFY(toolbar.refreshButton()->isEnabled());
+    }
+
+    // Every command that talks to a remote can be stopped from the activity row.
+    void remoteCommandsCanBeCancelled()
+    {
+        const GitFixture repository;
+        repository.write(u"chart.txt"_s, "harbour\n");
+        repository.commitAll(u"Start"_s);
+        WindowHarness harness;
+        harness.openOn(repository.path());
+        ActivityRow &row = *harness.window().sidebar()->activityRow();
+        QVERIFY(row.cancelButton()->isHidden());
+
+        test::FakeToolBehaviour behaviour;
+        behaviour.customBody = "case \" $* \" in *' fetch '*) exec sleep 60 ;; esac\nexec git \"$@\"";
+        const test::FakeTool hangingGit(behaviour);
+        const test::ScopedEnvironmentVariable override("GIT", hangingGit.path().toUtf8());
+        harness.window().workspace()->toolbar()->fetchButton()->click();
+        QTRY_VERIFY(!row.cancelButton()->isHidden());
+        QTRY_VERIFY(test::processIsRunning(hangingGit.processId()));
+        row.cancelButton()->click();
+        QVERIFY(harness.settle());
+        QVERIFY(!test::processIsRunning(hangingGit.processId()));
+        QVERIFY(row.cancelButton()->isHidden());
+        QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
     }
 
     void publishingANewBranch()
