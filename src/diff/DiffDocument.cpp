@@ -66,16 +66,16 @@ bool isWide(char16_t character)
 qint64 displayColumns(QStringView text)
 {
     qint64 columns = 0;
-    for (const QChar character : text) {
-        const char16_t unit = character.unicode();
-        if (unit < 0x1100 && unit != u'\t')
+    const char16_t *unit = text.utf16();
+    for (const char16_t *end = unit + text.size(); unit != end; ++unit) {
+        if (*unit < 0x1100 && *unit != u'\t')
             ++columns;
-        else if (unit == u'\t')
+        else if (*unit == u'\t')
             columns = (columns / tabColumns + 1) * tabColumns;
-        else if (QChar::isHighSurrogate(unit))
+        else if (QChar::isHighSurrogate(*unit))
             columns += 2;
-        else if (!QChar::isLowSurrogate(unit))
-            columns += isWide(unit) ? 2 : 1;
+        else if (!QChar::isLowSurrogate(*unit))
+            columns += isWide(*unit) ? 2 : 1;
     }
     return columns;
 }
@@ -201,7 +201,7 @@ PresentedDiffDocument buildDiffDocument(const QString &text)
     document.splitLines = pairSplitLines(document.unifiedLines);
     for (qsizetype index = 0; index < document.unifiedLines.size(); ++index) {
         const QString &line = document.unifiedLines[index].text;
-        // No line is wider than two cells a character, plus its tabs.
+        // A line without tabs is no wider than two cells a character.
         if (line.size() * 2 <= document.widestLineColumns && !line.contains(u'\t'))
             continue;
         const qint64 columns = displayColumns(line);

@@ -64,7 +64,8 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
     // without a wide character's glyph draws something narrower).
     m_widestLineWidth = m_document.widestLineColumns * m_characterWidth;
     if (m_document.widestLine >= 0) {
-        const QString &widest = m_document.unifiedLines[m_document.widestLine].text;
+        // Through a const view: the rows are shared with the model's document.
+        const QString &widest = std::as_const(m_document).unifiedLines.at(m_document.widestLine).text;
         QTextLayout layout(displayText(widest), m_textFont);
         layout.setTextOption(m_textOption);
         layout.beginLayout();
@@ -167,10 +168,14 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
     const int textX = x + gutters * gutterWidth + 1 + textPadding;
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
-    // Tab stops count from the line's own start, wherever it is scrolled to.
-    painter.translate(textX, y);
-    painter.drawText(QRectF(0, 0, std::max(0, width - (textX - x)) + (1 << 20), rowHeight), displayText(line->text),
-                     m_textOption);
+    const QRect textArea(textX, y, std::max(0, width - (textX - x)) + (1 << 20), rowHeight);
+    if (line->text.contains(u'\t')) {
+        // Tab stops count from the line's own start, wherever it is scrolled to.
+        painter.translate(textX, y);
+        painter.drawText(QRectF(0, 0, textArea.width(), rowHeight), displayText(line->text), m_textOption);
+    } else {
+        painter.drawText(textArea, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, displayText(line->text));
+    }
     painter.restore();
 }
 

@@ -139,8 +139,9 @@ private Q_SLOTS:
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
     }
 
-    // The same for a changeset's file: going back to Changes ends its run.
-    void leavingAChangesetDiffEndsItsLoad()
+    // Opening History shows the newest changeset, focus or not; going back to
+    // Changes ends the run of a changeset file's diff.
+    void historyOpensOnTheNewestAndLeavingEndsItsLoad()
     {
         ThreeChanges fixture;
         fixture.repository.commitAll(u"three"_s);
@@ -148,6 +149,8 @@ private Q_SLOTS:
         QVERIFY(fixture.harness.settle());
         model.setTab(WorkspaceTab::history);
         QVERIFY(fixture.harness.settle());
+        QCOMPARE(model.diffSelection().selectedChangeset()->summary, u"three"_s);
+        QVERIFY(!model.diffSelection().changesetFiles().isEmpty());
         const test::FakeTool stuckHg({{}, {}, 0, 60, {}});
         const test::ScopedEnvironmentVariable override("HG", stuckHg.path().toUtf8());
 
@@ -262,19 +265,6 @@ private Q_SLOTS:
         QVERIFY(show({u"kept.png"_s, FileState::modified}, true));
         QCOMPARE(selection.previewImage().size(), QSize(40, 20));
         QCOMPARE(selection.previewCaption(), QString());
-    }
-
-    // Opening History shows the newest changeset, focus or not.
-    void historyOpensOnTheNewest()
-    {
-        ThreeChanges fixture;
-        fixture.repository.commitAll(u"newest"_s);
-        AppModel &model = fixture.model();
-        QVERIFY(fixture.harness.settle());
-        model.setTab(WorkspaceTab::history);
-        QVERIFY(fixture.harness.settle());
-        QCOMPARE(model.diffSelection().selectedChangeset()->summary, u"newest"_s);
-        QVERIFY(!model.diffSelection().changesetFiles().isEmpty());
     }
 
     void changesets()

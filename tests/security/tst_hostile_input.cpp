@@ -117,6 +117,13 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("markerExpected");
 
+        QTest::newRow("hg: changeset query with a forged node")
+            << RepositoryKind::mercurial << Attack([](const Scene &scene) {
+                   const Changeset forged = changesetWithNode(u"--config=alias.status=!touch "_s + scene.marker());
+                   return failureOf([&] { scene.backend().changesetFiles(scene.path(), forged); })
+                          + failureOf([&] { scene.backend().changesetDiff(scene.path(), forged, u"a.txt"_s); });
+               })
+            << u"A changeset id cannot begin with “-”."_s.repeated(2) << false;
         QTest::newRow("hg: compare to a bookmark pulled from a remote")
             << RepositoryKind::mercurial << Attack([](const Scene &scene) {
                    const QString name = u"--config=alias.diff=!touch "_s + scene.marker();
@@ -124,22 +131,8 @@ private Q_SLOTS:
                    return failureOf([&] { scene.backend().compareDiff(scene.path(), name); });
                })
             << u"A bookmark name cannot begin with “-”."_s << false;
-        QTest::newRow("git: compare to an option")
-            << RepositoryKind::git << Attack([](const Scene &scene) {
-                   return failureOf([&] { scene.backend().compareDiff(scene.path(), u"--output="_s + scene.marker()); });
-               })
-            << u"A branch name cannot begin with “-”."_s << false;
         for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
-            const bool hg = kind == RepositoryKind::mercurial;
-            const char *name = hg ? "hg" : "git";
-            QTest::addRow("%s: changeset query with a forged node", name)
-                << kind << Attack([](const Scene &scene) {
-                       const Changeset forged = changesetWithNode(u"--config=alias.status=!touch "_s + scene.marker());
-                       return failureOf([&] { scene.backend().changesetFiles(scene.path(), forged); })
-                              + failureOf([&] { scene.backend().changesetDiff(scene.path(), forged, u"a.txt"_s); });
-                   })
-                << (hg ? u"A changeset id cannot begin with “-”."_s : u"A revision cannot begin with “-”."_s).repeated(2)
-                << false;
+            const char *name = kind == RepositoryKind::mercurial ? "hg" : "git";
             for (const QString &message :
                  {u"--config=alias.commit=!touch MARKER"_s, u"--cwd=/"_s, u"-R/elsewhere"_s, u"--amend"_s,
                   u"-m \"$(touch MARKER)\" `touch MARKER` %s ; | & 'quoted'"_s}) {
