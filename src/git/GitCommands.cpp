@@ -1,5 +1,6 @@
 #include "git/GitCommands.h"
 
+#include "process/BackendSteps.h"
 #include "git/GitArguments.h"
 
 using namespace Qt::StringLiterals;
@@ -66,15 +67,8 @@ ToolCommand verifyHeadCommand()
 ToolCommand historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
-             u"--format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
+             u"--format=/%H%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
              u"--no-color"_s, u"--no-show-signature"_s},
-            {0}};
-}
-
-ToolCommand branchTargetsCommand()
-{
-    return {{u"for-each-ref"_s, u"--format=%(objectname)%09%(*objectname)%09%(refname:short)"_s,
-             u"refs/heads"_s},
             {0}};
 }
 
@@ -150,11 +144,7 @@ namespace {
 
 QStringList fileArguments(const QStringList &paths)
 {
-    QStringList arguments;
-    arguments.reserve(paths.size());
-    for (const QString &path : paths)
-        arguments.append(fileArgument(path));
-    return arguments;
+    return mappedPaths(paths, fileArgument);
 }
 
 } // namespace

@@ -24,7 +24,6 @@ ToolCommand unpushedCountCommand(const QString &counterpart, const QString &bran
 ToolCommand currentBranchCommand();
 ToolCommand verifyHeadCommand();
 ToolCommand historyCommand();
-ToolCommand branchTargetsCommand();
 ToolCommand tagTargetsCommand();
 ToolCommand commitCountCommand();
 ToolCommand remotesCommand();

@@ -169,10 +169,10 @@ std::optional<qint64> parseCount(QByteArrayView output)
     return parsed ? std::optional(count) : std::nullopt;
 }
 
-QString parseCurrentBranch(QByteArrayView output)
+std::optional<QString> parseCurrentBranch(QByteArrayView output)
 {
     const QString branch = decodeUtf8OrEmpty(output).trimmed();
-    return branch.isEmpty() ? u"detached"_s : branch;
+    return branch.isEmpty() ? std::nullopt : std::optional(branch);
 }
 
 void sortBranches(QList<Bookmark> &branches)
@@ -203,7 +203,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
     // follow its message, the first after a line feed.
     const QList<QByteArrayView> pieces = terminatedPieces(output, '\0');
     const auto startsRecord = [](QByteArrayView piece) { return piece.startsWith('/'); };
-    constexpr qsizetype headerPieces = 5;
+    constexpr qsizetype headerPieces = 4;
 
     QList<Changeset> history;
     qsizetype index = 0;
@@ -219,8 +219,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
         const QByteArrayView node = pieces[index].sliced(1);
         const std::optional<QString> author = decodeUtf8(pieces[index + 1]);
         const std::optional<QString> date = decodeUtf8(pieces[index + 2]);
-        const std::optional<QString> refs = decodeUtf8(pieces[index + 3]);
-        const std::optional<QString> message = decodeUtf8(pieces[index + 4]);
+        const std::optional<QString> message = decodeUtf8(pieces[index + 3]);
         index += headerPieces;
         QStringList files;
         for (bool first = true; index < pieces.size() && !startsRecord(pieces[index]); ++index, first = false) {
@@ -230,7 +229,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
         }
         Changeset changeset;
         changeset.node = decodeUtf8OrEmpty(node).trimmed();
-        if (changeset.node.isEmpty() || !author || !date || !refs || !message)
+        if (changeset.node.isEmpty() || !author || !date || !message)
             continue;
         changeset.revision = std::max<qint64>(totalCommits - number - 1, 0);
         changeset.author = *author;
@@ -256,7 +255,7 @@ std::optional<QString> parseOriginHead(QByteArrayView output)
 }
 
 QString chooseDefaultBranch(const std::optional<QString> &originHead, const QList<Bookmark> &sortedBranches,
-                            const QString &currentBranch)
+                            const std::optional<QString> &currentBranch)
 {
     if (originHead)
         return *originHead;
@@ -268,9 +267,23 @@ QString chooseDefaultBranch(const std::optional<QString> &originHead, const QLis
         if (exists(conventional))
             return conventional;
     }
-    if (currentBranch == u"detached")
-        return sortedBranches.isEmpty() ? u"main"_s : sortedBranches.first().name;
-    return currentBranch;
+    if (currentBranch)
+        return *currentBranch;
+    return sortedBranches.isEmpty() ? u"main"_s : sortedBranches.first().name;
+}
+
+std::optional<GitIdentity> parseIdentity(const QString &text)
+{
+    const QString trimmed = text.trimmed();
+    const qsizetype open = trimmed.lastIndexOf(u'<');
+    const qsizetype close = trimmed.lastIndexOf(u'>');
+    if (open < 0 || close < 0 || close < open)
+        return std::nullopt;
+    const QString name = trimmedSpacesAndTabs(QStringView(trimmed).first(open)).toString();
+    const QString email = trimmedSpacesAndTabs(QStringView(trimmed).sliced(open + 1, close - open - 1)).toString();
+    if (name.isEmpty() || email.isEmpty())
+        return std::nullopt;
+    return GitIdentity{name, email};
 }
 
 QList<WorkingFile> parseCommitFiles(QByteArrayView output)

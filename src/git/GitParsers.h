@@ -1,5 +1,6 @@
 #pragma once
 
+#include "git/GitCommands.h"
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
 #include "records/WorkingFile.h"
@@ -52,8 +53,8 @@ std::optional<QString> remoteCounterpart(const QString &branch, const QStringLis
 // A count printed by rev-list; nothing when it is not an integer.
 std::optional<qint64> parseCount(QByteArrayView output);
 
-// "symbolic-ref --short HEAD"; "detached" when HEAD names no branch.
-QString parseCurrentBranch(QByteArrayView output);
+// "symbolic-ref --short HEAD"; nothing when HEAD names no branch.
+std::optional<QString> parseCurrentBranch(QByteArrayView output);
 
 // Active branches first, then by name in the file browser's order.
 void sortBranches(QList<Bookmark> &branches);
@@ -62,7 +63,7 @@ void sortBranches(QList<Bookmark> &branches);
 // the commit each ref points at (peeled through annotated tags) to its names.
 QHash<QString, QStringList> parseRefTargets(QByteArrayView output);
 
-// "git log -z --format=/%H%x00%an <%ae>%x00%at%x00%D%x00%B --name-only",
+// "git log -z --format=/%H%x00%an <%ae>%x00%at%x00%B --name-only",
 // numbered down from the total commit count. A record that is cut short or
 // unreadable is dropped but keeps its number. No message can forge a record.
 QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
@@ -72,10 +73,13 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
 // The branch that origin's HEAD names, as "symbolic-ref --short" prints it.
 std::optional<QString> parseOriginHead(QByteArrayView output);
 
-// Where history starts: origin's HEAD, else main, else master, else (when
-// detached) the first branch, else the current branch.
+// Where history starts: origin's HEAD, else main, else master, else the
+// current branch, else (when detached) the first branch or "main".
 QString chooseDefaultBranch(const std::optional<QString> &originHead, const QList<Bookmark> &sortedBranches,
-                            const QString &currentBranch);
+                            const std::optional<QString> &currentBranch);
+
+// "Full Name <address>"; nothing when either part is missing.
+std::optional<GitIdentity> parseIdentity(const QString &text);
 
 // "git diff-tree --name-status -z": the files of a commit, sorted.
 QList<WorkingFile> parseCommitFiles(QByteArrayView output);

@@ -2,6 +2,7 @@
 
 #include "git/GitCommands.h"
 #include "git/GitParsers.h"
+#include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
 
@@ -32,13 +33,32 @@ bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchL
     return parseCount(output).value_or(0) > 0;
 }
 
-QList<Changeset> history(const QString &repositoryPath)
+QList<Bookmark> branches(const QList<LocalBranchRecord> &records, const std::optional<QString> &current,
+                         const QStringList &remoteBranchList, const QString &repositoryPath)
+{
+    QList<Bookmark> branchList;
+    branchList.reserve(records.size() + 1);
+    for (const LocalBranchRecord &record : records) {
+        branchList.append(Bookmark{record.name, 0, record.hash, record.active, record.date,
+                                   needsPush(record, remoteBranchList, repositoryPath)});
+    }
+    // A repository without commits has a current branch that no ref names yet.
+    const bool listed = current && std::any_of(branchList.cbegin(), branchList.cend(),
+                                                [&current](const Bookmark &branch) { return branch.name == *current; });
+    if (current && !listed)
+        branchList.append(Bookmark{*current, 0, QString(), true, std::nullopt, true});
+    sortBranches(branchList);
+    return branchList;
+}
+
+QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QString &repositoryPath)
 {
     if (runGit(verifyHeadCommand(), repositoryPath).status != 0)
         return {};
     const QByteArray log = outputOf(historyCommand(), repositoryPath);
-    const QHash<QString, QStringList> branchesByCommit =
-        parseRefTargets(outputOf(branchTargetsCommand(), repositoryPath));
+    QHash<QString, QStringList> branchesByCommit;
+    for (const LocalBranchRecord &record : branchRecords)
+        branchesByCommit[record.hash].append(record.name);
     const QHash<QString, QStringList> tagsByCommit = parseRefTargets(outputOf(tagTargetsCommand(), repositoryPath));
     const qint64 total = parseCount(outputOf(commitCountCommand(), repositoryPath)).value_or(0);
     return parseHistory(log, total, branchesByCommit, tagsByCommit);
@@ -57,79 +77,53 @@ QMap<QString, QString> remotes(const QString &repositoryPath)
     return urls;
 }
 
-bool isPublished(const QString &branch, const QString &repositoryPath)
+bool isPublished(const std::optional<QString> &branch, const QStringList &remoteBranchList,
+                 const QString &repositoryPath)
 {
-    if (branch == u"detached")
+    if (!branch)
         return true;
     if (runGit(upstreamCommand(), repositoryPath).status == 0)
         return true;
-    const QString suffix = u'/' + branch;
-    const QStringList remoteBranchList = remoteBranches(repositoryPath);
+    const QString suffix = u'/' + *branch;
     return std::any_of(remoteBranchList.cbegin(), remoteBranchList.cend(),
                        [&suffix](const QString &remoteBranch) { return remoteBranch.endsWith(suffix); });
 }
 
-std::optional<QString> activeBranchOf(const QList<Bookmark> &branchList)
+QList<WorkingFile> workingFiles(const QString &repositoryPath)
 {
-    for (const Bookmark &branch : branchList) {
-        if (branch.active)
-            return branch.name;
-    }
-    return std::nullopt;
+    // A repository's own configuration must not make every refresh run a
+    // program of its choosing; the person's choice of monitor stands.
+    const bool monitorChosenByPerson =
+        personEnablesFilesystemMonitor(outputOf(filesystemMonitorScopeCommand(), repositoryPath));
+    const ToolCommand status = statusCommand();
+    return parseStatus(outputOf(monitorChosenByPerson ? status : withoutFilesystemMonitor(status), repositoryPath));
 }
 
 } // namespace
 
-QString currentBranch(const QString &repositoryPath)
+std::optional<QString> currentBranch(const QString &repositoryPath)
 {
     return parseCurrentBranch(outputOf(currentBranchCommand(), repositoryPath));
-}
-
-QStringList remoteBranches(const QString &repositoryPath)
-{
-    return parseLines(outputOf(remoteBranchesCommand(), repositoryPath));
-}
-
-QList<Bookmark> branches(const QString &repositoryPath)
-{
-    const QList<LocalBranchRecord> records = parseLocalBranches(outputOf(localBranchesCommand(), repositoryPath));
-    const QStringList remoteBranchList = remoteBranches(repositoryPath);
-
-    QList<Bookmark> branchList;
-    branchList.reserve(records.size() + 1);
-    for (const LocalBranchRecord &record : records) {
-        branchList.append(Bookmark{record.name, 0, record.hash, record.active, record.date,
-                                   needsPush(record, remoteBranchList, repositoryPath)});
-    }
-    // A repository without commits has a current branch that no ref names yet.
-    const QString current = currentBranch(repositoryPath);
-    const bool listed = std::any_of(branchList.cbegin(), branchList.cend(),
-                                    [&current](const Bookmark &branch) { return branch.name == current; });
-    if (current != u"detached" && !listed)
-        branchList.append(Bookmark{current, 0, QString(), true, std::nullopt, true});
-    sortBranches(branchList);
-    return branchList;
 }
 
 } // namespace git
 
 RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
 {
+    using namespace git;
     RepositorySnapshot snapshot;
-    const bool monitorChosenByPerson =
-        git::personEnablesFilesystemMonitor(git::outputOf(git::filesystemMonitorScopeCommand(), repositoryPath));
-    const ToolCommand status = git::statusCommand();
-    snapshot.files = git::parseStatus(
-        git::outputOf(monitorChosenByPerson ? status : git::withoutFilesystemMonitor(status), repositoryPath));
-    snapshot.bookmarks = git::branches(repositoryPath);
-    snapshot.branch = git::currentBranch(repositoryPath);
-    snapshot.history = git::history(repositoryPath);
-    snapshot.paths = git::remotes(repositoryPath);
-    snapshot.activeBookmark = git::activeBranchOf(snapshot.bookmarks);
-    snapshot.defaultBranch = git::chooseDefaultBranch(
-        git::parseOriginHead(git::outputOf(git::originHeadCommand(), repositoryPath)), snapshot.bookmarks,
-        snapshot.branch);
-    snapshot.currentBranchIsPublished = git::isPublished(snapshot.branch, repositoryPath);
+    snapshot.files = workingFiles(repositoryPath);
+    const QList<LocalBranchRecord> branchRecords = parseLocalBranches(outputOf(localBranchesCommand(), repositoryPath));
+    const QStringList remoteBranchList = parseLines(outputOf(remoteBranchesCommand(), repositoryPath));
+    const std::optional<QString> current = currentBranch(repositoryPath);
+    snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
+    snapshot.branch = current.value_or(u"detached"_s);
+    snapshot.history = history(branchRecords, repositoryPath);
+    snapshot.paths = remotes(repositoryPath);
+    snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
+    snapshot.defaultBranch =
+        chooseDefaultBranch(parseOriginHead(outputOf(originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
+    snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
     return snapshot;
 }
 

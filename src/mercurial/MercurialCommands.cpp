@@ -1,5 +1,6 @@
 #include "mercurial/MercurialCommands.h"
 
+#include "process/BackendSteps.h"
 #include "mercurial/MercurialFileArguments.h"
 
 using namespace Qt::StringLiterals;
@@ -68,13 +69,9 @@ ToolCommand compareDiffCommand(const QString &target)
 
 namespace {
 
-QStringList fileArguments(const QStringList &files)
+QStringList fileArguments(const QStringList &paths)
 {
-    QStringList arguments;
-    arguments.reserve(files.size());
-    for (const QString &file : files)
-        arguments.append(fileArgument(file));
-    return arguments;
+    return mappedPaths(paths, fileArgument);
 }
 
 } // namespace

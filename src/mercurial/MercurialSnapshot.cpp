@@ -2,6 +2,7 @@
 
 #include "mercurial/MercurialCommands.h"
 #include "mercurial/MercurialParsers.h"
+#include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
 
 #include <exception>
@@ -31,15 +32,6 @@ QList<Bookmark> loadBookmarks(const QString &repositoryPath)
     return mercurial::parseBookmarks(output, loadBookmarkDates(repositoryPath));
 }
 
-std::optional<QString> activeBookmarkOf(const QList<Bookmark> &bookmarks)
-{
-    for (const Bookmark &bookmark : bookmarks) {
-        if (bookmark.active)
-            return bookmark.name;
-    }
-    return std::nullopt;
-}
-
 } // namespace
 
 RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
@@ -55,7 +47,7 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
     snapshot.bookmarks = loadBookmarks(repositoryPath);
     snapshot.branch = mercurial::parseCurrentBranch(
         runMercurial(mercurial::currentBranchCommand(), repositoryPath).standardOutput);
-    snapshot.activeBookmark = activeBookmarkOf(snapshot.bookmarks);
+    snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
     snapshot.paths =
         mercurial::parsePaths(runMercurial(mercurial::pathsCommand(), repositoryPath).standardOutput);
     snapshot.defaultBranch = u"default"_s;

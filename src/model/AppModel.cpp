@@ -28,17 +28,31 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     : QObject(parent)
     , m_settings(services.settings)
     , m_prompts(services.prompts)
-    , m_desktop(services.desktop)
     , m_pool(toolThreads)
     , m_activity(new ActivityState(this))
     , m_library(new RepositoryLibrary(m_settings, this))
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
-    , m_workingCopy(*this, services.prompts, services.desktop)
-    , m_branches(*this, services.prompts)
-    , m_open(*this, services.desktop)
+    , m_operations(m_pool, *m_activity, *this)
+    , m_context{*m_workspace,
+                *m_diffSelection,
+                m_settings,
+                services.prompts,
+                services.desktop,
+                m_operations,
+                [this] { refresh(); },
+                [this](const Repository &repository) { adoptRepository(repository); }}
+    , m_workingCopy(m_context)
+    , m_branches(m_context)
+    , m_open(m_context)
 {
+}
+
+const KindTraits &AppModel::traits() const
+{
+    const std::optional<Repository> &selected = m_workspace->selectedRepository();
+    return versionControl(selected ? selected->kind : RepositoryKind::mercurial).traits();
 }
 
 AppModel::~AppModel()
@@ -108,7 +122,7 @@ void AppModel::refresh()
         return;
     const Repository refreshed = *repository;
     const VersionControl *backend = &versionControl(refreshed.kind);
-    perform(
+    m_operations.perform(
         u"Refreshing "_s + QFileInfo(refreshed.path).fileName(),
         [backend, path = refreshed.path] { return backend->loadSnapshot(path); },
         [this, refreshed](const RepositorySnapshot &snapshot) { applySnapshot(refreshed, snapshot); },
@@ -147,31 +161,9 @@ void AppModel::addRepositories(const QList<QUrl> &urls)
     }
     if (!folder)
         return;
-    perform(
+    m_operations.perform(
         u"Adding repository"_s, [path = *folder] { return detectRepository(path); },
         [this](const Repository &repository) { adoptRepository(repository); });
-}
-
-std::function<void(const QString &)> AppModel::progressReporter(const QString &activity)
-{
-    // Called on the worker; the activity state outlives every worker, since
-    // the model waits for its pool before its parts go.
-    ActivityState *state = m_activity;
-    return [state, activity](const QString &progress) {
-        QMetaObject::invokeMethod(
-            state,
-            [state, activity, progress] {
-                if (state->isBusy() && state->activity().startsWith(activity))
-                    state->setActivity(activity + u" — "_s + progress);
-            },
-            Qt::QueuedConnection);
-    };
-}
-
-void AppModel::cancelOperation()
-{
-    if (m_cancelRequested && m_activity->isCancellable())
-        m_cancelRequested->store(true);
 }
 
 void AppModel::adoptRepository(const Repository &repository)

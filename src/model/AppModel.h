@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/ActionContext.h"
 #include "model/ActivityState.h"
 #include "model/BranchActions.h"
 #include "model/Background.h"
@@ -7,6 +8,7 @@
 #include "model/DiffSelection.h"
 #include "model/ModelSettings.h"
 #include "model/OpenActions.h"
+#include "model/Operations.h"
 #include "model/Prompts.h"
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
@@ -19,9 +21,7 @@
 #include <QThreadPool>
 #include <QUrl>
 
-#include <atomic>
 #include <functional>
-#include <memory>
 
 namespace tillery {
 
@@ -61,6 +61,9 @@ public:
     const DiffSelection &diffSelection() const { return *m_diffSelection; }
     const ActivityState &activityState() const { return *m_activity; }
     ModelSettings &settings() { return m_settings; }
+    // The words and commands of the selected repository's kind (Mercurial's
+    // while none is selected).
+    const KindTraits &traits() const;
     // How many pieces of background work are running now.
     int runningBackgroundWork() const { return m_pool.threads()->activeThreadCount(); }
 
@@ -116,7 +119,8 @@ public:
     void pull() { m_branches.pull(); }
     void fetch() { m_branches.fetch(); }
     void push() { m_branches.push(); }
-    void publishBranch() { m_branches.publishBranch(); }
+    // Pushing publishes a branch that has no upstream yet.
+    void publishBranch() { m_branches.push(); }
     void saveRemotePath(const QString &address) { m_branches.saveRemotePath(address); }
     void clone(const QString &source, const QString &destination, RepositoryKind kind)
     {
@@ -142,22 +146,7 @@ public:
     void copyPaths(const QStringList &paths) { m_open.copyPaths(paths); }
     void copyText(const QString &text) { m_open.copyText(text); }
     // An error shown in the alert.
-    void presentError(const QString &title, const QString &message) { m_activity->present(title, message); }
-
-    // Runs `work` off the main thread without the busy flag and hands its
-    // result to `done` on the main thread.
-    template <typename Work, typename OnDone>
-    void runQuietly(Work work, OnDone done)
-    {
-        runInBackground(&m_pool, this, std::move(work), [done = std::move(done)](auto outcome) mutable {
-            if (outcome.succeeded())
-                done(*outcome.value);
-        });
-    }
-    void showComparison(const PresentedDiffDocument &document, const QString &title)
-    {
-        m_diffSelection->showComparison(document, title);
-    }
+    void presentError(const QString &title, const QString &message) { m_operations.presentError(title, message); }
 
     // The commit box and the sheets.
     void setCommitSummary(const QString &summary);
@@ -166,57 +155,8 @@ public:
     void setSheetShown(Workspace::Sheet sheet, bool shown);
     void dismissError();
 
-    // The wrapper of every long operation: sets the busy flag and the activity
-    // text, runs `work` on a worker (it must only use value copies), and on
-    // the main thread clears them and calls `onSuccess` with the result, or
-    // `onFailure` and presents the error titled with the activity text.
-    // A failure that `wasCancelled` confirms is not presented.
-    template <typename Work, typename OnSuccess>
-    void perform(const QString &activity, Work work, OnSuccess onSuccess, std::function<void()> onFailure = {},
-                 bool showsBusy = true, std::function<bool()> wasCancelled = {})
-    {
-        m_activity->begin(activity, showsBusy);
-        runInBackground(&m_pool, this, std::move(work),
-                        [this, activity, showsBusy, onSuccess = std::move(onSuccess), onFailure = std::move(onFailure),
-                         wasCancelled = std::move(wasCancelled)](auto outcome) mutable {
-                            m_activity->end(showsBusy);
-                            if (outcome.succeeded()) {
-                                onSuccess(std::move(*outcome.value));
-                                return;
-                            }
-                            if (onFailure)
-                                onFailure();
-                            if (!wasCancelled || !wasCancelled())
-                                m_activity->present(activity, outcome.failure);
-                        });
-    }
-
-    // Like perform, for work that talks to a remote: `work` receives a
-    // RunControl whose progress phrases appear in the activity text ("Cloning
-    // repository — Receiving objects: 45%"), and which stops the tool when
-    // cancelOperation() is called. A cancelled operation ends quietly: no
-    // error is presented.
-    template <typename Work, typename OnSuccess>
-    void performRemote(const QString &activity, Work work, OnSuccess onSuccess)
-    {
-        auto cancelRequested = std::make_shared<std::atomic<bool>>(false);
-        m_cancelRequested = cancelRequested;
-        m_activity->setCancellable(true);
-        RunControl control;
-        control.isCancelled = [cancelRequested] { return cancelRequested->load(); };
-        control.progress = progressReporter(activity);
-        perform(
-            activity, [work = std::move(work), control] { return work(control); },
-            [this, onSuccess = std::move(onSuccess)](auto value) mutable {
-                m_activity->setCancellable(false);
-                onSuccess(std::move(value));
-            },
-            [this] { m_activity->setCancellable(false); }, true,
-            [cancelRequested] { return cancelRequested->load(); });
-    }
-
     // Stops the running cancellable operation, if there is one.
-    void cancelOperation();
+    void cancelOperation() { m_operations.cancel(); }
 
 Q_SIGNALS:
     void integrationsChanged();
@@ -226,7 +166,6 @@ public:
     void adoptRepository(const Repository &repository);
 
 private:
-    std::function<void(const QString &)> progressReporter(const QString &activity);
     void applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot);
     void rememberSelection();
     void clearRepositoryState();
@@ -234,14 +173,14 @@ private:
 
     ModelSettings m_settings;
     Prompts &m_prompts;
-    Desktop &m_desktop;
     BackgroundPool m_pool;
     ActivityState *m_activity;
     RepositoryLibrary *m_library;
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
-    std::shared_ptr<std::atomic<bool>> m_cancelRequested;
+    Operations m_operations;
+    ActionContext m_context;
     WorkingCopyActions m_workingCopy;
     BranchActions m_branches;
     OpenActions m_open;

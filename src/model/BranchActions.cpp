@@ -1,6 +1,9 @@
 #include "model/BranchActions.h"
 
-#include "model/AppModel.h"
+#include "model/ActionContext.h"
+#include "model/DiffSelection.h"
+#include "model/Prompts.h"
+#include "model/Workspace.h"
 #include "process/RepositoryDetection.h"
 
 #include <QDir>
@@ -11,11 +14,6 @@ using namespace Qt::StringLiterals;
 namespace tillery {
 
 namespace {
-
-const VersionControl &backendOf(const Repository &repository)
-{
-    return versionControl(repository.kind);
-}
 
 enum class Destination { absent, emptyFolder, other };
 
@@ -53,110 +51,78 @@ void removeCloneRemains(const QString &destination, Destination before)
 
 } // namespace
 
-BranchActions::BranchActions(AppModel &model, Prompts &prompts)
-    : m_model(model)
-    , m_prompts(prompts)
-{
-}
-
-void BranchActions::runAndRefresh(const QString &activity, const std::function<void(const QString &)> &work)
-{
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    m_model.perform(
-        activity, [work, path = repository->path] { work(path); }, [this](Done) { m_model.refresh(); });
-}
-
-void BranchActions::runRemoteAndRefresh(const QString &activity,
-                                        const std::function<void(const QString &, const RunControl &)> &work)
-{
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    m_model.performRemote(
-        activity, [work, path = repository->path](const RunControl &control) { work(path, control); },
-        [this](Done) { m_model.refresh(); });
-}
-
 void BranchActions::createBookmark(const QString &name)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    const VersionControl *backend = &backendOf(*repository);
-    runAndRefresh(u"Creating branch"_s, [backend, name](const QString &path) { backend->createBookmark(path, name); });
+    m_context.runAndRefresh(u"Creating branch"_s, [name](const VersionControl &backend, const QString &path) {
+        backend.createBookmark(path, name);
+    });
 }
 
 void BranchActions::renameBookmark(const Bookmark &bookmark)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    if (!m_context.selected())
         return;
     const std::optional<QString> entered =
-        m_prompts.enterText({u"Rename Branch"_s, QString(), bookmark.name, u"Rename"_s});
+        m_context.prompts.enterText({u"Rename Branch"_s, QString(), bookmark.name, u"Rename"_s});
     if (!entered || entered->trimmed().isEmpty() || *entered == bookmark.name)
         return;
-    const VersionControl *backend = &backendOf(*repository);
-    runAndRefresh(u"Renaming branch"_s, [backend, oldName = bookmark.name, newName = *entered](const QString &path) {
-        backend->renameBookmark(path, oldName, newName);
+    m_context.runAndRefresh(u"Renaming branch"_s, [oldName = bookmark.name, newName = *entered](
+                                                      const VersionControl &backend, const QString &path) {
+        backend.renameBookmark(path, oldName, newName);
     });
 }
 
 void BranchActions::deleteBookmark(const Bookmark &bookmark)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    const std::optional<ActionContext::Selected> target = m_context.selected();
+    if (!target)
         return;
-    const VersionControl *backend = &backendOf(*repository);
-    const VersionControlWording &words = backend->wording();
+    const KindTraits &words = target->backend.traits();
     const AlertRequest request{u"Delete Branch?"_s,
                                u"The "_s + words.bookmark + u" “"_s + bookmark.name + u"” will be deleted. Its "_s
-                                   + words.changeset + u"s will remain in the repository."_s,
+                                   + words.changesets + u" will remain in the repository."_s,
                                {u"Delete"_s, u"Cancel"_s}};
-    if (m_prompts.alert(request) != 0)
+    if (m_context.prompts.alert(request) != 0)
         return;
-    runAndRefresh(u"Deleting branch"_s,
-                  [backend, name = bookmark.name](const QString &path) { backend->deleteBookmark(path, name); });
+    m_context.runAndRefresh(u"Deleting branch"_s, [name = bookmark.name](const VersionControl &backend,
+                                                                         const QString &path) {
+        backend.deleteBookmark(path, name);
+    });
 }
 
 void BranchActions::switchTo(const Bookmark &bookmark, const QString &activity)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    const VersionControl *backend = &backendOf(*repository);
-    runAndRefresh(activity, [backend, name = bookmark.name](const QString &path) { backend->switchTo(path, name); });
+    m_context.runAndRefresh(activity, [name = bookmark.name](const VersionControl &backend, const QString &path) {
+        backend.switchTo(path, name);
+    });
 }
 
 void BranchActions::updateFromDefaultBranch()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    const VersionControl *backend = &backendOf(*repository);
-    const QString target = m_model.workspace().snapshot().defaultBranch;
-    runAndRefresh(u"Updating from "_s + target, [backend, target](const QString &path) { backend->merge(path, target); });
+    const QString target = m_context.workspace.snapshot().defaultBranch;
+    m_context.runAndRefresh(u"Updating from "_s + target, [target](const VersionControl &backend, const QString &path) {
+        backend.merge(path, target);
+    });
 }
 
 std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, const QString &button)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    const std::optional<ActionContext::Selected> target = m_context.selected();
+    if (!target)
         return std::nullopt;
-    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
     QStringList candidates;
     for (const Bookmark &bookmark : snapshot.bookmarks) {
         if (!bookmark.active && bookmark.name != snapshot.activeBookmark)
             candidates.append(bookmark.name);
     }
     if (candidates.isEmpty()) {
-        m_prompts.alert({title, u"There are no other branches to choose from."_s, {u"OK"_s}});
+        m_context.prompts.alert({title, u"There are no other branches to choose from."_s, {u"OK"_s}});
         return std::nullopt;
     }
-    const VersionControlWording &words = backendOf(*repository).wording();
-    const std::optional<int> chosen =
-        m_prompts.choose({title, u"Choose a "_s + words.toolName + u' ' + words.bookmark + u'.', candidates, button});
+    const KindTraits &words = target->backend.traits();
+    const std::optional<int> chosen = m_context.prompts.choose(
+        {title, u"Choose a "_s + words.toolName + u' ' + words.bookmark + u'.', candidates, button});
     if (!chosen || *chosen < 0 || *chosen >= candidates.size())
         return std::nullopt;
     return candidates[*chosen];
@@ -167,19 +133,25 @@ void BranchActions::merge()
     const std::optional<QString> target = chooseOtherBranch(u"Merge into Current Branch"_s, u"Merge"_s);
     if (!target)
         return;
-    const VersionControl *backend = &backendOf(*m_model.workspace().selectedRepository());
-    runAndRefresh(u"Merging "_s + *target, [backend, target = *target](const QString &path) { backend->merge(path, target); });
+    m_context.runAndRefresh(u"Merging "_s + *target, [target = *target](const VersionControl &backend,
+                                                                        const QString &path) {
+        backend.merge(path, target);
+    });
 }
 
 void BranchActions::squashMerge()
 {
+    const std::optional<ActionContext::Selected> selected = m_context.selected();
+    if (!selected || !selected->backend.traits().hasSquashMerge)
+        return;
     const std::optional<QString> target =
         chooseOtherBranch(u"Squash and Merge into Current Branch"_s, u"Squash and Merge"_s);
     if (!target)
         return;
-    const VersionControl *backend = &backendOf(*m_model.workspace().selectedRepository());
-    runAndRefresh(u"Squash merging "_s + *target,
-                  [backend, target = *target](const QString &path) { backend->squashMerge(path, target); });
+    m_context.runAndRefresh(u"Squash merging "_s + *target, [target = *target](const VersionControl &backend,
+                                                                               const QString &path) {
+        backend.squashMerge(path, target);
+    });
 }
 
 void BranchActions::rebase()
@@ -187,11 +159,12 @@ void BranchActions::rebase()
     const std::optional<QString> target = chooseOtherBranch(u"Rebase Current Branch"_s, u"Rebase"_s);
     if (!target)
         return;
-    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
     const QString current = snapshot.activeBookmark.value_or(snapshot.branch);
-    const VersionControl *backend = &backendOf(*m_model.workspace().selectedRepository());
-    runAndRefresh(u"Rebasing "_s + current + u" onto "_s + *target,
-                  [backend, target = *target](const QString &path) { backend->rebase(path, target); });
+    m_context.runAndRefresh(u"Rebasing "_s + current + u" onto "_s + *target,
+                            [target = *target](const VersionControl &backend, const QString &path) {
+                                backend.rebase(path, target);
+                            });
 }
 
 void BranchActions::compare()
@@ -199,64 +172,56 @@ void BranchActions::compare()
     const std::optional<QString> target = chooseOtherBranch(u"Compare to Branch"_s, u"Compare"_s);
     if (!target)
         return;
-    const Repository repository = *m_model.workspace().selectedRepository();
-    const VersionControl *backend = &backendOf(repository);
-    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const ActionContext::Selected selected = *m_context.selected();
+    const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
     const QString title =
         u"Changes on "_s + snapshot.activeBookmark.value_or(snapshot.branch) + u" since "_s + *target;
-    m_model.perform(
+    m_context.operations.perform(
         u"Comparing to "_s + *target,
-        [backend, path = repository.path, target = *target] {
+        [backend = &selected.backend, path = selected.repository.path, target = *target] {
             const QString text = backend->compareDiff(path, target);
             return buildDiffDocument(text.isEmpty() ? u"There are no differences from "_s + target + u'.' : text);
         },
-        [this, title](const PresentedDiffDocument &document) { m_model.showComparison(document, title); });
+        [selection = &m_context.selection, title](const PresentedDiffDocument &document) {
+            selection->showComparison(document, title);
+        });
 }
 
 void BranchActions::pull()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    const VersionControl *backend = &backendOf(*repository);
-    runRemoteAndRefresh(u"Pulling and updating"_s,
-                        [backend](const QString &path, const RunControl &control) { backend->pull(path, control); });
+    m_context.runRemoteAndRefresh(u"Pulling and updating"_s,
+                                  [](const VersionControl &backend, const QString &path, const RunControl &control) {
+                                      backend.pull(path, control);
+                                  });
 }
 
 void BranchActions::fetch()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    const std::optional<ActionContext::Selected> selected = m_context.selected();
+    if (!selected)
         return;
-    const VersionControl *backend = &backendOf(*repository);
-    runRemoteAndRefresh(u"Fetching "_s + backend->wording().changeset + u's',
-                        [backend](const QString &path, const RunControl &control) { backend->fetch(path, control); });
+    m_context.runRemoteAndRefresh(u"Fetching "_s + selected->backend.traits().changesets,
+                                  [](const VersionControl &backend, const QString &path, const RunControl &control) {
+                                      backend.fetch(path, control);
+                                  });
 }
 
 void BranchActions::push()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    const std::optional<ActionContext::Selected> selected = m_context.selected();
+    if (!selected)
         return;
-    const VersionControl *backend = &backendOf(*repository);
-    runRemoteAndRefresh(u"Pushing "_s + backend->wording().changeset + u's',
-                        [backend](const QString &path, const RunControl &control) { backend->push(path, control); });
-}
-
-void BranchActions::publishBranch()
-{
-    // Pushing publishes a branch that has no upstream yet.
-    push();
+    m_context.runRemoteAndRefresh(u"Pushing "_s + selected->backend.traits().changesets,
+                                  [](const VersionControl &backend, const QString &path, const RunControl &control) {
+                                      backend.push(path, control);
+                                  });
 }
 
 void BranchActions::saveRemotePath(const QString &address)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
-        return;
-    const VersionControl *backend = &backendOf(*repository);
-    runAndRefresh(u"Saving remote path"_s,
-                  [backend, address](const QString &path) { backend->setRemoteAddress(path, address); });
+    m_context.runAndRefresh(u"Saving remote path"_s, [address](const VersionControl &backend, const QString &path) {
+        backend.setRemoteAddress(path, address);
+    });
 }
 
 void BranchActions::clone(const QString &source, const QString &destination, RepositoryKind kind)
@@ -266,10 +231,10 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
     // A stopped clone removes what it made at the destination: an empty or
     // relative one would be the application's current folder.
     if (!target.startsWith(u'/') || target == u"/") {
-        m_model.presentError(u"Cloning repository"_s, u"Choose a folder to clone into."_s);
+        m_context.operations.presentError(u"Cloning repository"_s, u"Choose a folder to clone into."_s);
         return;
     }
-    m_model.performRemote(
+    m_context.operations.performRemote(
         u"Cloning repository"_s,
         [backend, source, target](const RunControl &control) {
             const Destination before = destinationState(target);
@@ -281,25 +246,25 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
             }
             return detectRepository(target);
         },
-        [this](const Repository &repository) { m_model.adoptRepository(repository); });
+        m_context.adopt);
 }
 
 void BranchActions::createRepository()
 {
     const std::optional<int> kindChoice =
-        m_prompts.alert({u"Create a Repository"_s, u"Choose the version control system for the new repository."_s,
-                         {u"Mercurial"_s, u"Git"_s, u"Cancel"_s}});
+        m_context.prompts.alert({u"Create a Repository"_s, u"Choose the version control system for the new repository."_s,
+                                 {u"Mercurial"_s, u"Git"_s, u"Cancel"_s}});
     if (!kindChoice || (*kindChoice != 0 && *kindChoice != 1))
         return;
     const RepositoryKind kind = *kindChoice == 0 ? RepositoryKind::mercurial : RepositoryKind::git;
     const std::optional<QString> folder =
-        m_prompts.chooseFolder({u"Choose a Folder for the New Repository"_s, u"Create Repository"_s, true});
+        m_context.prompts.chooseFolder({u"Choose a Folder for the New Repository"_s, u"Create Repository"_s, true});
     if (!folder)
         return;
     const VersionControl *backend = &versionControl(kind);
-    m_model.perform(
+    m_context.operations.perform(
         u"Creating repository"_s, [backend, path = QDir::cleanPath(*folder)] { return backend->createRepository(path); },
-        [this](const Repository &repository) { m_model.adoptRepository(repository); });
+        m_context.adopt);
 }
 
 } // namespace tillery

@@ -9,8 +9,7 @@
 
 namespace tillery {
 
-class AppModel;
-class Prompts;
+struct ActionContext;
 
 // The operations on bookmarks (Mercurial) or branches (Git) and on remotes,
 // and cloning and creating repositories. Each asks first where it needs a
@@ -18,14 +17,15 @@ class Prompts;
 // success; the wording follows the repository's kind.
 class BranchActions {
 public:
-    BranchActions(AppModel &model, Prompts &prompts);
+    explicit BranchActions(const ActionContext &context) : m_context(context) {}
 
     void createBookmark(const QString &name);
     void renameBookmark(const Bookmark &bookmark);
     void deleteBookmark(const Bookmark &bookmark);
     void switchTo(const Bookmark &bookmark, const QString &activity);
     void updateFromDefaultBranch();
-    // These three ask which other bookmark or branch to use first.
+    // These three ask which other bookmark or branch to use first; a kind
+    // without squash merges ignores squashMerge().
     void merge();
     void squashMerge();
     void rebase();
@@ -34,22 +34,17 @@ public:
     void pull();
     void fetch();
     void push();
-    void publishBranch();
     void saveRemotePath(const QString &address);
     // Clones into `destination` (the new repository's folder) and adds the
-    // clone; cancelOperation() stops it and removes what it made.
+    // clone; cancelling stops it and removes what it made.
     void clone(const QString &source, const QString &destination, RepositoryKind kind);
     // Asks for the kind and the folder, makes the repository and adds it.
     void createRepository();
 
 private:
     std::optional<QString> chooseOtherBranch(const QString &title, const QString &button);
-    void runAndRefresh(const QString &activity, const std::function<void(const QString &)> &work);
-    void runRemoteAndRefresh(const QString &activity,
-                             const std::function<void(const QString &, const struct RunControl &)> &work);
 
-    AppModel &m_model;
-    Prompts &m_prompts;
+    const ActionContext &m_context;
 };
 
 } // namespace tillery

@@ -1,6 +1,6 @@
 #include "model/CommitIdentity.h"
 
-#include "git/GitOperations.h"
+#include "git/GitParsers.h"
 
 namespace tillery {
 

@@ -230,7 +230,7 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
 {
     const Repository repository = *m_workspace.selectedRepository();
     const VersionControl *backend = &versionControl(repository.kind);
-    const QString word = backend->wording().changeset;
+    const QString word = backend->traits().changeset;
     m_activity.setActivity(u"Loading "_s + word + u" files"_s);
     m_changesetFilesTask.cancel();
     setLoadingChangesetFiles(true);

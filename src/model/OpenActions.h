@@ -9,15 +9,14 @@
 
 namespace tillery {
 
-class AppModel;
-class Desktop;
+struct ActionContext;
 
 // Opening the repository or its files elsewhere: in the chosen editor, in
 // a terminal, in the file manager or their default application, and
 // copying their paths. A failure is presented with the title of the action.
 class OpenActions {
 public:
-    OpenActions(AppModel &model, Desktop &desktop);
+    explicit OpenActions(const ActionContext &context) : m_context(context) {}
 
     // The target is a file of the selected repository or the repository
     // itself, as an absolute path.
@@ -36,8 +35,7 @@ public:
 private:
     void launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan);
 
-    AppModel &m_model;
-    Desktop &m_desktop;
+    const ActionContext &m_context;
 };
 
 } // namespace tillery

@@ -1,7 +1,11 @@
 #include "model/WorkingCopyActions.h"
 
 #include "integrations/IgnoreFile.h"
-#include "model/AppModel.h"
+#include "model/ActionContext.h"
+#include "model/Desktop.h"
+#include "model/DiffSelection.h"
+#include "model/Prompts.h"
+#include "model/Workspace.h"
 #include "process/WorkingFileRead.h"
 
 #include <QDateTime>
@@ -25,57 +29,49 @@ QString discardExplanation(qsizetype tracked, qsizetype untracked)
 
 } // namespace
 
-WorkingCopyActions::WorkingCopyActions(AppModel &model, Prompts &prompts, Desktop &desktop)
-    : m_model(model)
-    , m_prompts(prompts)
-    , m_desktop(desktop)
-{
-}
-
 bool WorkingCopyActions::canCommit() const
 {
-    if (m_model.activityState().isBusy() || m_model.workspace().commitSummary().trimmed().isEmpty())
+    if (m_context.operations.activity().isBusy() || m_context.workspace.commitSummary().trimmed().isEmpty())
         return false;
-    const QSet<QString> &marked = m_model.diffSelection().selectedFilePaths();
-    const QList<WorkingFile> &files = m_model.workspace().snapshot().files;
+    const QSet<QString> &marked = m_context.selection.selectedFilePaths();
+    const QList<WorkingFile> &files = m_context.workspace.snapshot().files;
     return std::any_of(files.cbegin(), files.cend(), [&marked](const WorkingFile &file) { return marked.contains(file.path); });
 }
 
 void WorkingCopyActions::commit()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository || !canCommit())
+    if (!canCommit())
         return;
+    const Workspace &workspace = m_context.workspace;
     QList<WorkingFile> files;
-    for (const WorkingFile &file : m_model.workspace().snapshot().files) {
-        if (m_model.diffSelection().selectedFilePaths().contains(file.path))
+    for (const WorkingFile &file : workspace.snapshot().files) {
+        if (m_context.selection.selectedFilePaths().contains(file.path))
             files.append(file);
     }
-    const QString summary = m_model.workspace().commitSummary();
-    const QString description = m_model.workspace().commitDescription();
-    const QString userName = m_model.workspace().commitUsername();
-    const VersionControl *backend = &versionControl(repository->kind);
-    m_model.perform(
+    const std::optional<ActionContext::Selected> target = m_context.selected();
+    if (!target)
+        return;
+    m_context.operations.perform(
         u"Committing changes"_s,
-        [backend, path = repository->path, files, summary, description, userName] {
+        [backend = &target->backend, path = target->repository.path, files, summary = workspace.commitSummary(),
+         description = workspace.commitDescription(), userName = workspace.commitUsername()] {
             backend->commit(path, files, summary, description, userName);
         },
         [this](Done) {
-            m_model.setCommitSummary(QString());
-            m_model.setCommitDescription(QString());
-            m_model.refresh();
+            m_context.workspace.setCommitSummary(QString());
+            m_context.workspace.setCommitDescription(QString());
+            m_context.refresh();
         });
 }
 
 void WorkingCopyActions::discardSelected()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    if (!m_context.selected())
         return;
     QStringList tracked;
     QStringList untracked;
-    for (const WorkingFile &file : m_model.workspace().snapshot().files) {
-        if (m_model.diffSelection().selectedChangeFiles().contains(file))
+    for (const WorkingFile &file : m_context.workspace.snapshot().files) {
+        if (m_context.selection.selectedChangeFiles().contains(file))
             (file.state == FileState::untracked ? untracked : tracked).append(file.path);
     }
     const qsizetype count = tracked.size() + untracked.size();
@@ -83,68 +79,61 @@ void WorkingCopyActions::discardSelected()
         return;
     const QString message = count == 1 ? u"Discard changes to “"_s + (tracked + untracked).first() + u"”?"_s
                                         : u"Discard changes to "_s + QString::number(count) + u" selected files?"_s;
-    if (m_prompts.alert({message, discardExplanation(tracked.size(), untracked.size()), {u"Discard"_s, u"Cancel"_s}}) != 0)
+    if (m_context.prompts.alert({message, discardExplanation(tracked.size(), untracked.size()), {u"Discard"_s, u"Cancel"_s}})
+        != 0)
         return;
 
-    const VersionControl *backend = &versionControl(repository->kind);
-    Desktop *desktop = &m_desktop;
-    m_model.perform(
-        u"Discarding changes"_s,
-        [backend, desktop, path = repository->path, tracked, untracked] {
-            backend->discard(path, tracked);
-            QStringList refused;
-            for (const QString &file : untracked) {
-                // A path a tool reports is not trusted to stay in the repository.
-                const std::optional<QString> inside = pathInsideRepository(path, file);
-                if (!inside)
-                    refused.append(u"“"_s + file + u"” is not inside the repository; it was not moved to the Trash."_s);
-                else if (const std::optional<QString> reason = desktop->moveToTrash(*inside))
-                    refused.append(*reason);
-            }
-            if (!refused.isEmpty())
-                throw PlatformFailure(refused.join(u'\n'));
-        },
-        [this](Done) { m_model.refresh(); });
+    m_context.runAndRefresh(u"Discarding changes"_s, [desktop = &m_context.desktop, tracked, untracked](
+                                                         const VersionControl &backend, const QString &path) {
+        backend.discard(path, tracked);
+        QStringList refused;
+        for (const QString &file : untracked) {
+            // A path a tool reports is not trusted to stay in the repository.
+            const std::optional<QString> inside = pathInsideRepository(path, file);
+            if (!inside)
+                refused.append(u"“"_s + file + u"” is not inside the repository; it was not moved to the Trash."_s);
+            else if (const std::optional<QString> reason = desktop->moveToTrash(*inside))
+                refused.append(*reason);
+        }
+        if (!refused.isEmpty())
+            throw PlatformFailure(refused.join(u'\n'));
+    });
 }
 
 void WorkingCopyActions::discardAll()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    if (!m_context.selected())
         return;
     const AlertRequest request{
         u"Discard All Changes?"_s,
         u"All tracked working-copy changes will be permanently reverted. Untracked files will be left untouched."_s,
         {u"Discard Changes"_s, u"Cancel"_s}};
-    if (m_prompts.alert(request) != 0)
+    if (m_context.prompts.alert(request) != 0)
         return;
-    const VersionControl *backend = &versionControl(repository->kind);
-    m_model.perform(
-        u"Discarding all changes"_s, [backend, path = repository->path] { backend->discardAll(path); },
-        [this](Done) { m_model.refresh(); });
+    m_context.runAndRefresh(u"Discarding all changes"_s,
+                            [](const VersionControl &backend, const QString &path) { backend.discardAll(path); });
 }
 
 void WorkingCopyActions::stashAll()
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository || m_model.workspace().snapshot().files.isEmpty())
+    if (m_context.workspace.snapshot().files.isEmpty())
         return;
     const QString name = u"wharf-"_s + QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s);
-    const VersionControl *backend = &versionControl(repository->kind);
-    m_model.perform(
-        u"Stashing all changes"_s, [backend, path = repository->path, name] { backend->stash(path, name); },
-        [this](Done) { m_model.refresh(); });
+    m_context.runAndRefresh(u"Stashing all changes"_s, [name](const VersionControl &backend, const QString &path) {
+        backend.stash(path, name);
+    });
 }
 
 void WorkingCopyActions::addIgnoreEntry(const QString &pattern)
 {
-    const std::optional<Repository> repository = m_model.workspace().selectedRepository();
-    if (!repository)
+    const std::optional<ActionContext::Selected> target = m_context.selected();
+    if (!target)
         return;
-    m_model.perform(
-        u"Updating "_s + ignoreFileName(repository->kind),
-        [pattern, repository = *repository] { tillery::addIgnoreEntry(pattern, repository.path, repository.kind); },
-        [this](Done) { m_model.refresh(); });
+    const RepositoryKind kind = target->repository.kind;
+    m_context.runAndRefresh(u"Updating "_s + ignoreFileName(kind), [pattern, kind](const VersionControl &,
+                                                                                     const QString &path) {
+        tillery::addIgnoreEntry(pattern, path, kind);
+    });
 }
 
 } // namespace tillery

@@ -4,16 +4,14 @@
 
 namespace tillery {
 
-class AppModel;
-class Desktop;
-class Prompts;
+struct ActionContext;
 
 // Commit, discard and stash: the operations that change the working copy of
 // the selected repository. Each asks first where it destroys work, runs
 // through perform() and refreshes on success.
 class WorkingCopyActions {
 public:
-    WorkingCopyActions(AppModel &model, Prompts &prompts, Desktop &desktop);
+    explicit WorkingCopyActions(const ActionContext &context) : m_context(context) {}
 
     bool canCommit() const;
     // Commits the files marked for commit (untracked ones are added first).
@@ -29,9 +27,7 @@ public:
     void addIgnoreEntry(const QString &pattern);
 
 private:
-    AppModel &m_model;
-    Prompts &m_prompts;
-    Desktop &m_desktop;
+    const ActionContext &m_context;
 };
 
 } // namespace tillery

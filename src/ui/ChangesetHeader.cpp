@@ -96,14 +96,14 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     layout->addLayout(fields);
 }
 
-void ChangesetHeader::showChangeset(const Changeset &changeset, RepositoryKind kind)
+void ChangesetHeader::showChangeset(const Changeset &changeset, const KindTraits &traits)
 {
     m_node = changeset.node;
-    m_summary->setText(changesetText::title(changeset, kind));
+    m_summary->setText(changesetText::title(changeset, traits));
     const QString body = changesetText::body(changeset);
     m_body->setText(body);
     m_body->setVisible(!body.isEmpty());
-    m_hashLabel->setText(kind == RepositoryKind::git ? u"Commit"_s : u"Changeset"_s);
+    m_hashLabel->setText(capitalized(traits.changeset));
     m_hash->setText(changesetText::shortHash(changeset.node));
     m_author->setText(changeset.author);
     m_date->setText(changesetText::longDate(changeset.date));

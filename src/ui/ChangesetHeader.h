@@ -1,7 +1,7 @@
 #pragma once
 
 #include "records/Changeset.h"
-#include "records/RepositoryKind.h"
+#include "records/KindTraits.h"
 
 #include <QWidget>
 
@@ -22,7 +22,7 @@ class ChangesetHeader final : public QWidget {
 public:
     explicit ChangesetHeader(AppModel &model, QWidget *parent = nullptr);
 
-    void showChangeset(const Changeset &changeset, RepositoryKind kind);
+    void showChangeset(const Changeset &changeset, const KindTraits &traits);
 
     QLabel *summary() const { return m_summary; }
     QLabel *body() const { return m_body; }

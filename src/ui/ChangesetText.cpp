@@ -6,11 +6,11 @@ using namespace Qt::StringLiterals;
 
 namespace tillery::changesetText {
 
-QString title(const Changeset &changeset, RepositoryKind kind)
+QString title(const Changeset &changeset, const KindTraits &traits)
 {
     if (!changeset.summary.isEmpty())
         return changeset.summary;
-    return kind == RepositoryKind::git ? u"Untitled commit"_s : u"Untitled changeset"_s;
+    return u"Untitled "_s + traits.changeset;
 }
 
 QString authorName(const QString &author)
@@ -41,13 +41,14 @@ QString longDate(const QDateTime &date)
            + locale.toString(local.time(), QLocale::ShortFormat);
 }
 
-QList<Badge> badges(const Changeset &changeset, RepositoryKind kind, const QSet<QString> &namesNeedingPush)
+QList<Badge> badges(const Changeset &changeset, const KindTraits &traits, const QSet<QString> &namesNeedingPush)
 {
     QList<Badge> shown;
     for (const QString &bookmark : changeset.bookmarks)
         shown.append({Badge::Kind::bookmark, bookmark, namesNeedingPush.contains(bookmark)});
     // A Git commit's "branch" repeats its first branch; only Mercurial has named branches.
-    if (kind == RepositoryKind::mercurial && !changeset.branch.isEmpty() && changeset.branch != u"default")
+    if (!traits.defaultNamedBranch.isEmpty() && !changeset.branch.isEmpty()
+        && changeset.branch != traits.defaultNamedBranch)
         shown.append({Badge::Kind::branch, changeset.branch, namesNeedingPush.contains(changeset.branch)});
     for (const QString &tag : changeset.tags) {
         if (tag != u"tip")

@@ -2,7 +2,7 @@
 
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
-#include "records/RepositoryKind.h"
+#include "records/KindTraits.h"
 
 #include <QList>
 #include <QSet>
@@ -15,7 +15,7 @@ namespace tillery {
 namespace changesetText {
 
 // The summary, or "Untitled changeset" / "Untitled commit".
-QString title(const Changeset &changeset, RepositoryKind kind);
+QString title(const Changeset &changeset, const KindTraits &traits);
 // The author up to the first "<", trimmed: "Ann Harbour <ann@example.com>" gives "Ann Harbour".
 QString authorName(const QString &author);
 // The first 12 characters of the node (all of a shorter one).
@@ -34,9 +34,9 @@ struct Badge {
     friend bool operator==(const Badge &, const Badge &) = default;
 };
 
-// Bookmarks (Git: branches) first, then a Mercurial named branch other than
-// "default", then tags ("tip" left out, as it only marks the newest).
-QList<Badge> badges(const Changeset &changeset, RepositoryKind kind, const QSet<QString> &namesNeedingPush);
+// Bookmarks (Git: branches) first, then a named branch other than the
+// default one, where the kind has named branches, then tags ("tip" left out, as it only marks the newest).
+QList<Badge> badges(const Changeset &changeset, const KindTraits &traits, const QSet<QString> &namesNeedingPush);
 
 // The bookmarks or branches whose local state has not been pushed.
 QSet<QString> namesNeedingPush(const QList<Bookmark> &bookmarks);

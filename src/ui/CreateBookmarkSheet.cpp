@@ -20,12 +20,12 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     , m_problem(new ProblemLabel)
     , m_create(new QPushButton(u"Create"_s))
 {
-    const std::optional<Repository> &repository = model.workspace().selectedRepository();
-    const RepositoryKind kind = repository ? repository->kind : RepositoryKind::mercurial;
-    const bool git = kind == RepositoryKind::git;
+    const KindTraits &words = model.traits();
+    const RepositoryKind kind = words.kind;
+    const QString nameLabel = capitalized(words.bookmark) + u" name"_s;
     setWindowTitle(u"Create a Bookmark"_s);
-    m_name->setPlaceholderText(git ? u"Branch name"_s : u"Bookmark name"_s);
-    m_name->setAccessibleName(git ? u"Branch name"_s : u"Bookmark name"_s);
+    m_name->setPlaceholderText(nameLabel);
+    m_name->setAccessibleName(nameLabel);
     auto *buttons = new QDialogButtonBox;
     buttons->addButton(m_create, QDialogButtonBox::AcceptRole);
     buttons->addButton(QDialogButtonBox::Cancel);
@@ -45,12 +45,10 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(sheetTitle(u"Create a Bookmark"_s));
-    layout->addWidget(new QLabel(git ? u"Create and check out a Git branch at the current commit."_s
-                                     : u"Create a Mercurial bookmark at the current changeset."_s));
+    layout->addWidget(new QLabel(words.newBookmarkExplanation));
     layout->addWidget(m_name);
     layout->addWidget(m_problem);
-    layout->addWidget(secondaryLabel(git ? u"The branch will point to the current commit and be checked out."_s
-                                         : u"The bookmark will point to the current changeset and become active."_s));
+    layout->addWidget(secondaryLabel(words.newBookmarkNote));
     layout->addWidget(buttons);
     setMinimumWidth(440);
 }

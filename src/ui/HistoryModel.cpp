@@ -19,11 +19,10 @@ HistoryModel::HistoryModel(AppModel &model, QObject *parent)
 
 void HistoryModel::showSnapshot()
 {
-    const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
-    const RepositoryKind kind = repository ? repository->kind : RepositoryKind::mercurial;
+    const KindTraits *traits = &m_model.traits();
     const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
     const QSet<QString> needingPush = changesetText::namesNeedingPush(snapshot.bookmarks);
-    if (snapshot.history == m_history && kind == m_kind) {
+    if (snapshot.history == m_history && traits == m_traits) {
         if (needingPush != m_namesNeedingPush) {
             m_namesNeedingPush = needingPush;
             if (!m_history.isEmpty())
@@ -33,7 +32,7 @@ void HistoryModel::showSnapshot()
     }
     beginResetModel();
     m_history = snapshot.history;
-    m_kind = kind;
+    m_traits = traits;
     m_namesNeedingPush = needingPush;
     endResetModel();
 }
@@ -54,7 +53,7 @@ int HistoryModel::rowOf(const QString &node) const
 
 QList<changesetText::Badge> HistoryModel::badgesAt(int row) const
 {
-    return changesetText::badges(m_history[row], m_kind, m_namesNeedingPush);
+    return changesetText::badges(m_history[row], *m_traits, m_namesNeedingPush);
 }
 
 QVariant HistoryModel::data(const QModelIndex &index, int role) const
@@ -64,12 +63,12 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
     const Changeset &changeset = m_history[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-        return changesetText::title(changeset, m_kind);
+        return changesetText::title(changeset, *m_traits);
     case Qt::ToolTipRole:
-        return plainToolTip(changeset.description.isEmpty() ? changesetText::title(changeset, m_kind)
+        return plainToolTip(changeset.description.isEmpty() ? changesetText::title(changeset, *m_traits)
                                                             : changeset.description);
     case Qt::AccessibleTextRole:
-        return changesetText::title(changeset, m_kind) + u", "_s + changesetText::authorName(changeset.author)
+        return changesetText::title(changeset, *m_traits) + u", "_s + changesetText::authorName(changeset.author)
                + u", "_s + relativeDateText(changeset.date, m_clock());
     case AuthorRole:
         return changesetText::authorName(changeset.author);

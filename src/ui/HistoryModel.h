@@ -44,7 +44,7 @@ private:
 
     AppModel &m_model;
     QList<Changeset> m_history;
-    RepositoryKind m_kind = RepositoryKind::mercurial;
+    const KindTraits *m_traits = nullptr;
     QSet<QString> m_namesNeedingPush;
     Clock m_clock;
 };

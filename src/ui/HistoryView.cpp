@@ -23,12 +23,6 @@ namespace tillery {
 
 namespace {
 
-bool isGit(const AppModel &model)
-{
-    const std::optional<Repository> &repository = model.workspace().selectedRepository();
-    return repository && repository->kind == RepositoryKind::git;
-}
-
 QListView *makeList(const QString &accessibleName)
 {
     auto *list = new QListView;
@@ -191,13 +185,11 @@ bool HistoryView::showsNoFiles() const
 
 void HistoryView::updateForRepository()
 {
-    const bool git = isGit(m_model);
-    m_empty->setDetail(git ? u"This repository has no commits yet."_s : u"This repository has no changesets yet."_s);
-    m_nothingSelected->setTitle(git ? u"Select a commit"_s : u"Select a changeset"_s);
-    m_nothingSelected->setDetail(git ? u"Choose a commit to see its files and changes."_s
-                                     : u"Choose a changeset to see its files and changes."_s);
-    m_diffView->setPlaceholder(git ? u"Select a file changed by this commit."_s
-                                   : u"Select a file changed by this changeset."_s);
+    const KindTraits &words = m_model.traits();
+    m_empty->setDetail(u"This repository has no "_s + words.changesets + u" yet."_s);
+    m_nothingSelected->setTitle(u"Select a "_s + words.changeset);
+    m_nothingSelected->setDetail(u"Choose a "_s + words.changeset + u" to see its files and changes."_s);
+    m_diffView->setPlaceholder(u"Select a file changed by this "_s + words.changeset + u'.');
     updateState();
     updateDetail();
 }
@@ -228,8 +220,7 @@ void HistoryView::updateDetail()
     m_details->setCurrentIndex(static_cast<int>(detail));
     if (detail != Detail::changeset || comparing)
         return;
-    const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
-    m_header->showChangeset(*changeset, repository ? repository->kind : RepositoryKind::mercurial);
+    m_header->showChangeset(*changeset, m_model.traits());
     m_filesCount->setText(QString::number(fileCount));
     m_filesArea->setCurrentIndex(fileCount == 0 ? 1 : 0);
 }

@@ -188,8 +188,9 @@ void MainWindow::buildMenus()
                               [&model] { model.compare(); })
                        << add(branch, u"Merge into Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
                               [&model] { model.merge(); })
-                       << add(branch, u"Squash and Merge into Current Branch…"_s,
-                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H), [&model] { model.squashMerge(); })
+                       << (m_squashMerge = add(branch, u"Squash and Merge into Current Branch…"_s,
+                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H),
+                                               [&model] { model.squashMerge(); }))
                        << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
@@ -217,6 +218,7 @@ void MainWindow::updateActions()
     const bool hasActive = m_model.workspace().snapshot().activeBookmark.has_value();
     m_rename->setEnabled(free && hasActive);
     m_delete->setEnabled(free && hasActive);
+    m_squashMerge->setEnabled(free && m_model.traits().hasSquashMerge);
     m_updateFromDefault->setText(menuLabel(u"Update from "_s + m_model.workspace().snapshot().defaultBranch));
     m_openInEditor->setText(menuLabel(m_model.editorTitle()));
 }

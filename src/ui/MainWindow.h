@@ -65,6 +65,7 @@ private:
     QList<QAction *> m_operationActions;
     QAction *m_rename = nullptr;
     QAction *m_delete = nullptr;
+    QAction *m_squashMerge = nullptr;
     QAction *m_updateFromDefault = nullptr;
     QAction *m_openInEditor = nullptr;
 };

@@ -20,17 +20,11 @@ using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-QString RepositorySettingsSheet::remoteName(RepositoryKind kind)
-{
-    return kind == RepositoryKind::git ? u"origin"_s : u"default"_s;
-}
-
 QString RepositorySettingsSheet::shownAddress(const AppModel &model)
 {
-    const std::optional<Repository> &repository = model.workspace().selectedRepository();
-    if (!repository)
+    if (!model.workspace().selectedRepository())
         return QString();
-    return withPasswordsMasked(model.workspace().snapshot().paths.value(remoteName(repository->kind)));
+    return withPasswordsMasked(model.workspace().snapshot().paths.value(model.traits().remoteName));
 }
 
 RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *parent)
@@ -43,10 +37,10 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     , m_removeIcon(new QPushButton(u"Remove Icon"_s))
     , m_iconProblem(new ProblemLabel)
 {
-    const bool git = m_repository && m_repository->kind == RepositoryKind::git;
+    const KindTraits &words = model.traits();
     setWindowTitle(u"Repository Settings"_s);
-    m_address->setPlaceholderText(git ? u"https://example.com/project.git"_s : u"https://example.com/project"_s);
-    m_address->setAccessibleName(git ? u"Origin remote address"_s : u"Default remote address"_s);
+    m_address->setPlaceholderText(words.remoteAddressExample);
+    m_address->setAccessibleName(capitalized(words.remoteName) + u" remote address"_s);
     m_address->setMinimumWidth(360);
 
     auto *chooseIcon = new QPushButton(u"Choose Image…"_s);
@@ -88,11 +82,11 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     if (m_repository)
         layout->addWidget(quietNameLabel(QFileInfo(m_repository->path).fileName()));
     layout->addSpacing(6);
-    layout->addWidget(new QLabel(git ? u"Remote “origin”"_s : u"Remote “default”"_s));
+    layout->addWidget(new QLabel(u"Remote “"_s + words.remoteName + u"”"_s));
     layout->addWidget(m_address);
-    layout->addWidget(secondaryLabel(
-        git ? u"Set the Git `origin` remote used by Pull and Push. HTTPS, SSH, and local paths are supported."_s
-            : u"Set the Mercurial `default` path used by Pull and Push. HTTPS, SSH, and local paths are supported."_s));
+    layout->addWidget(secondaryLabel(u"Set the "_s + words.toolName + u" `"_s + words.remoteName + u"` "_s
+                                     + words.remoteNoun
+                                     + u" used by Pull and Push. HTTPS, SSH, and local paths are supported."_s));
     layout->addSpacing(6);
     layout->addWidget(new QLabel(u"Icon"_s));
     layout->addLayout(iconRow);

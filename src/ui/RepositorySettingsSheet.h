@@ -26,7 +26,6 @@ public:
     explicit RepositorySettingsSheet(AppModel &model, QWidget *parent = nullptr);
 
     // The remote's name for the kind and its address as shown (password masked).
-    static QString remoteName(RepositoryKind kind);
     static QString shownAddress(const AppModel &model);
 
     QLineEdit *address() const { return m_address; }

@@ -106,22 +106,20 @@ QMenu *WorkspaceToolbar::branchMenu()
     QMenu *menu = m_branch->menu();
     menu->clear();
     const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
-    const std::optional<Repository> &repository = m_model.workspace().selectedRepository();
-    const bool git = repository && repository->kind == RepositoryKind::git;
-    menu->addSection(git ? u"Branches"_s : u"Bookmarks"_s);
-    const QString current = currentName(m_model);
+    const KindTraits &words = m_model.traits();
+    menu->addSection(capitalized(words.bookmarks));
     for (const Bookmark &bookmark : snapshot.bookmarks) {
         QAction *item = menu->addAction(menuLabel(bookmark.name));
         item->setCheckable(true);
-        item->setChecked(git ? bookmark.name == current : bookmark.active);
+        item->setChecked(bookmark.active);
         connect(item, &QAction::triggered, this, [this, bookmark] {
             m_model.switchTo(bookmark, u"Switching to "_s + bookmark.name);
         });
     }
     if (snapshot.bookmarks.isEmpty())
-        menu->addAction(git ? u"No branches"_s : u"No bookmarks"_s)->setEnabled(false);
+        menu->addAction(u"No "_s + words.bookmarks)->setEnabled(false);
     menu->addSeparator();
-    connect(menu->addAction(git ? u"New Branch…"_s : u"New Bookmark…"_s), &QAction::triggered, this,
+    connect(menu->addAction(u"New "_s + capitalized(words.bookmark) + u"…"_s), &QAction::triggered, this,
             [this] { m_model.setSheetShown(Workspace::Sheet::bookmark, true); });
     return menu;
 }

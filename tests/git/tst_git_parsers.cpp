@@ -26,7 +26,9 @@ Bookmark branchNamed(const QString &name, bool active = false)
 } // namespace
 
 using OptionalString = std::optional<QString>;
+using OptionalIdentity = std::optional<tillery::git::GitIdentity>;
 Q_DECLARE_METATYPE(OptionalString)
+Q_DECLARE_METATYPE(OptionalIdentity)
 
 class GitParsersTest : public QObject {
     Q_OBJECT
@@ -150,12 +152,12 @@ private Q_SLOTS:
         // Pieces end in NUL; a record starts with "/" and a hash; files follow
         // the message, the first after a line feed.
         const QByteArray output = bytes(
-            "/c3\0Ann <ann@example.com>\0" "1700000300\0HEAD -> main\0Merge topic\n\nDetails\n\n\0"
+            "/c3\0Ann <ann@example.com>\0" "1700000300\0Merge topic\n\nDetails\n\n\0"
             "\na.txt\0src/b c.txt\0\nodd\0"
-            "/c2\0Bob <bob@example.com>\0" "1700000200\0\0caf\xe9\0"
-            "/c1\0Bob <bob@example.com>\0" "1700000100\0\0  one line  \n\0"
-            "/   \0X <x>\0" "1\0\0no hash\0"
-            "/cz\0 Dee <d@example.com>\0nope\0\0\0"
+            "/c2\0Bob <bob@example.com>\0" "1700000200\0caf\xe9\0"
+            "/c1\0Bob <bob@example.com>\0" "1700000100\0  one line  \n\0"
+            "/   \0X <x>\0" "1\0no hash\0"
+            "/cz\0 Dee <d@example.com>\0nope\0\0"
             "/cut\0short\0");
         const QHash<QString, QStringList> branches{{u"c3"_s, {u"main"_s, u"topic"_s}}};
         const QHash<QString, QStringList> tags{{u"c1"_s, {u"v1.0"_s}}};
@@ -192,25 +194,29 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("originHead");
         QTest::addColumn<QStringList>("branches");
-        QTest::addColumn<QString>("current");
+        QTest::addColumn<OptionalString>("current");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("origin's HEAD") << QByteArray("origin/develop\n") << QStringList{u"main"_s} << u"main"_s
+        QTest::newRow("origin's HEAD") << QByteArray("origin/develop\n") << QStringList{u"main"_s} << OptionalString(u"main"_s)
                                        << u"develop"_s;
         QTest::newRow("last component of origin's HEAD") << QByteArray("origin/release/2.0\n")
-                                                         << QStringList{} << u"x"_s << u"2.0"_s;
-        QTest::newRow("main") << QByteArray() << QStringList{u"master"_s, u"main"_s} << u"topic"_s << u"main"_s;
-        QTest::newRow("master") << QByteArray() << QStringList{u"master"_s, u"zeta"_s} << u"zeta"_s << u"master"_s;
+                                                         << QStringList{} << OptionalString(u"x"_s) << u"2.0"_s;
+        QTest::newRow("main") << QByteArray() << QStringList{u"master"_s, u"main"_s} << OptionalString(u"topic"_s) << u"main"_s;
+        QTest::newRow("master") << QByteArray() << QStringList{u"master"_s, u"zeta"_s} << OptionalString(u"zeta"_s) << u"master"_s;
         QTest::newRow("detached: first sorted") << QByteArray() << QStringList{u"alpha"_s, u"zeta"_s}
-                                                << u"detached"_s << u"alpha"_s;
-        QTest::newRow("detached, no branches") << QByteArray() << QStringList{} << u"detached"_s << u"main"_s;
-        QTest::newRow("current branch") << QByteArray() << QStringList{u"trunk"_s} << u"trunk"_s << u"trunk"_s;
+                                                << OptionalString() << u"alpha"_s;
+        QTest::newRow("detached, no branches") << QByteArray() << QStringList{} << OptionalString() << u"main"_s;
+        QTest::newRow("current branch") << QByteArray() << QStringList{u"trunk"_s} << OptionalString(u"trunk"_s)
+                                        << u"trunk"_s;
+        // A branch with the name of the snapshot's word for a detached head is a branch.
+        QTest::newRow("branch named detached") << QByteArray() << QStringList{u"alpha"_s, u"detached"_s}
+                                               << OptionalString(u"detached"_s) << u"detached"_s;
     }
 
     void defaultBranch()
     {
         QFETCH(QByteArray, originHead);
         QFETCH(QStringList, branches);
-        QFETCH(QString, current);
+        QFETCH(OptionalString, current);
         QFETCH(QString, expected);
         QList<Bookmark> branchList;
         for (const QString &name : branches)
@@ -252,9 +258,30 @@ private Q_SLOTS:
         QCOMPARE(parseCount("42\n"), std::optional<qint64>(42));
         QCOMPARE(parseCount(""), std::nullopt);
         QCOMPARE(parseCount("many"), std::nullopt);
-        QCOMPARE(parseCurrentBranch("main\n"), u"main"_s);
-        QCOMPARE(parseCurrentBranch(""), u"detached"_s);
-        QCOMPARE(parseCurrentBranch("caf\xe9\n"), u"detached"_s);
+        QCOMPARE(parseCurrentBranch("main\n"), OptionalString(u"main"_s));
+        QCOMPARE(parseCurrentBranch("detached\n"), OptionalString(u"detached"_s));
+        QCOMPARE(parseCurrentBranch(""), OptionalString());
+        QCOMPARE(parseCurrentBranch("caf\xe9\n"), OptionalString());
+    }
+
+    void identity_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<OptionalIdentity>("expected");
+        QTest::newRow("name and address") << u" Build Robot <robot> \n"_s
+                                          << OptionalIdentity(GitIdentity{u"Build Robot"_s, u"robot"_s});
+        QTest::newRow("last brackets win") << u"A <x> B <y@z>"_s << OptionalIdentity(GitIdentity{u"A <x> B"_s, u"y@z"_s});
+        QTest::newRow("empty address") << u"Robot <>"_s << OptionalIdentity();
+        QTest::newRow("no address") << u"nobody"_s << OptionalIdentity();
+        QTest::newRow("no name") << u"<a@b>"_s << OptionalIdentity();
+        QTest::newRow("reversed") << u"Name >a@b<"_s << OptionalIdentity();
+    }
+
+    void identity()
+    {
+        QFETCH(QString, text);
+        QFETCH(OptionalIdentity, expected);
+        QCOMPARE(parseIdentity(text), expected);
     }
 };
 

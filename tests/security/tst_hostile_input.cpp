@@ -72,13 +72,6 @@ using Attack = std::function<QString(const Scene &)>;
 
 const QString noFailure = u"(no failure)"_s;
 
-Changeset changesetWithNode(const QString &node)
-{
-    Changeset changeset;
-    changeset.node = node;
-    return changeset;
-}
-
 // The description the newest changeset has now, as Tillery reads it.
 QString newestDescription(const Scene &scene)
 {
@@ -117,20 +110,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("expected");
         QTest::addColumn<bool>("markerExpected");
 
-        QTest::newRow("hg: changeset query with a forged node")
-            << RepositoryKind::mercurial << Attack([](const Scene &scene) {
-                   const Changeset forged = changesetWithNode(u"--config=alias.status=!touch "_s + scene.marker());
-                   return failureOf([&] { scene.backend().changesetFiles(scene.path(), forged); })
-                          + failureOf([&] { scene.backend().changesetDiff(scene.path(), forged, u"a.txt"_s); });
-               })
-            << u"A changeset id cannot begin with “-”."_s.repeated(2) << false;
-        QTest::newRow("hg: compare to a bookmark pulled from a remote")
-            << RepositoryKind::mercurial << Attack([](const Scene &scene) {
-                   const QString name = u"--config=alias.diff=!touch "_s + scene.marker();
-                   scene.tool({u"bookmark"_s, u"--"_s, name});
-                   return failureOf([&] { scene.backend().compareDiff(scene.path(), name); });
-               })
-            << u"A bookmark name cannot begin with “-”."_s << false;
         for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
             const char *name = kind == RepositoryKind::mercurial ? "hg" : "git";
             for (const QString &message :

@@ -33,6 +33,12 @@ public:
     // Commits every change, adding new files and forgetting removed ones;
     // returns the new changeset's full hash.
     virtual QString commitAll(const QString &message) const = 0;
+    // Runs hg or git in the repository; its standard output.
+    virtual QByteArray tool(const QStringList &arguments) const = 0;
+    // The full hash of the working copy's parent.
+    virtual QString parentNode() const = 0;
+    // Leaves the working copy in a merge with the file unresolved.
+    virtual void makeConflict(const QString &relative) const = 0;
 
 protected:
     // A fresh temporary folder, or the given one when the repository lives inside another.
@@ -50,14 +56,15 @@ public:
     explicit MercurialFixture(const QString &folder);
 
     QByteArray hg(const QStringList &arguments) const;
+    QByteArray tool(const QStringList &arguments) const override { return hg(arguments); }
+    QString parentNode() const override { return node(); }
     QString commitAll(const QString &message) const override;
     QString node(const QString &revision = QStringLiteral(".")) const;
     // A bookmark at the revision; at "." it becomes the active one.
     void bookmark(const QString &name, const QString &revision = QStringLiteral(".")) const;
     // Starts a named branch with the next commit.
     void branch(const QString &name) const;
-    // Leaves the working copy in a merge with the file unresolved.
-    void makeConflict(const QString &relative) const;
+    void makeConflict(const QString &relative) const override;
 };
 
 class GitFixture final : public RepositoryFixture {
@@ -70,6 +77,8 @@ public:
     static std::unique_ptr<GitFixture> cloneOf(const QString &source);
 
     QByteArray git(const QStringList &arguments) const;
+    QByteArray tool(const QStringList &arguments) const override { return git(arguments); }
+    QString parentNode() const override { return head(); }
     QString commitAll(const QString &message) const override;
     QString head() const;
     // A new branch at HEAD, checked out or not.
@@ -78,8 +87,7 @@ public:
     // Appends `count` small commits to a branch in one fast-import run;
     // leaves the working copy alone (check the branch out to see them).
     void importCommits(const QString &branch, int count) const;
-    // Leaves the working copy in a merge with the file unresolved.
-    void makeConflict(const QString &relative) const;
+    void makeConflict(const QString &relative) const override;
 
 private:
     enum class Start { empty, bare, nothing };

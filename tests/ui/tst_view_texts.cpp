@@ -1,6 +1,7 @@
 #include "RecordPrinting.h"
 
 #include "model/BranchNames.h"
+#include "model/VersionControl.h"
 #include "ui/ChangesetText.h"
 #include "ui/CloneSheet.h"
 #include "ui/RelativeDate.h"
@@ -91,10 +92,11 @@ private Q_SLOTS:
 
     void titlesAndHashes()
     {
-        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), RepositoryKind::mercurial),
+        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), versionControl(RepositoryKind::mercurial).traits()),
                  u"Untitled changeset"_s);
-        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), RepositoryKind::git), u"Untitled commit"_s);
-        QCOMPARE(changesetText::title(changesetWith(u"Fix"_s, {}, {}, {}), RepositoryKind::git), u"Fix"_s);
+        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), versionControl(RepositoryKind::git).traits()),
+                 u"Untitled commit"_s);
+        QCOMPARE(changesetText::title(changesetWith(u"Fix"_s, {}, {}, {}), versionControl(RepositoryKind::git).traits()), u"Fix"_s);
         QCOMPARE(changesetText::shortHash(u"0123456789abcdef"_s), u"0123456789ab"_s);
         QCOMPARE(changesetText::shortHash(u"abc"_s), u"abc"_s);
         Changeset described = changesetWith(u"Fix the chart"_s, {}, {}, {});
@@ -126,7 +128,7 @@ private Q_SLOTS:
         QFETCH(Changeset, changeset);
         QFETCH(QList<Badge>, expected);
         const QSet<QString> unpushed{u"feature"_s, u"stable"_s};
-        QCOMPARE(changesetText::badges(changeset, kind, unpushed), expected);
+        QCOMPARE(changesetText::badges(changeset, versionControl(kind).traits(), unpushed), expected);
     }
 
     void branchNames_data()

@@ -3,14 +3,22 @@
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
+#include "Checks.h"
+#include "MercurialServer.h"
+
+#include "mercurial/MercurialBackend.h"
 #include "mercurial/MercurialSnapshot.h"
 #include "process/ToolFailure.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::failureOf;
 using test::FakeTool;
+using test::readFile;
 using test::FakeToolBehaviour;
 using test::MercurialFixture;
 using test::ScopedEnvironmentVariable;
@@ -48,7 +56,7 @@ QString loadFailure(const QString &path)
 
 } // namespace
 
-class MercurialSnapshotTest : public QObject {
+class MercurialBackendTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -187,20 +195,74 @@ private Q_SLOTS:
         QCOMPARE(loadFailure(test::testTemporaryFolder()), expected);
     }
 
-    void branchThatIsNotUtf8IsEmpty()
-    {
-        const FakeTool hg(answering("true", "true", "true", "true", "printf 'caf\\351\\n'"));
-        const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        QCOMPARE(loadMercurialSnapshot(test::testTemporaryFolder()).branch, QString());
-    }
-
     void notARepository()
     {
         QTemporaryDir plain;
         const QString failure = loadFailure(plain.path());
         QVERIFY2(failure.startsWith(u"hg status -0 exited with status 255.\n\nabort: "_s), qPrintable(failure));
     }
+
+    void defaultRemoteKeepsTheRestOfTheFile()
+    {
+        const MercurialFixture repository;
+        const QString hgrc = repository.filePath(u".hg/hgrc"_s);
+        repository.write(u".hg/hgrc"_s, "[ui]\nusername = Keep Me\n");
+        QVERIFY(QFile::setPermissions(hgrc, QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions permissions = QFile::permissions(hgrc);
+        mercurialBackend().setRemoteAddress(repository.path(), u"/srv/repos/app"_s);
+        QCOMPARE(readFile(hgrc), QByteArray("[ui]\nusername = Keep Me\n\n[paths]\ndefault = /srv/repos/app\n"));
+        QCOMPARE(QFile::permissions(hgrc), permissions);
+    }
+
+    void configurationFileThatMustNotBeWritten_data()
+    {
+        QTest::addColumn<QString>("kind"); // "outside link", "inside link" or "not UTF-8"
+        QTest::newRow("link out of the repository") << u"outside link"_s;
+        QTest::newRow("link to a file of the repository") << u"inside link"_s;
+        QTest::newRow("not UTF-8 text") << u"not UTF-8"_s;
+    }
+    void configurationFileThatMustNotBeWritten()
+    {
+        QFETCH(QString, kind);
+        const MercurialFixture repository;
+        QTemporaryDir outside;
+        const QString target =
+            kind == u"inside link" ? repository.filePath(u"shared-hgrc"_s) : outside.filePath(u"elsewhere"_s);
+        const QByteArray original = kind == u"not UTF-8" ? QByteArray("[ui]\nusername = caf\xe9\n")
+                                                         : QByteArray("[ui]\nx = 1\n");
+        QFile file(kind == u"not UTF-8" ? repository.filePath(u".hg/hgrc"_s) : target);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(original);
+        file.close();
+        if (kind != u"not UTF-8")
+            QVERIFY(QFile::link(target, repository.filePath(u".hg/hgrc"_s)));
+
+        const QString failure = failureOf([&] { mercurialBackend().setRemoteAddress(repository.path(), u"/srv/x"_s); });
+        QVERIFY2(failure.startsWith(u"The repository configuration file .hg/hgrc "_s), qPrintable(failure));
+        QCOMPARE(readFile(file.fileName()), original);
+    }
+
+    // A password shown as "***" survives a round trip through the settings,
+    // against a real server on 127.0.0.1.
+    void maskedPasswordOverHttp()
+    {
+        const MercurialFixture served;
+        served.write(u"a.txt"_s, "a\n");
+        served.commitAll(u"served"_s);
+        const test::MercurialServer server(served.path());
+
+        const MercurialFixture repository;
+        const QString stored = server.address(u"ann:s3cr%40t@"_s);
+        repository.write(u".hg/hgrc"_s, "[paths]\ndefault = " + stored.toUtf8() + "\n");
+        const QString shown = loadMercurialSnapshot(repository.path()).paths.value(u"default"_s);
+        QCOMPARE(shown, server.address(u"ann:***@"_s));
+
+        mercurialBackend().setRemoteAddress(repository.path(), shown);
+        QCOMPARE(readFile(repository.filePath(u".hg/hgrc"_s)), "[paths]\ndefault = " + stored.toUtf8() + "\n");
+        mercurialBackend().fetch(repository.path());
+        QCOMPARE(loadMercurialSnapshot(repository.path()).history.size(), 1);
+    }
 };
 
-QTEST_GUILESS_MAIN(MercurialSnapshotTest)
-#include "tst_mercurial_snapshot.moc"
+QTEST_GUILESS_MAIN(MercurialBackendTest)
+#include "tst_mercurial_backend.moc"

@@ -3,8 +3,10 @@
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
-#include "git/GitDiffs.h"
-#include "git/GitSnapshot.h"
+#include "Checks.h"
+#include "DiffText.h"
+
+#include "git/GitBackend.h"
 #include "process/ToolFailure.h"
 
 #include <QFile>
@@ -12,9 +14,19 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::changedLines;
+using test::failureOf;
 using test::GitFixture;
+using test::readFile;
 
 namespace {
+
+const CancellationCheck never = [] { return false; };
+
+RepositorySnapshot loadGitSnapshot(const QString &path)
+{
+    return gitBackend().loadSnapshot(path);
+}
 
 QStringList namesOf(const QList<Bookmark> &branches)
 {
@@ -35,7 +47,7 @@ const Bookmark &branchNamed(const RepositorySnapshot &snapshot, const QString &n
 
 } // namespace
 
-class GitSnapshotTest : public QObject {
+class GitBackendTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -208,39 +220,109 @@ private Q_SLOTS:
         QCOMPARE(namesOf(snapshot.bookmarks), (QStringList{u"main"_s, u"-x"_s}));
         QVERIFY(!branchNamed(snapshot, u"-x"_s).needsPush);
         QVERIFY(!QFile::exists(clone->filePath(u"pwned"_s)));
-
-        const test::FakeTool git({});
-        const test::ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-        const auto refusal = [](auto call) {
-            try {
-                call();
-            } catch (const RefusedInput &failure) {
-                return failure.description();
-            }
-            return u"(not refused)"_s;
-        };
-        QCOMPARE(refusal([&] { gitCompareDiff(clone->path(), u"--output=pwned"_s); }),
-                 u"A branch name cannot begin with “-”."_s);
-        QCOMPARE(refusal([&] { gitCommitFiles(clone->path(), u"-x"_s); }),
-                 u"A revision cannot begin with “-”."_s);
-        QCOMPARE(refusal([&] { gitCommitDiff(clone->path(), u"-x"_s, u"a.txt"_s); }),
-                 u"A revision cannot begin with “-”."_s);
-        QCOMPARE(refusal([&] { gitFileContents(clone->path(), u"-x"_s, {u"a.txt"_s, FileState::modified}); }),
-                 u"A revision cannot begin with “-”."_s);
-        QCOMPARE(git.processId(), 0);
     }
 
-    void remoteNamedLikeAnOption()
+    // A branch may be named like the snapshot's word for a detached head;
+    // it is still a branch that can be published.
+    void branchNamedDetached()
     {
         const auto origin = GitFixture::bare();
+        const auto clone = GitFixture::cloneOf(origin->path());
+        clone->write(u"a.txt"_s, "a\n");
+        clone->commitAll(u"first"_s);
+        clone->git({u"push"_s, u"--quiet"_s, u"origin"_s, u"main"_s});
+        clone->branch(u"detached"_s, true);
+        RepositorySnapshot snapshot = loadGitSnapshot(clone->path());
+        QCOMPARE(snapshot.activeBookmark, std::optional(u"detached"_s));
+        QVERIFY(!snapshot.currentBranchIsPublished);
+        gitBackend().push(clone->path());
+        QVERIFY(origin->git({u"branch"_s, u"--list"_s, u"detached"_s}).contains("detached"));
+        QVERIFY(loadGitSnapshot(clone->path()).currentBranchIsPublished);
+    }
+
+    void publishingAndPushing()
+    {
+        const auto origin = GitFixture::bare();
+        const auto clone = GitFixture::cloneOf(origin->path());
+        clone->write(u"a.txt"_s, "a\n");
+        clone->commitAll(u"first"_s);
+        // A branch without an upstream goes to origin and tracks it there.
+        gitBackend().push(clone->path());
+        QCOMPARE(test::runTool(u"git"_s, {u"config"_s, u"--get"_s, u"branch.main.remote"_s}, clone->path()),
+                 QByteArray("origin\n"));
+
+        // Without origin there is nowhere to publish to.
+        const GitFixture alone;
+        alone.write(u"a.txt"_s, "a\n");
+        alone.commitAll(u"first"_s);
+        alone.git({u"remote"_s, u"add"_s, u"upstream"_s, origin->path()});
+        const QString failure = failureOf([&] { gitBackend().push(alone.path()); });
+        QVERIFY2(failure.startsWith(u"git push --progress exited with status 128.\n\nfatal: The current branch main has "
+                                    "no upstream branch."_s),
+                 qPrintable(failure));
+    }
+
+    void squashMergeStagesWithoutCommitting()
+    {
         const GitFixture repository;
         repository.write(u"a.txt"_s, "a\n");
+        repository.commitAll(u"base"_s);
+        repository.branch(u"topic"_s, true);
+        repository.write(u"t.txt"_s, "t\n");
+        repository.commitAll(u"topic 1"_s);
+        repository.write(u"t2.txt"_s, "t2\n");
+        repository.commitAll(u"topic 2"_s);
+        repository.checkOut(u"main"_s);
+        const QString mainTip = repository.head();
+        QVERIFY(gitBackend().traits().hasSquashMerge);
+        gitBackend().squashMerge(repository.path(), u"topic"_s);
+        QCOMPARE(repository.head(), mainTip);
+        QCOMPARE(loadGitSnapshot(repository.path()).files,
+                 (QList<WorkingFile>{{u"t.txt"_s, FileState::added}, {u"t2.txt"_s, FileState::added}}));
+    }
+
+    void switchingToAFileNameRestoresNothing()
+    {
+        const GitFixture repository;
+        repository.write(u"notes"_s, "committed\n");
+        repository.commitAll(u"base"_s);
+        repository.write(u"notes"_s, "unsaved work\n");
+        QVERIFY(failureOf([&] { gitBackend().switchTo(repository.path(), u"notes"_s); })
+                    .startsWith(u"git checkout notes -- "_s));
+        QCOMPARE(readFile(repository.filePath(u"notes"_s)), QByteArray("unsaved work\n"));
+    }
+
+    // Staged and unstaged changes together are shown against HEAD; without
+    // a commit, against the index.
+    void workingDiffBase()
+    {
+        const GitFixture repository;
+        repository.write(u"new.txt"_s, "hello\n");
+        repository.git({u"add"_s, u"new.txt"_s});
+        QCOMPARE(changedLines(gitBackend().workingDiff(repository.path(), {u"new.txt"_s, FileState::added}, never)),
+                 QStringList{u"+hello"_s});
+        repository.write(u"a.txt"_s, "one\ntwo\n");
         repository.commitAll(u"first"_s);
-        repository.git({u"remote"_s, u"add"_s, u"--"_s, u"-evil"_s, origin->path()});
-        const RepositorySnapshot snapshot = loadGitSnapshot(repository.path());
-        QCOMPARE(snapshot.paths, (QMap<QString, QString>{{u"-evil"_s, origin->path()}}));
+        repository.write(u"a.txt"_s, "one\n2\n");
+        repository.git({u"add"_s, u"a.txt"_s});
+        repository.write(u"a.txt"_s, "one\n2\nthree\n");
+        QCOMPARE(changedLines(gitBackend().workingDiff(repository.path(), {u"a.txt"_s, FileState::modified}, never)),
+                 (QStringList{u"-two"_s, u"+2"_s, u"+three"_s}));
+    }
+
+    void failureOfTheIndexDiffSaysWhatRan()
+    {
+        test::FakeToolBehaviour behaviour;
+        behaviour.customBody = "case \" $* \" in *' HEAD '*) exit 128 ;; *) echo 'fatal: index' >&2; exit 128 ;; esac";
+        const test::FakeTool git(behaviour);
+        const test::ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
+        QCOMPARE(failureOf([] {
+                     gitBackend().workingDiff(test::testTemporaryFolder(), {u"a b.txt"_s, FileState::modified}, never);
+                 }),
+                 u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ --cached -- "
+                 "a b.txt exited with status 128.\n\nfatal: index"_s);
     }
 };
 
-QTEST_GUILESS_MAIN(GitSnapshotTest)
-#include "tst_git_snapshot.moc"
+QTEST_GUILESS_MAIN(GitBackendTest)
+#include "tst_git_backend.moc"

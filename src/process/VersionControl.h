@@ -1,0 +1,100 @@
+#pragma once
+
+#include "process/Cancellation.h"
+#include "process/ToolRunner.h"
+#include "records/Changeset.h"
+#include "records/KindTraits.h"
+#include "records/Repository.h"
+#include "records/RepositorySnapshot.h"
+#include "records/WorkingFile.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tillery {
+
+// Everything Tillery asks of one kind of repository. The Mercurial and the
+// Git backend each implement it once, so that the model never branches on
+// the kind for tool work. Implementations are stateless and every call
+// blocks (background threads only); failures are thrown. Names, revisions
+// and addresses that would be read as an option are refused with
+// RefusedInput before anything runs, and file names are passed literally.
+class VersionControl {
+public:
+    virtual ~VersionControl() = default;
+
+    virtual const KindTraits &traits() const = 0;
+    RepositoryKind kind() const { return traits().kind; }
+    // Why the tool would refuse this as a new bookmark or branch name, in a
+    // sentence; nothing when it would take it.
+    virtual std::optional<QString> bookmarkNameProblem(const QString &name) const = 0;
+
+    // Changes, history, bookmarks or branches and remotes in one piece.
+    virtual RepositorySnapshot loadSnapshot(const QString &repositoryPath) const = 0;
+
+    // The diffs stop their child and throw CancellationFailure as soon as
+    // the check says so. An untracked file gets a "new file" diff made
+    // without the tool.
+    virtual QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
+                                const CancellationCheck &isCancelled) const = 0;
+    // The files a changeset touched (a rename under its new name), sorted.
+    virtual QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const = 0;
+    // Empty when there is no textual diff.
+    virtual QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
+                                  const CancellationCheck &isCancelled = {}) const = 0;
+    // The bytes of a file as of a changeset; a file the changeset removed is
+    // read from its first parent, where it still existed.
+    virtual QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
+                                    const WorkingFile &file) const = 0;
+    // The file as the working copy's parent has it.
+    virtual QByteArray parentContents(const QString &repositoryPath, const QString &path) const = 0;
+    // What the working copy's parent changed since the bookmark or branch;
+    // empty when they agree.
+    virtual QString compareDiff(const QString &repositoryPath, const QString &target) const = 0;
+
+    // Commits exactly these files, adding untracked ones first; no file
+    // commits nothing. A blank user name leaves the tool's own configuration
+    // in charge.
+    virtual void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
+                        const QString &description, const QString &userName) const = 0;
+    // Restores tracked files to their committed state (newly added ones
+    // become untracked again); never touches untracked ones.
+    virtual void discard(const QString &repositoryPath, const QStringList &paths) const = 0;
+    virtual void discardAll(const QString &repositoryPath) const = 0;
+    // Shelves or stashes every change to tracked files; Git's stash takes
+    // untracked files too.
+    virtual void stash(const QString &repositoryPath, const QString &name) const = 0;
+
+    // Mercurial bookmarks or Git branches; creating a Git branch checks it out.
+    virtual void createBookmark(const QString &repositoryPath, const QString &name) const = 0;
+    virtual void renameBookmark(const QString &repositoryPath, const QString &oldName,
+                                const QString &newName) const = 0;
+    virtual void deleteBookmark(const QString &repositoryPath, const QString &name) const = 0;
+    virtual void switchTo(const QString &repositoryPath, const QString &target) const = 0;
+    virtual void merge(const QString &repositoryPath, const QString &target) const = 0;
+    // Only where traits().hasSquashMerge: stages the target's changes as one
+    // change, without committing.
+    virtual void squashMerge(const QString &repositoryPath, const QString &target) const = 0;
+    virtual void rebase(const QString &repositoryPath, const QString &destination) const = 0;
+
+    // The commands that talk to a remote report progress and can be stopped
+    // through the control. Fetching leaves the working copy alone; pulling
+    // updates it.
+    virtual void fetch(const QString &repositoryPath, const RunControl &control = {}) const = 0;
+    virtual void pull(const QString &repositoryPath, const RunControl &control = {}) const = 0;
+    // Also publishes a Git branch that is not on the remote yet; fails when
+    // Mercurial has nothing to push.
+    virtual void push(const QString &repositoryPath, const RunControl &control = {}) const = 0;
+    virtual void clone(const QString &source, const QString &destination, const RunControl &control = {}) const = 0;
+    // Makes the folder (and its parents) and a repository in it.
+    virtual Repository createRepository(const QString &path) const = 0;
+    // Sets traits().remoteName's address; an address that shows the password
+    // as "***" keeps the password already stored.
+    virtual void setRemoteAddress(const QString &repositoryPath, const QString &address) const = 0;
+};
+
+} // namespace tillery

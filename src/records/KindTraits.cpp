@@ -1,0 +1,10 @@
+#include "records/KindTraits.h"
+
+namespace tillery {
+
+QString capitalized(const QString &word)
+{
+    return word.isEmpty() ? word : word.first(1).toUpper() + word.sliced(1);
+}
+
+} // namespace tillery

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "records/RepositoryKind.h"
+
+#include <QString>
+
+namespace tillery {
+
+// What differs between the kinds besides the tool work: the words the views
+// use and the commands a kind offers. Each backend describes itself with one.
+struct KindTraits {
+    RepositoryKind kind = RepositoryKind::mercurial;
+    QString toolName;   // "Mercurial"
+    QString changeset;  // "changeset" or "commit"
+    QString changesets; // "changesets" or "commits"
+    QString bookmark;   // "bookmark" or "branch"
+    QString bookmarks;  // "bookmarks" or "branches"
+    // The remote that Pull and Push use, and what the tool calls it.
+    QString remoteName; // "default" or "origin"
+    QString remoteNoun; // "path" or "remote"
+    QString remoteAddressExample;
+    // The create-bookmark sheet's explanation and note.
+    QString newBookmarkExplanation;
+    QString newBookmarkNote;
+    // The named branch changesets are on unless they say otherwise; empty
+    // where the kind has no named branches.
+    QString defaultNamedBranch;
+    bool hasSquashMerge = false;
+};
+
+// "Changeset" for "changeset".
+QString capitalized(const QString &word);
+
+} // namespace tillery
