@@ -9,7 +9,7 @@
 #include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
-#include "git/GitCommands.h"
+#include "git/GitTool.h"
 #include "git/GitParsers.h"
 #include "model/AppModel.h"
 #include "process/ToolRunner.h"
@@ -148,7 +148,7 @@ int main(int argc, char *argv[])
     }
     repository = QDir(repository).absolutePath();
 
-    const QByteArray status = runGit(git::statusCommand(), repository).standardOutput;
+    const QByteArray status = runGit(GitTool::statusCommand(), repository).standardOutput;
     qsizetype rows = 0;
     const double parse = medianMilliseconds(7, [&] { rows = git::parseStatus(status).size(); });
     out << QString::asprintf("changed files: %lld; parsing the status output (%.1f MiB): %.1f ms (median of 7)\n",

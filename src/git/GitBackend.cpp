@@ -1,13 +1,11 @@
 #include "git/GitBackend.h"
 
-#include "git/GitCommands.h"
 #include "git/GitParsers.h"
 #include "git/GitSnapshot.h"
-#include "process/BackendSteps.h"
+#include "git/GitTool.h"
 #include "process/CommitMessage.h"
-#include "process/OptionLike.h"
 #include "process/RemoteAddress.h"
-#include "process/RepositoryDetection.h"
+#include "process/ToolBackend.h"
 #include "records/TextDecoding.h"
 
 #include <QSet>
@@ -19,26 +17,18 @@ namespace tillery {
 namespace {
 
 using namespace git;
+using Tool = GitTool;
 
-const QString branchName = u"a branch name"_s;
 constexpr int unbornHeadStatus = 128;
 
-QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {})
+QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath)
 {
-    return runGit(command, repositoryPath, control).standardOutput;
-}
-
-// Runs the command with the named branch, after refusing a name that would
-// be read as an option.
-void runNamed(ToolCommand (*command)(const QString &), const QString &name, const QString &repositoryPath)
-{
-    refuseOptionLike(name, branchName);
-    runGit(command(name), repositoryPath);
+    return Tool::run(command, repositoryPath).standardOutput;
 }
 
 bool hasCommits(const QString &repositoryPath)
 {
-    return runGit(verifyHeadCommand(), repositoryPath).status == 0;
+    return Tool::run(Tool::verifyHeadCommand(), repositoryPath).status == 0;
 }
 
 QSet<QString> trackedFiles(const QString &repositoryPath)
@@ -46,7 +36,7 @@ QSet<QString> trackedFiles(const QString &repositoryPath)
     QSet<QString> tracked;
     if (!hasCommits(repositoryPath))
         return tracked;
-    for (const QByteArray &piece : outputOf(trackedFilesCommand(), repositoryPath).split('\0')) {
+    for (const QByteArray &piece : outputOf(Tool::trackedFilesCommand(), repositoryPath).split('\0')) {
         if (piece.isEmpty())
             continue;
         if (const std::optional<QString> path = decodeUtf8(piece))
@@ -57,10 +47,10 @@ QSet<QString> trackedFiles(const QString &repositoryPath)
 
 bool hasOrigin(const QString &repositoryPath)
 {
-    return parseLines(outputOf(remotesCommand(), repositoryPath)).contains(u"origin"_s);
+    return parseLines(outputOf(Tool::remotesCommand(), repositoryPath)).contains(u"origin"_s);
 }
 
-class GitBackend final : public VersionControl {
+class GitBackend final : public ToolBackend<Tool> {
 public:
     const KindTraits &traits() const override
     {
@@ -108,50 +98,21 @@ public:
         return loadGitSnapshot(repositoryPath);
     }
 
-    QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
-                        const CancellationCheck &isCancelled) const override
+    QString trackedFileDiff(const QString &repositoryPath, const QString &path,
+                            const RunControl &control) const override
     {
-        if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
-            return *diff;
-        const RunControl control{isCancelled, {}};
-        ToolCommand command = workingDiffCommand(file.path);
+        ToolCommand command = Tool::workingDiffCommand(path);
         command.acceptedStatuses.insert(unbornHeadStatus);
-        CommandOutput output = runGit(command, repositoryPath, control);
+        const CommandOutput output = Tool::run(command, repositoryPath, control);
         // Without a commit HEAD does not resolve; the index is all there is to compare with.
         if (output.status == unbornHeadStatus)
-            output = runGit(stagedDiffCommand(file.path), repositoryPath, control);
+            return text(Tool::stagedDiffCommand(path), repositoryPath, control);
         return decodeUtf8OrEmpty(output.standardOutput);
     }
 
     QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const override
     {
-        return parseCommitFiles(outputOf(commitFilesCommand(checkedChangesetId(changeset)), repositoryPath));
-    }
-
-    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
-                          const CancellationCheck &isCancelled) const override
-    {
-        return decodeUtf8OrEmpty(
-            outputOf(commitDiffCommand(checkedChangesetId(changeset), path), repositoryPath, {isCancelled, {}}));
-    }
-
-    QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
-                            const WorkingFile &file) const override
-    {
-        const QString revision =
-            checkedChangesetId(changeset) + (file.state == FileState::removed ? u"^"_s : QString());
-        return outputOf(fileContentsCommand(revision, file.path), repositoryPath);
-    }
-
-    QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
-    {
-        return outputOf(fileContentsCommand(u"HEAD"_s, path), repositoryPath);
-    }
-
-    QString compareDiff(const QString &repositoryPath, const QString &target) const override
-    {
-        refuseOptionLike(target, branchName);
-        return decodeUtf8OrEmpty(outputOf(compareDiffCommand(target), repositoryPath));
+        return parseCommitFiles(outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
     }
 
     void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
@@ -160,8 +121,8 @@ public:
         if (files.isEmpty())
             return;
         const QStringList paths = pathsOf(files);
-        runGit(addAllCommand(paths), repositoryPath);
-        runGit(commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
+        Tool::run(Tool::addAllCommand(paths), repositoryPath);
+        Tool::run(Tool::commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
                repositoryPath);
     }
 
@@ -175,15 +136,15 @@ public:
         for (const QString &path : paths)
             (tracked.contains(path) ? restored : added).append(path);
         if (!restored.isEmpty())
-            runGit(restoreCommand(restored), repositoryPath);
+            Tool::run(Tool::restoreCommand(restored), repositoryPath);
         if (!added.isEmpty())
-            runGit(forgetNewFilesCommand(added), repositoryPath);
+            Tool::run(Tool::forgetNewFilesCommand(added), repositoryPath);
     }
 
     void discardAll(const QString &repositoryPath) const override
     {
         QStringList paths;
-        for (const WorkingFile &file : parseStatus(outputOf(statusCommand(), repositoryPath))) {
+        for (const WorkingFile &file : parseStatus(outputOf(Tool::statusCommand(), repositoryPath))) {
             if (file.state != FileState::untracked)
                 paths.append(file.path);
         }
@@ -192,91 +153,41 @@ public:
 
     void stash(const QString &repositoryPath, const QString &name) const override
     {
-        runGit(stashCommand(name), repositoryPath);
-    }
-
-    void createBookmark(const QString &repositoryPath, const QString &name) const override
-    {
-        runNamed(createBranchCommand, name, repositoryPath);
-    }
-
-    void renameBookmark(const QString &repositoryPath, const QString &oldName, const QString &newName) const override
-    {
-        refuseOptionLike(oldName, branchName);
-        refuseOptionLike(newName, branchName);
-        runGit(renameBranchCommand(oldName, newName), repositoryPath);
+        Tool::run(Tool::stashCommand(name), repositoryPath);
     }
 
     void deleteBookmark(const QString &repositoryPath, const QString &name) const override
     {
-        refuseOptionLike(name, branchName);
+        refuseName(name);
         // Git refuses to delete the branch that is checked out.
         if (currentBranch(repositoryPath) == name)
-            runGit(detachCommand(), repositoryPath);
-        runGit(deleteBranchCommand(name), repositoryPath);
-    }
-
-    void switchTo(const QString &repositoryPath, const QString &target) const override
-    {
-        runNamed(switchCommand, target, repositoryPath);
-    }
-
-    void merge(const QString &repositoryPath, const QString &target) const override
-    {
-        runNamed(mergeCommand, target, repositoryPath);
+            Tool::run(Tool::detachCommand(), repositoryPath);
+        ToolBackend::deleteBookmark(repositoryPath, name);
     }
 
     void squashMerge(const QString &repositoryPath, const QString &target) const override
     {
-        runNamed(squashMergeCommand, target, repositoryPath);
-    }
-
-    void rebase(const QString &repositoryPath, const QString &destination) const override
-    {
-        runNamed(rebaseCommand, destination, repositoryPath);
-    }
-
-    void fetch(const QString &repositoryPath, const RunControl &control) const override
-    {
-        runGit(fetchCommand(), repositoryPath, control);
-    }
-
-    void pull(const QString &repositoryPath, const RunControl &control) const override
-    {
-        runGit(pullCommand(), repositoryPath, control);
+        runNamed(Tool::squashMergeCommand, target, repositoryPath);
     }
 
     void push(const QString &repositoryPath, const RunControl &control) const override
     {
         // A branch without an upstream is published to origin, when there is one.
-        const bool hasUpstream = runGit(upstreamCommand(), repositoryPath).status == 0;
+        const bool hasUpstream = Tool::run(Tool::upstreamCommand(), repositoryPath).status == 0;
         const std::optional<QString> branch = hasUpstream ? std::nullopt : currentBranch(repositoryPath);
         if (branch && hasOrigin(repositoryPath)) {
-            refuseOptionLike(*branch, branchName);
-            runGit(publishCommand(*branch), repositoryPath, control);
+            refuseName(*branch);
+            Tool::run(Tool::publishCommand(*branch), repositoryPath, control);
         } else {
-            runGit(pushCommand(), repositoryPath, control);
+            Tool::run(Tool::pushCommand(), repositoryPath, control);
         }
-    }
-
-    void clone(const QString &source, const QString &destination, const RunControl &control) const override
-    {
-        refuseCloneArguments(source, destination);
-        runGit(cloneCommand(source, destination), std::nullopt, control);
-    }
-
-    Repository createRepository(const QString &path) const override
-    {
-        makeRepositoryFolder(path);
-        runGit(initCommand(path), std::nullopt);
-        return Repository{gitRoot(path), RepositoryKind::git};
     }
 
     void setRemoteAddress(const QString &repositoryPath, const QString &address) const override
     {
-        const QString stored = addressToStore(
-            address, [&] { return decodeUtf8OrEmpty(outputOf(originUrlCommand(), repositoryPath)).trimmed(); });
-        runGit(hasOrigin(repositoryPath) ? setOriginCommand(stored) : addOriginCommand(stored), repositoryPath);
+        const QString stored =
+            addressToStore(address, [&] { return text(Tool::originUrlCommand(), repositoryPath).trimmed(); });
+        Tool::run(hasOrigin(repositoryPath) ? Tool::setOriginCommand(stored) : Tool::addOriginCommand(stored), repositoryPath);
     }
 };
 

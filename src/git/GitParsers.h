@@ -1,6 +1,6 @@
 #pragma once
 
-#include "git/GitCommands.h"
+#include "git/GitTool.h"
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
 #include "records/WorkingFile.h"

@@ -1,6 +1,6 @@
 #include "git/GitSnapshot.h"
 
-#include "git/GitCommands.h"
+#include "git/GitTool.h"
 #include "git/GitParsers.h"
 #include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
@@ -29,7 +29,7 @@ bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchL
     const std::optional<QString> counterpart = remoteCounterpart(branch.name, remoteBranchList);
     if (!counterpart)
         return true;
-    const QByteArray output = outputOf(unpushedCountCommand(*counterpart, branch.name), repositoryPath);
+    const QByteArray output = outputOf(GitTool::unpushedCountCommand(*counterpart, branch.name), repositoryPath);
     return parseCount(output).value_or(0) > 0;
 }
 
@@ -53,22 +53,22 @@ QList<Bookmark> branches(const QList<LocalBranchRecord> &records, const std::opt
 
 QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QString &repositoryPath)
 {
-    if (runGit(verifyHeadCommand(), repositoryPath).status != 0)
+    if (runGit(GitTool::verifyHeadCommand(), repositoryPath).status != 0)
         return {};
-    const QByteArray log = outputOf(historyCommand(), repositoryPath);
+    const QByteArray log = outputOf(GitTool::historyCommand(), repositoryPath);
     QHash<QString, QStringList> branchesByCommit;
     for (const LocalBranchRecord &record : branchRecords)
         branchesByCommit[record.hash].append(record.name);
-    const QHash<QString, QStringList> tagsByCommit = parseRefTargets(outputOf(tagTargetsCommand(), repositoryPath));
-    const qint64 total = parseCount(outputOf(commitCountCommand(), repositoryPath)).value_or(0);
+    const QHash<QString, QStringList> tagsByCommit = parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
+    const qint64 total = parseCount(outputOf(GitTool::commitCountCommand(), repositoryPath)).value_or(0);
     return parseHistory(log, total, branchesByCommit, tagsByCommit);
 }
 
 QMap<QString, QString> remotes(const QString &repositoryPath)
 {
     QMap<QString, QString> urls;
-    for (const QString &remote : parseLines(outputOf(remotesCommand(), repositoryPath))) {
-        const QString url = decodeUtf8OrEmpty(outputOf(remoteUrlCommand(remote), repositoryPath)).trimmed();
+    for (const QString &remote : parseLines(outputOf(GitTool::remotesCommand(), repositoryPath))) {
+        const QString url = decodeUtf8OrEmpty(outputOf(GitTool::remoteUrlCommand(remote), repositoryPath)).trimmed();
         if (!url.isEmpty())
             urls.insert(remote, url);
     }
@@ -82,7 +82,7 @@ bool isPublished(const std::optional<QString> &branch, const QStringList &remote
 {
     if (!branch)
         return true;
-    if (runGit(upstreamCommand(), repositoryPath).status == 0)
+    if (runGit(GitTool::upstreamCommand(), repositoryPath).status == 0)
         return true;
     const QString suffix = u'/' + *branch;
     return std::any_of(remoteBranchList.cbegin(), remoteBranchList.cend(),
@@ -94,16 +94,16 @@ QList<WorkingFile> workingFiles(const QString &repositoryPath)
     // A repository's own configuration must not make every refresh run a
     // program of its choosing; the person's choice of monitor stands.
     const bool monitorChosenByPerson =
-        personEnablesFilesystemMonitor(outputOf(filesystemMonitorScopeCommand(), repositoryPath));
-    const ToolCommand status = statusCommand();
-    return parseStatus(outputOf(monitorChosenByPerson ? status : withoutFilesystemMonitor(status), repositoryPath));
+        personEnablesFilesystemMonitor(outputOf(GitTool::filesystemMonitorScopeCommand(), repositoryPath));
+    const ToolCommand status = GitTool::statusCommand();
+    return parseStatus(outputOf(monitorChosenByPerson ? status : GitTool::withoutFilesystemMonitor(status), repositoryPath));
 }
 
 } // namespace
 
 std::optional<QString> currentBranch(const QString &repositoryPath)
 {
-    return parseCurrentBranch(outputOf(currentBranchCommand(), repositoryPath));
+    return parseCurrentBranch(outputOf(GitTool::currentBranchCommand(), repositoryPath));
 }
 
 } // namespace git
@@ -113,8 +113,8 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     using namespace git;
     RepositorySnapshot snapshot;
     snapshot.files = workingFiles(repositoryPath);
-    const QList<LocalBranchRecord> branchRecords = parseLocalBranches(outputOf(localBranchesCommand(), repositoryPath));
-    const QStringList remoteBranchList = parseLines(outputOf(remoteBranchesCommand(), repositoryPath));
+    const QList<LocalBranchRecord> branchRecords = parseLocalBranches(outputOf(GitTool::localBranchesCommand(), repositoryPath));
+    const QStringList remoteBranchList = parseLines(outputOf(GitTool::remoteBranchesCommand(), repositoryPath));
     const std::optional<QString> current = currentBranch(repositoryPath);
     snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
     snapshot.branch = current.value_or(u"detached"_s);
@@ -122,7 +122,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     snapshot.paths = remotes(repositoryPath);
     snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
     snapshot.defaultBranch =
-        chooseDefaultBranch(parseOriginHead(outputOf(originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
+        chooseDefaultBranch(parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
     snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
     return snapshot;
 }

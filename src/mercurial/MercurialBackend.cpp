@@ -1,15 +1,12 @@
 #include "mercurial/MercurialBackend.h"
 
-#include "mercurial/MercurialCommands.h"
 #include "mercurial/MercurialConfigFile.h"
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialSnapshot.h"
-#include "process/BackendSteps.h"
+#include "mercurial/MercurialTool.h"
 #include "process/CommitMessage.h"
-#include "process/OptionLike.h"
 #include "process/RemoteAddress.h"
-#include "process/RepositoryDetection.h"
-#include "records/TextDecoding.h"
+#include "process/ToolBackend.h"
 
 using namespace Qt::StringLiterals;
 
@@ -17,24 +14,9 @@ namespace tillery {
 
 namespace {
 
-using namespace mercurial;
+using Tool = MercurialTool;
 
-const QString bookmarkName = u"a bookmark name"_s;
-
-QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {})
-{
-    return runMercurial(command, repositoryPath, control).standardOutput;
-}
-
-// Runs the command with the named bookmark, after refusing a name that would
-// be read as an option.
-void runNamed(ToolCommand (*command)(const QString &), const QString &name, const QString &repositoryPath)
-{
-    refuseOptionLike(name, bookmarkName);
-    runMercurial(command(name), repositoryPath);
-}
-
-class MercurialBackend final : public VersionControl {
+class MercurialBackend final : public ToolBackend<Tool> {
 public:
     const KindTraits &traits() const override
     {
@@ -74,45 +56,13 @@ public:
         return loadMercurialSnapshot(repositoryPath);
     }
 
-    QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
-                        const CancellationCheck &isCancelled) const override
-    {
-        if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
-            return *diff;
-        return decodeUtf8OrEmpty(outputOf(workingDiffCommand(file.path), repositoryPath, {isCancelled, {}}));
-    }
-
     QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const override
     {
-        return parseMercurialStatus(outputOf(changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
+        return parseMercurialStatus(outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
     }
 
-    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
-                          const CancellationCheck &isCancelled) const override
-    {
-        return decodeUtf8OrEmpty(
-            outputOf(changesetDiffCommand(checkedChangesetId(changeset), path), repositoryPath, {isCancelled, {}}));
-    }
-
-    QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
-                            const WorkingFile &file) const override
-    {
-        const QString &node = checkedChangesetId(changeset);
-        const QString revision = file.state == FileState::removed ? u"p1("_s + node + u')' : node;
-        return outputOf(fileContentsCommand(revision, file.path), repositoryPath);
-    }
-
-    QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
-    {
-        return outputOf(fileContentsCommand(u"."_s, path), repositoryPath);
-    }
-
-    QString compareDiff(const QString &repositoryPath, const QString &target) const override
-    {
-        refuseOptionLike(target, bookmarkName);
-        return decodeUtf8OrEmpty(outputOf(compareDiffCommand(target), repositoryPath));
-    }
-
+    // hg has no staging: untracked files are added, then exactly the chosen
+    // files are committed.
     void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
                 const QString &description, const QString &userName) const override
     {
@@ -122,53 +72,26 @@ public:
         std::copy_if(files.cbegin(), files.cend(), std::back_inserter(untracked),
                      [](const WorkingFile &file) { return file.state == FileState::untracked; });
         if (!untracked.isEmpty())
-            runMercurial(addCommand(pathsOf(untracked)), repositoryPath);
-        runMercurial(commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
-                     repositoryPath);
+            Tool::run(Tool::addCommand(pathsOf(untracked)), repositoryPath);
+        Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
+                  repositoryPath);
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override
     {
         if (!paths.isEmpty())
-            runMercurial(revertCommand(paths), repositoryPath);
+            Tool::run(Tool::revertCommand(paths), repositoryPath);
     }
 
     void discardAll(const QString &repositoryPath) const override
     {
-        runMercurial(revertAllCommand(), repositoryPath);
+        Tool::run(Tool::revertAllCommand(), repositoryPath);
     }
 
     void stash(const QString &repositoryPath, const QString &name) const override
     {
         refuseOptionLike(name, u"a shelf name"_s);
-        runMercurial(shelveCommand(name), repositoryPath);
-    }
-
-    void createBookmark(const QString &repositoryPath, const QString &name) const override
-    {
-        runNamed(createBookmarkCommand, name, repositoryPath);
-    }
-
-    void renameBookmark(const QString &repositoryPath, const QString &oldName, const QString &newName) const override
-    {
-        refuseOptionLike(oldName, bookmarkName);
-        refuseOptionLike(newName, bookmarkName);
-        runMercurial(renameBookmarkCommand(oldName, newName), repositoryPath);
-    }
-
-    void deleteBookmark(const QString &repositoryPath, const QString &name) const override
-    {
-        runNamed(deleteBookmarkCommand, name, repositoryPath);
-    }
-
-    void switchTo(const QString &repositoryPath, const QString &target) const override
-    {
-        runNamed(updateCommand, target, repositoryPath);
-    }
-
-    void merge(const QString &repositoryPath, const QString &target) const override
-    {
-        runNamed(mergeCommand, target, repositoryPath);
+        Tool::run(Tool::shelveCommand(name), repositoryPath);
     }
 
     void squashMerge(const QString &, const QString &) const override
@@ -176,44 +99,17 @@ public:
         throw RefusedInput(u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead."_s);
     }
 
-    void rebase(const QString &repositoryPath, const QString &destination) const override
-    {
-        runNamed(rebaseCommand, destination, repositoryPath);
-    }
-
-    void fetch(const QString &repositoryPath, const RunControl &control) const override
-    {
-        runMercurial(pullCommand(), repositoryPath, control);
-    }
-
-    void pull(const QString &repositoryPath, const RunControl &control) const override
-    {
-        runMercurial(pullAndUpdateCommand(), repositoryPath, control);
-    }
-
     void push(const QString &repositoryPath, const RunControl &control) const override
     {
-        runMercurial(pushCommand(), repositoryPath, control);
-    }
-
-    void clone(const QString &source, const QString &destination, const RunControl &control) const override
-    {
-        refuseCloneArguments(source, destination);
-        runMercurial(cloneCommand(source, destination), std::nullopt, control);
-    }
-
-    Repository createRepository(const QString &path) const override
-    {
-        makeRepositoryFolder(path);
-        runMercurial(initCommand(path), std::nullopt);
-        return Repository{mercurialRoot(path), RepositoryKind::mercurial};
+        Tool::run(Tool::pushCommand(), repositoryPath, control);
     }
 
     void setRemoteAddress(const QString &repositoryPath, const QString &address) const override
     {
-        const QString stored = addressToStore(
-            address, [&] { return decodeUtf8OrEmpty(outputOf(storedDefaultPathCommand(), repositoryPath)).trimmed(); });
-        writeDefaultPath(repositoryPath, stored);
+        // hg has no command that sets a path: the file is edited in place.
+        mercurial::writeDefaultPath(repositoryPath, addressToStore(address, [&] {
+                             return text(Tool::storedDefaultPathCommand(), repositoryPath).trimmed();
+                         }));
     }
 };
 

@@ -1,6 +1,6 @@
 #include "mercurial/MercurialSnapshot.h"
 
-#include "mercurial/MercurialCommands.h"
+#include "mercurial/MercurialTool.h"
 #include "mercurial/MercurialParsers.h"
 #include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
@@ -17,7 +17,7 @@ QHash<QString, QDateTime> loadBookmarkDates(const QString &repositoryPath)
 {
     try {
         return mercurial::parseBookmarkDates(
-            runMercurial(mercurial::bookmarkDatesCommand(), repositoryPath).standardOutput);
+            runMercurial(MercurialTool::bookmarkDatesCommand(), repositoryPath).standardOutput);
     } catch (const std::exception &) {
         // Dates are a nicety: without them the bookmarks are simply undated.
         return {};
@@ -26,7 +26,7 @@ QHash<QString, QDateTime> loadBookmarkDates(const QString &repositoryPath)
 
 QList<Bookmark> loadBookmarks(const QString &repositoryPath)
 {
-    const QByteArray output = runMercurial(mercurial::bookmarksCommand(), repositoryPath).standardOutput;
+    const QByteArray output = runMercurial(MercurialTool::bookmarksCommand(), repositoryPath).standardOutput;
     if (output.isEmpty())
         return {};
     return mercurial::parseBookmarks(output, loadBookmarkDates(repositoryPath));
@@ -38,18 +38,18 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
 {
     RepositorySnapshot snapshot;
     snapshot.files =
-        parseMercurialStatus(runMercurial(mercurial::statusCommand(), repositoryPath).standardOutput);
+        parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
     mercurial::markUnresolved(
         snapshot.files, mercurial::parseUnresolvedPaths(
-                            runMercurial(mercurial::unresolvedFilesCommand(), repositoryPath).standardOutput));
+                            runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput));
     snapshot.history =
-        mercurial::parseHistory(runMercurial(mercurial::historyCommand(), repositoryPath).standardOutput);
+        mercurial::parseHistory(runMercurial(MercurialTool::historyCommand(), repositoryPath).standardOutput);
     snapshot.bookmarks = loadBookmarks(repositoryPath);
     snapshot.branch = mercurial::parseCurrentBranch(
-        runMercurial(mercurial::currentBranchCommand(), repositoryPath).standardOutput);
+        runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);
     snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
     snapshot.paths =
-        mercurial::parsePaths(runMercurial(mercurial::pathsCommand(), repositoryPath).standardOutput);
+        mercurial::parsePaths(runMercurial(MercurialTool::pathsCommand(), repositoryPath).standardOutput);
     snapshot.defaultBranch = u"default"_s;
     snapshot.currentBranchIsPublished = true;
     return snapshot;

@@ -14,13 +14,6 @@
 // The steps both backends take the same way.
 namespace tillery {
 
-// Refuses a source or destination that would be read as an option.
-void refuseCloneArguments(const QString &source, const QString &destination);
-
-// Refuses a folder that would be read as an option, then makes it and its
-// parents; fails with PlatformFailure when it cannot.
-void makeRepositoryFolder(const QString &path);
-
 // The changeset's id, refused when it would be read as an option.
 const QString &checkedChangesetId(const Changeset &changeset);
 
@@ -29,10 +22,18 @@ const QString &checkedChangesetId(const Changeset &changeset);
 std::optional<QString> diffWithoutTool(const QString &repositoryPath, const WorkingFile &file,
                                        const CancellationCheck &isCancelled);
 
-QStringList pathsOf(const QList<WorkingFile> &files);
+// Each item as `toText` gives it; for example each path as a tool's argument.
+template <typename Item, typename ToText>
+QStringList mappedPaths(const QList<Item> &items, ToText toText)
+{
+    QStringList texts;
+    texts.reserve(items.size());
+    for (const Item &item : items)
+        texts.append(toText(item));
+    return texts;
+}
 
-// Each path as `argument` passes it to the tool.
-QStringList mappedPaths(const QStringList &paths, QString (*argument)(const QString &));
+QStringList pathsOf(const QList<WorkingFile> &files);
 
 // The name of the first active bookmark or branch.
 std::optional<QString> activeBookmarkName(const QList<Bookmark> &bookmarks);

@@ -1,68 +1,69 @@
-#include "mercurial/MercurialCommands.h"
+#include "mercurial/MercurialTool.h"
 
 #include "process/BackendSteps.h"
 #include "mercurial/MercurialFileArguments.h"
 
 using namespace Qt::StringLiterals;
+using tillery::mercurial::fileArgument;
 
-namespace tillery::mercurial {
+namespace tillery {
 
-ToolCommand statusCommand()
+ToolCommand MercurialTool::statusCommand()
 {
     return {{u"status"_s, u"-0"_s}, {0}};
 }
 
-ToolCommand unresolvedFilesCommand()
+ToolCommand MercurialTool::unresolvedFilesCommand()
 {
     return {{u"resolve"_s, u"--list"_s}, {0, 1}};
 }
 
-ToolCommand historyCommand()
+ToolCommand MercurialTool::historyCommand()
 {
     return {{u"log"_s, u"-l"_s, QString::number(historyLimit), u"-Tjson"_s}, {0}};
 }
 
-ToolCommand bookmarksCommand()
+ToolCommand MercurialTool::bookmarksCommand()
 {
     return {{u"bookmarks"_s, u"-Tjson"_s}, {0, 1}};
 }
 
-ToolCommand bookmarkDatesCommand()
+ToolCommand MercurialTool::bookmarkDatesCommand()
 {
     return {{u"log"_s, u"-r"_s, u"bookmark()"_s, u"-T"_s, u"{node}\t{date|hgdate}\n"_s}, {0, 1}};
 }
 
-ToolCommand currentBranchCommand()
+ToolCommand MercurialTool::currentBranchCommand()
 {
     return {{u"branch"_s}, {0}};
 }
 
-ToolCommand pathsCommand()
+ToolCommand MercurialTool::pathsCommand()
 {
     return {{u"paths"_s}, {0, 1}};
 }
 
-ToolCommand workingDiffCommand(const QString &path)
+ToolCommand MercurialTool::workingDiffCommand(const QString &path)
 {
     return {{u"diff"_s, u"--git"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand changesetFilesCommand(const QString &node)
+ToolCommand MercurialTool::changesetFilesCommand(const QString &node)
 {
     return {{u"status"_s, u"--change="_s + node, u"-0"_s}, {0}};
 }
 
-ToolCommand changesetDiffCommand(const QString &node, const QString &path)
+ToolCommand MercurialTool::changesetDiffCommand(const QString &node, const QString &path)
 {
     return {{u"diff"_s, u"--git"_s, u"--change="_s + node, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand fileContentsCommand(const QString &revision, const QString &path)
+ToolCommand MercurialTool::fileContentsCommand(const QString &revision, const QString &path)
 {
     return {{u"cat"_s, u"--rev="_s + revision, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand compareDiffCommand(const QString &target)
+ToolCommand MercurialTool::compareDiffCommand(const QString &target)
 {
     return {{u"diff"_s, u"--git"_s, u"--rev="_s + target, u"--rev=."_s}, {0}};
 }
@@ -76,7 +77,7 @@ QStringList fileArguments(const QStringList &paths)
 
 } // namespace
 
-ToolCommand commitCommand(const QStringList &files, const QString &message, const QString &userName)
+ToolCommand MercurialTool::commitCommand(const QStringList &files, const QString &message, const QString &userName)
 {
     QStringList arguments;
     if (!userName.trimmed().isEmpty())
@@ -87,85 +88,85 @@ ToolCommand commitCommand(const QStringList &files, const QString &message, cons
     return {arguments, {0}};
 }
 
-ToolCommand addCommand(const QStringList &files)
+ToolCommand MercurialTool::addCommand(const QStringList &files)
 {
     return {QStringList{u"add"_s, u"--"_s} + fileArguments(files), {0}};
 }
 
-ToolCommand revertCommand(const QStringList &files)
+ToolCommand MercurialTool::revertCommand(const QStringList &files)
 {
     return {QStringList{u"revert"_s, u"--no-backup"_s, u"--"_s} + fileArguments(files), {0}};
 }
 
-ToolCommand revertAllCommand()
+ToolCommand MercurialTool::revertAllCommand()
 {
     return {{u"revert"_s, u"--all"_s, u"--no-backup"_s}, {0}};
 }
 
-ToolCommand shelveCommand(const QString &name)
+ToolCommand MercurialTool::shelveCommand(const QString &name)
 {
     return {{u"--config=extensions.shelve="_s, u"shelve"_s, u"--name="_s + name}, {0}};
 }
 
-ToolCommand updateCommand(const QString &target)
+ToolCommand MercurialTool::switchCommand(const QString &target)
 {
     return {{u"update"_s, u"--rev="_s + target}, {0}};
 }
 
-ToolCommand mergeCommand(const QString &target)
+ToolCommand MercurialTool::mergeCommand(const QString &target)
 {
     return {{u"merge"_s, u"--rev="_s + target}, {0}};
 }
 
-ToolCommand rebaseCommand(const QString &destination)
+ToolCommand MercurialTool::rebaseCommand(const QString &destination)
 {
     // The rebase extension's option is "--dest"; hg knows no "--destination".
     return {{u"--config=extensions.rebase="_s, u"rebase"_s, u"--dest="_s + destination}, {0}};
 }
 
-ToolCommand createBookmarkCommand(const QString &name)
+ToolCommand MercurialTool::createBookmarkCommand(const QString &name)
 {
     return {{u"bookmark"_s, u"--"_s, name}, {0}};
 }
 
-ToolCommand renameBookmarkCommand(const QString &oldName, const QString &newName)
+ToolCommand MercurialTool::renameBookmarkCommand(const QString &oldName, const QString &newName)
 {
     return {{u"bookmark"_s, u"--rename="_s + oldName, u"--"_s, newName}, {0}};
 }
 
-ToolCommand deleteBookmarkCommand(const QString &name)
+ToolCommand MercurialTool::deleteBookmarkCommand(const QString &name)
 {
     return {{u"bookmark"_s, u"--delete"_s, u"--"_s, name}, {0}};
 }
 
-ToolCommand pullCommand()
+ToolCommand MercurialTool::fetchCommand()
 {
     return {{u"pull"_s}, {0}};
 }
 
-ToolCommand pullAndUpdateCommand()
+ToolCommand MercurialTool::pullCommand()
 {
     return {{u"pull"_s, u"--update"_s}, {0}};
 }
 
-ToolCommand pushCommand()
+ToolCommand MercurialTool::pushCommand()
 {
     return {{u"push"_s}, {0}};
 }
 
-ToolCommand cloneCommand(const QString &source, const QString &destination)
+ToolCommand MercurialTool::cloneCommand(const QString &source, const QString &destination)
 {
     return {{u"clone"_s, u"--"_s, source, destination}, {0}};
 }
 
-ToolCommand initCommand(const QString &path)
+ToolCommand MercurialTool::initCommand(const QString &path)
 {
     return {{u"init"_s, u"--"_s, path}, {0}};
 }
 
-ToolCommand storedDefaultPathCommand()
+ToolCommand MercurialTool::storedDefaultPathCommand()
 {
     return {{u"showconfig"_s, u"paths.default"_s}, {0, 1}};
 }
 
-} // namespace tillery::mercurial
+} // namespace tillery

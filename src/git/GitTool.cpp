@@ -1,11 +1,12 @@
-#include "git/GitCommands.h"
+#include "git/GitTool.h"
 
 #include "process/BackendSteps.h"
 #include "git/GitArguments.h"
 
 using namespace Qt::StringLiterals;
+using tillery::git::fileArgument;
 
-namespace tillery::git {
+namespace tillery {
 
 namespace {
 
@@ -19,23 +20,23 @@ QStringList diffArguments(const QString &command = u"diff"_s)
 
 } // namespace
 
-ToolCommand statusCommand()
+ToolCommand GitTool::statusCommand()
 {
     return {{u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s}, {0}};
 }
 
-ToolCommand filesystemMonitorScopeCommand()
+ToolCommand GitTool::filesystemMonitorScopeCommand()
 {
     return {{u"config"_s, u"--show-scope"_s, u"--get"_s, u"core.fsmonitor"_s}, {0, 1}};
 }
 
-ToolCommand withoutFilesystemMonitor(ToolCommand command)
+ToolCommand GitTool::withoutFilesystemMonitor(ToolCommand command)
 {
     command.arguments = QStringList{u"-c"_s, u"core.fsmonitor=false"_s} + command.arguments;
     return command;
 }
 
-ToolCommand localBranchesCommand()
+ToolCommand GitTool::localBranchesCommand()
 {
     return {{u"for-each-ref"_s,
              u"--format=%(refname:short)%09%(objectname)%09%(HEAD)%09%(committerdate:unix)%09"
@@ -44,27 +45,27 @@ ToolCommand localBranchesCommand()
             {0}};
 }
 
-ToolCommand remoteBranchesCommand()
+ToolCommand GitTool::remoteBranchesCommand()
 {
     return {{u"for-each-ref"_s, u"--format=%(refname)"_s, u"refs/remotes"_s}, {0}};
 }
 
-ToolCommand unpushedCountCommand(const QString &counterpart, const QString &branch)
+ToolCommand GitTool::unpushedCountCommand(const QString &counterpart, const QString &branch)
 {
     return {{u"rev-list"_s, u"--count"_s, counterpart + u"..refs/heads/"_s + branch}, {0}};
 }
 
-ToolCommand currentBranchCommand()
+ToolCommand GitTool::currentBranchCommand()
 {
     return {{u"symbolic-ref"_s, u"--quiet"_s, u"--short"_s, u"HEAD"_s}, {0, 1}};
 }
 
-ToolCommand verifyHeadCommand()
+ToolCommand GitTool::verifyHeadCommand()
 {
     return {{u"rev-parse"_s, u"--verify"_s, u"HEAD"_s}, {0, 128}};
 }
 
-ToolCommand historyCommand()
+ToolCommand GitTool::historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
              u"--format=/%H%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
@@ -72,57 +73,57 @@ ToolCommand historyCommand()
             {0}};
 }
 
-ToolCommand tagTargetsCommand()
+ToolCommand GitTool::tagTargetsCommand()
 {
     return {{u"for-each-ref"_s, u"--format=%(objectname)%09%(*objectname)%09%(refname:short)"_s,
              u"refs/tags"_s},
             {0}};
 }
 
-ToolCommand commitCountCommand()
+ToolCommand GitTool::commitCountCommand()
 {
     return {{u"rev-list"_s, u"--count"_s, u"--all"_s}, {0}};
 }
 
-ToolCommand remotesCommand()
+ToolCommand GitTool::remotesCommand()
 {
     return {{u"remote"_s}, {0}};
 }
 
-ToolCommand remoteUrlCommand(const QString &remote)
+ToolCommand GitTool::remoteUrlCommand(const QString &remote)
 {
     // A remote may be named "-x"; "--" keeps such a name from being read as an option.
     return {{u"remote"_s, u"get-url"_s, u"--"_s, remote}, {0}};
 }
 
-ToolCommand originHeadCommand()
+ToolCommand GitTool::originHeadCommand()
 {
     return {{u"symbolic-ref"_s, u"--quiet"_s, u"--short"_s, u"refs/remotes/origin/HEAD"_s}, {0, 1}};
 }
 
-ToolCommand upstreamCommand()
+ToolCommand GitTool::upstreamCommand()
 {
     return {{u"rev-parse"_s, u"--abbrev-ref"_s, u"--symbolic-full-name"_s, u"@{upstream}"_s}, {0, 128}};
 }
 
-ToolCommand workingDiffCommand(const QString &path)
+ToolCommand GitTool::workingDiffCommand(const QString &path)
 {
     return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand stagedDiffCommand(const QString &path)
+ToolCommand GitTool::stagedDiffCommand(const QString &path)
 {
     return {diffArguments() + QStringList{u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand commitFilesCommand(const QString &hash)
+ToolCommand GitTool::changesetFilesCommand(const QString &hash)
 {
     return {{u"diff-tree"_s, u"--root"_s, u"--no-commit-id"_s, u"--name-status"_s, u"--find-renames"_s,
              u"-r"_s, u"-z"_s, hash},
             {0}};
 }
 
-ToolCommand commitDiffCommand(const QString &hash, const QString &path)
+ToolCommand GitTool::changesetDiffCommand(const QString &hash, const QString &path)
 {
     return {diffArguments(u"show"_s)
                 + QStringList{u"--format="_s, u"--no-show-signature"_s, u"--find-renames"_s, hash, u"--"_s,
@@ -130,12 +131,12 @@ ToolCommand commitDiffCommand(const QString &hash, const QString &path)
             {0}};
 }
 
-ToolCommand fileContentsCommand(const QString &revision, const QString &path)
+ToolCommand GitTool::fileContentsCommand(const QString &revision, const QString &path)
 {
     return {{u"show"_s, revision + u':' + path}, {0}};
 }
 
-ToolCommand compareDiffCommand(const QString &branch)
+ToolCommand GitTool::compareDiffCommand(const QString &branch)
 {
     return {diffArguments() + QStringList{branch + u"...HEAD"_s}, {0}};
 }
@@ -149,12 +150,12 @@ QStringList fileArguments(const QStringList &paths)
 
 } // namespace
 
-ToolCommand addAllCommand(const QStringList &paths)
+ToolCommand GitTool::addAllCommand(const QStringList &paths)
 {
     return {QStringList{u"add"_s, u"-A"_s, u"--"_s} + fileArguments(paths), {0}};
 }
 
-ToolCommand commitCommand(const QStringList &paths, const QString &message, const std::optional<GitIdentity> &identity)
+ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message, const std::optional<git::GitIdentity> &identity)
 {
     QStringList arguments;
     if (identity)
@@ -163,113 +164,113 @@ ToolCommand commitCommand(const QStringList &paths, const QString &message, cons
     return {arguments, {0}};
 }
 
-ToolCommand trackedFilesCommand()
+ToolCommand GitTool::trackedFilesCommand()
 {
     return {{u"ls-tree"_s, u"-r"_s, u"-z"_s, u"--name-only"_s, u"HEAD"_s}, {0}};
 }
 
-ToolCommand restoreCommand(const QStringList &paths)
+ToolCommand GitTool::restoreCommand(const QStringList &paths)
 {
     return {QStringList{u"restore"_s, u"--source=HEAD"_s, u"--staged"_s, u"--worktree"_s, u"--"_s}
                 + fileArguments(paths),
             {0}};
 }
 
-ToolCommand forgetNewFilesCommand(const QStringList &paths)
+ToolCommand GitTool::forgetNewFilesCommand(const QStringList &paths)
 {
     return {QStringList{u"rm"_s, u"--cached"_s, u"--ignore-unmatch"_s, u"--"_s} + fileArguments(paths), {0}};
 }
 
-ToolCommand stashCommand(const QString &message)
+ToolCommand GitTool::stashCommand(const QString &message)
 {
     return {{u"stash"_s, u"push"_s, u"--include-untracked"_s, u"--message="_s + message}, {0}};
 }
 
-ToolCommand createBranchCommand(const QString &name)
+ToolCommand GitTool::createBookmarkCommand(const QString &name)
 {
     return {{u"checkout"_s, u"-b"_s, name}, {0}};
 }
 
-ToolCommand renameBranchCommand(const QString &oldName, const QString &newName)
+ToolCommand GitTool::renameBookmarkCommand(const QString &oldName, const QString &newName)
 {
     return {{u"branch"_s, u"-m"_s, oldName, newName}, {0}};
 }
 
-ToolCommand detachCommand()
+ToolCommand GitTool::detachCommand()
 {
     return {{u"checkout"_s, u"--detach"_s}, {0}};
 }
 
-ToolCommand deleteBranchCommand(const QString &name)
+ToolCommand GitTool::deleteBookmarkCommand(const QString &name)
 {
     return {{u"branch"_s, u"-D"_s, name}, {0}};
 }
 
-ToolCommand switchCommand(const QString &target)
+ToolCommand GitTool::switchCommand(const QString &target)
 {
     // The closing "--" makes the target a revision only: a name that is no
     // branch must fail rather than restore a file of that name.
     return {{u"checkout"_s, target, u"--"_s}, {0}};
 }
 
-ToolCommand mergeCommand(const QString &name)
+ToolCommand GitTool::mergeCommand(const QString &name)
 {
     return {{u"merge"_s, name}, {0}};
 }
 
-ToolCommand squashMergeCommand(const QString &name)
+ToolCommand GitTool::squashMergeCommand(const QString &name)
 {
     return {{u"merge"_s, u"--squash"_s, name}, {0}};
 }
 
-ToolCommand rebaseCommand(const QString &name)
+ToolCommand GitTool::rebaseCommand(const QString &name)
 {
     return {{u"rebase"_s, name}, {0}};
 }
 
-ToolCommand fetchCommand()
+ToolCommand GitTool::fetchCommand()
 {
     return {{u"fetch"_s, u"--all"_s, u"--prune"_s, u"--progress"_s}, {0}};
 }
 
-ToolCommand pullCommand()
+ToolCommand GitTool::pullCommand()
 {
     return {{u"pull"_s, u"--progress"_s}, {0}};
 }
 
-ToolCommand pushCommand()
+ToolCommand GitTool::pushCommand()
 {
     return {{u"push"_s, u"--progress"_s}, {0}};
 }
 
-ToolCommand publishCommand(const QString &branch)
+ToolCommand GitTool::publishCommand(const QString &branch)
 {
     return {{u"push"_s, u"--progress"_s, u"--set-upstream"_s, u"origin"_s, branch}, {0}};
 }
 
-ToolCommand cloneCommand(const QString &source, const QString &destination)
+ToolCommand GitTool::cloneCommand(const QString &source, const QString &destination)
 {
     return {{u"clone"_s, u"--progress"_s, source, destination}, {0}};
 }
 
-ToolCommand initCommand(const QString &path)
+ToolCommand GitTool::initCommand(const QString &path)
 {
     return {{u"init"_s, path}, {0}};
 }
 
-ToolCommand originUrlCommand()
+ToolCommand GitTool::originUrlCommand()
 {
     return {{u"config"_s, u"--get"_s, u"remote.origin.url"_s}, {0, 1}};
 }
 
-ToolCommand setOriginCommand(const QString &address)
+ToolCommand GitTool::setOriginCommand(const QString &address)
 {
     return {{u"remote"_s, u"set-url"_s, u"origin"_s, address}, {0}};
 }
 
-ToolCommand addOriginCommand(const QString &address)
+ToolCommand GitTool::addOriginCommand(const QString &address)
 {
     return {{u"remote"_s, u"add"_s, u"origin"_s, address}, {0}};
 }
 
-} // namespace tillery::git
+} // namespace tillery

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "process/RepositoryDetection.h"
+#include "process/ToolCommand.h"
+#include "process/ToolRunner.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace tillery {
+
+namespace git {
+
+// Who a commit names as its author.
+struct GitIdentity {
+    QString name;
+    QString email;
+    friend bool operator==(const GitIdentity &, const GitIdentity &) = default;
+};
+
+} // namespace git
+
+// Git as Tillery runs it: how a command runs, and the exact arguments of
+// every command.
+struct GitTool {
+    static CommandOutput run(const ToolCommand &command, const std::optional<QString> &directory,
+                             const RunControl &control = {})
+    {
+        return runGit(command, directory, control);
+    }
+    static QString root(const QString &path) { return gitRoot(path); }
+    // The working copy's parent, and a commit's first parent.
+    static QString workingParent() { return QStringLiteral("HEAD"); }
+    static QString firstParentOf(const QString &node) { return node + u'^'; }
+
+    static constexpr int historyLimit = 250;
+
+    // Snapshot queries.
+    static ToolCommand statusCommand();
+    // Where the core.fsmonitor setting in force comes from ("local\t<program>").
+    static ToolCommand filesystemMonitorScopeCommand();
+    // The command with the file-system monitor off: a repository's own
+    // configuration must not make every refresh run a program of its choosing.
+    static ToolCommand withoutFilesystemMonitor(ToolCommand command);
+    static ToolCommand localBranchesCommand();
+    static ToolCommand remoteBranchesCommand();
+    static ToolCommand unpushedCountCommand(const QString &counterpart, const QString &branch);
+    static ToolCommand currentBranchCommand();
+    static ToolCommand verifyHeadCommand();
+    static ToolCommand historyCommand();
+    static ToolCommand tagTargetsCommand();
+    static ToolCommand commitCountCommand();
+    static ToolCommand remotesCommand();
+    static ToolCommand remoteUrlCommand(const QString &remote);
+    static ToolCommand originHeadCommand();
+    static ToolCommand upstreamCommand();
+
+    // Diffs and contents. Revisions and branch names must have been checked
+    // with refuseOptionLike() first; paths go through fileArgument().
+    static ToolCommand workingDiffCommand(const QString &path);
+    static ToolCommand stagedDiffCommand(const QString &path);
+    static ToolCommand changesetFilesCommand(const QString &hash);
+    static ToolCommand changesetDiffCommand(const QString &hash, const QString &path);
+    static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
+    static ToolCommand compareDiffCommand(const QString &branch);
+
+    // Operations. Names must have been checked with refuseOptionLike() first;
+    // paths are made safe here. The commands that talk to a remote ask for
+    // "--progress", which git otherwise writes only to a terminal.
+    static ToolCommand addAllCommand(const QStringList &paths);
+    static ToolCommand commitCommand(const QStringList &paths, const QString &message, const std::optional<git::GitIdentity> &identity);
+    static ToolCommand trackedFilesCommand();
+    static ToolCommand restoreCommand(const QStringList &paths);
+    static ToolCommand forgetNewFilesCommand(const QStringList &paths);
+    static ToolCommand stashCommand(const QString &message);
+    static ToolCommand createBookmarkCommand(const QString &name);
+    static ToolCommand renameBookmarkCommand(const QString &oldName, const QString &newName);
+    static ToolCommand detachCommand();
+    static ToolCommand deleteBookmarkCommand(const QString &name);
+    static ToolCommand switchCommand(const QString &target);
+    static ToolCommand mergeCommand(const QString &name);
+    static ToolCommand squashMergeCommand(const QString &name);
+    static ToolCommand rebaseCommand(const QString &name);
+    static ToolCommand fetchCommand();
+    static ToolCommand pullCommand();
+    static ToolCommand pushCommand();
+    static ToolCommand publishCommand(const QString &branch);
+    static ToolCommand cloneCommand(const QString &source, const QString &destination);
+    static ToolCommand initCommand(const QString &path);
+    static ToolCommand originUrlCommand();
+    static ToolCommand setOriginCommand(const QString &address);
+    static ToolCommand addOriginCommand(const QString &address);
+};
+
+} // namespace tillery

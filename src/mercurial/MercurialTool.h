@@ -1,0 +1,68 @@
+#pragma once
+
+#include "process/RepositoryDetection.h"
+#include "process/ToolCommand.h"
+#include "process/ToolRunner.h"
+
+#include <QStringList>
+
+namespace tillery {
+
+// Mercurial as Tillery runs it: how a command runs, and the exact arguments
+// of every command.
+struct MercurialTool {
+    static CommandOutput run(const ToolCommand &command, const std::optional<QString> &directory,
+                             const RunControl &control = {})
+    {
+        return runMercurial(command, directory, control);
+    }
+    static QString root(const QString &path) { return mercurialRoot(path); }
+    // The working copy's parent, and a changeset's first parent.
+    static QString workingParent() { return QStringLiteral("."); }
+    static QString firstParentOf(const QString &node) { return QStringLiteral("p1(") + node + u')'; }
+
+    // The queries of a snapshot load, in the order they run.
+    static constexpr int historyLimit = 250;
+
+    static ToolCommand statusCommand();
+    static ToolCommand unresolvedFilesCommand();
+    static ToolCommand historyCommand();
+    static ToolCommand bookmarksCommand();
+    static ToolCommand bookmarkDatesCommand();
+    static ToolCommand currentBranchCommand();
+    static ToolCommand pathsCommand();
+
+    // Every value travels as one "--option=value" argument or after "--", so
+    // that (with hg's strict option parsing) no name, revision or message is
+    // ever read as an option.
+
+    // Diffs and contents. Nodes and revisions must have been checked with
+    // refuseOptionLike() first; file arguments are made safe with fileArgument().
+    static ToolCommand workingDiffCommand(const QString &path);
+    static ToolCommand changesetFilesCommand(const QString &node);
+    static ToolCommand changesetDiffCommand(const QString &node, const QString &path);
+    static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
+    static ToolCommand compareDiffCommand(const QString &target);
+
+    // Operations. Names must have been checked with refuseOptionLike() first;
+    // file arguments are made safe here.
+    static ToolCommand commitCommand(const QStringList &files, const QString &message, const QString &userName);
+    static ToolCommand addCommand(const QStringList &files);
+    static ToolCommand revertCommand(const QStringList &files);
+    static ToolCommand revertAllCommand();
+    static ToolCommand shelveCommand(const QString &name);
+    static ToolCommand switchCommand(const QString &target);
+    static ToolCommand mergeCommand(const QString &target);
+    static ToolCommand rebaseCommand(const QString &destination);
+    static ToolCommand createBookmarkCommand(const QString &name);
+    static ToolCommand renameBookmarkCommand(const QString &oldName, const QString &newName);
+    static ToolCommand deleteBookmarkCommand(const QString &name);
+    static ToolCommand fetchCommand();
+    static ToolCommand pullCommand();
+    static ToolCommand pushCommand();
+    static ToolCommand cloneCommand(const QString &source, const QString &destination);
+    static ToolCommand initCommand(const QString &path);
+    static ToolCommand storedDefaultPathCommand();
+};
+
+} // namespace tillery

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "process/BackendSteps.h"
+#include "process/Failure.h"
+#include "process/OptionLike.h"
+#include "process/VersionControl.h"
+#include "records/TextDecoding.h"
+
+#include <QDir>
+
+namespace tillery {
+
+// The recipes both backends follow, written once over a tool: `Tool` says how
+// a command runs (run, root) and what each command's arguments are. A backend
+// derives from it and adds what its kind does its own way.
+template <typename Tool>
+class ToolBackend : public VersionControl {
+public:
+    QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
+                        const CancellationCheck &isCancelled) const override
+    {
+        if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
+            return *diff;
+        return trackedFileDiff(repositoryPath, file.path, RunControl{isCancelled, {}});
+    }
+
+    QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
+                          const CancellationCheck &isCancelled) const override
+    {
+        return text(Tool::changesetDiffCommand(checkedChangesetId(changeset), path), repositoryPath,
+                    RunControl{isCancelled, {}});
+    }
+
+    QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,
+                            const WorkingFile &file) const override
+    {
+        const QString &node = checkedChangesetId(changeset);
+        const QString revision = file.state == FileState::removed ? Tool::firstParentOf(node) : node;
+        return outputOf(Tool::fileContentsCommand(revision, file.path), repositoryPath);
+    }
+
+    QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
+    {
+        return outputOf(Tool::fileContentsCommand(Tool::workingParent(), path), repositoryPath);
+    }
+
+    QString compareDiff(const QString &repositoryPath, const QString &target) const override
+    {
+        refuseName(target);
+        return text(Tool::compareDiffCommand(target), repositoryPath);
+    }
+
+    void createBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        runNamed(Tool::createBookmarkCommand, name, repositoryPath);
+    }
+
+    void renameBookmark(const QString &repositoryPath, const QString &oldName, const QString &newName) const override
+    {
+        refuseName(oldName);
+        refuseName(newName);
+        Tool::run(Tool::renameBookmarkCommand(oldName, newName), repositoryPath);
+    }
+
+    void deleteBookmark(const QString &repositoryPath, const QString &name) const override
+    {
+        runNamed(Tool::deleteBookmarkCommand, name, repositoryPath);
+    }
+
+    void switchTo(const QString &repositoryPath, const QString &target) const override
+    {
+        runNamed(Tool::switchCommand, target, repositoryPath);
+    }
+
+    void merge(const QString &repositoryPath, const QString &target) const override
+    {
+        runNamed(Tool::mergeCommand, target, repositoryPath);
+    }
+
+    void rebase(const QString &repositoryPath, const QString &destination) const override
+    {
+        runNamed(Tool::rebaseCommand, destination, repositoryPath);
+    }
+
+    void fetch(const QString &repositoryPath, const RunControl &control) const override
+    {
+        Tool::run(Tool::fetchCommand(), repositoryPath, control);
+    }
+
+    void pull(const QString &repositoryPath, const RunControl &control) const override
+    {
+        Tool::run(Tool::pullCommand(), repositoryPath, control);
+    }
+
+    void clone(const QString &source, const QString &destination, const RunControl &control) const override
+    {
+        refuseOptionLike(source, QStringLiteral("a clone source"));
+        refuseOptionLike(destination, QStringLiteral("a clone destination"));
+        Tool::run(Tool::cloneCommand(source, destination), std::nullopt, control);
+    }
+
+    Repository createRepository(const QString &path) const override
+    {
+        refuseOptionLike(path, QStringLiteral("a repository folder"));
+        if (!QDir().mkpath(path))
+            throw PlatformFailure(QStringLiteral("The folder %1 could not be created.").arg(path));
+        Tool::run(Tool::initCommand(path), std::nullopt);
+        return Repository{Tool::root(path), kind()};
+    }
+
+protected:
+    // The diff of a file the tool tracks.
+    virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path,
+                                    const RunControl &control) const
+    {
+        return text(Tool::workingDiffCommand(path), repositoryPath, control);
+    }
+
+    QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath,
+                        const RunControl &control = {}) const
+    {
+        return Tool::run(command, repositoryPath, control).standardOutput;
+    }
+
+    // What the command prints, as text; empty when it is not UTF-8.
+    QString text(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {}) const
+    {
+        return decodeUtf8OrEmpty(outputOf(command, repositoryPath, control));
+    }
+
+    // A bookmark or branch name that would be read as an option is refused.
+    void refuseName(const QString &name) const
+    {
+        refuseOptionLike(name, QStringLiteral("a ") + traits().bookmark + QStringLiteral(" name"));
+    }
+
+    void runNamed(ToolCommand (*command)(const QString &), const QString &name, const QString &repositoryPath) const
+    {
+        refuseName(name);
+        Tool::run(command(name), repositoryPath);
+    }
+};
+
+} // namespace tillery
