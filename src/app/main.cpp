@@ -1,20 +1,14 @@
-#include "app/DemoRepositories.h"
-#include "app/Screenshots.h"
 #include "app/TerminationSignal.h"
-#include "model/AppModel.h"
-#include "ui/DesktopServices.h"
+#include "ui/ApplicationScene.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
 #include "ui/ReadableIndicatorStyle.h"
 #include "ui/Screenshot.h"
-#include "ui/ViewSettings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
-#include <QSettings>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QTimer>
 #include <QWindow>
@@ -94,35 +88,16 @@ int main(int argc, char *argv[])
     QApplication::setStyle(new ReadableIndicatorStyle(QApplication::style()->name()));
 
     // The person's own settings, or for a demonstration a set of its own.
-    std::unique_ptr<QTemporaryDir> demoFolder;
-    std::unique_ptr<QSettings> settings;
-    QList<Repository> demoRepositories;
-    QString iconFolder = AppModelServices::defaultIconFolder();
-    if (parser.isSet(demoOption)) {
-        demoFolder = std::make_unique<QTemporaryDir>(QDir::tempPath() + u"/tillery-demo-XXXXXX"_s);
-        settings = std::make_unique<QSettings>(demoFolder->filePath(u"settings.ini"_s), QSettings::IniFormat);
-        iconFolder = demoFolder->filePath(u"Repository Icons"_s);
-        try {
-            demoRepositories = makeDemoRepositories(demoFolder->path());
-        } catch (const std::exception &failure) {
-            QTextStream(stderr) << "The sample repositories could not be made: " << failure.what() << "\n";
-            return 1;
-        }
-        ModelSettings demo(*settings);
-        demo.setRepositories(demoRepositories);
-        demo.setLastSelectedRepository(demoRepositories.first().path);
-    } else {
-        settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Tillery"_s,
-                                               u"Tillery"_s);
+    std::unique_ptr<ApplicationScene> scene;
+    try {
+        scene = std::make_unique<ApplicationScene>(parser.isSet(demoOption));
+    } catch (const std::exception &failure) {
+        QTextStream(stderr) << "The sample repositories could not be made: " << failure.what() << "\n";
+        return 1;
     }
-
-    DialogPrompts prompts;
-    PlatformDesktop desktop;
-    AppModel model({*settings, prompts, desktop, iconFolder});
-    ViewSettings viewSettings(*settings);
-    MainWindow window(model, viewSettings);
-    prompts.setWindow(&window);
-    model.start();
+    MainWindow &window = scene->window();
+    const QList<Repository> &demoRepositories = scene->demoRepositories();
+    scene->start();
     if (parser.isSet(repositoryOption)) {
         const QString folder = QDir::current().absoluteFilePath(parser.value(repositoryOption));
         if (!QFileInfo(folder).isDir()) {
@@ -130,7 +105,7 @@ int main(int argc, char *argv[])
                                 << ": there is no such folder.\n";
             return 1;
         }
-        model.addRepositories({QUrl::fromLocalFile(folder)});
+        scene->openRepository(folder);
     }
 
     if (parser.isSet(tourOption)) {
@@ -138,8 +113,7 @@ int main(int argc, char *argv[])
             QTextStream(stderr) << "--screenshot-tour needs --demo.\n";
             return 2;
         }
-        const QStringList pictures =
-            takeScreenshotTour(window, model, demoRepositories, QDir::current().absoluteFilePath(parser.value(tourOption)));
+        const QStringList pictures = scene->takeTour(QDir::current().absoluteFilePath(parser.value(tourOption)));
         for (const QString &path : pictures)
             out << "Wrote " << path << "\n";
         return pictures.isEmpty() ? 1 : 0;
@@ -160,28 +134,26 @@ int main(int argc, char *argv[])
     window.show();
     QStringList written;
     const auto take = [&](const QString &path) {
-        waitUntilIdle(model);
+        scene->waitUntilIdle();
         if (saveScreenshot(window, path))
             written.append(path);
     };
     if (!demoRepositories.isEmpty() && parser.value(screenshotOption).isEmpty()) {
         for (const Repository &repository : std::as_const(demoRepositories)) {
-            model.select(repository);
+            scene->select(repository);
             const QString file = parser.isSet(fileOption) ? parser.value(fileOption) : u"src/main.c"_s;
-            showPage(model, parser.value(tabOption), file);
-            const QString kind = repository.kind == RepositoryKind::git ? u"git"_s : u"mercurial"_s;
-            take(QDir::current().absoluteFilePath(u"tillery-demo-"_s + kind + u".png"_s));
+            scene->showPage(parser.value(tabOption), file);
+            take(QDir::current().absoluteFilePath(u"tillery-demo-"_s + rawValue(repository.kind) + u".png"_s));
         }
     } else {
-        waitUntilIdle(model);
+        scene->waitUntilIdle();
         // A picture of the start page is no picture of the repository asked for.
-        if (const std::optional<PresentedError> &error = model.activityState().presentedError();
-            error && parser.isSet(repositoryOption)) {
-            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption) << ": "
-                                << error->message << "\n";
+        if (const std::optional<QString> error = scene->presentedError(); error && parser.isSet(repositoryOption)) {
+            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption) << ": " << *error
+                                << "\n";
             return 1;
         }
-        showPage(model, parser.value(tabOption), parser.value(fileOption));
+        scene->showPage(parser.value(tabOption), parser.value(fileOption));
         take(QDir::current().absoluteFilePath(screenshot));
     }
     if (written.isEmpty()) {

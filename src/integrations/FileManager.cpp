@@ -37,14 +37,4 @@ bool revealInFileManager(const QString &path)
 #endif
 }
 
-QString fileManagerLabel(const QString &macLabel)
-{
-#ifdef Q_OS_MACOS
-    return macLabel;
-#else
-    Q_UNUSED(macLabel);
-    return u"Show in File Manager"_s;
-#endif
-}
-
 } // namespace tillery

@@ -11,8 +11,4 @@ namespace tillery {
 // when nothing could be shown.
 bool revealInFileManager(const QString &path);
 
-// A menu label that names the file manager: as written for macOS ("Reveal in
-// Finder"), "Show in File Manager" elsewhere.
-QString fileManagerLabel(const QString &macLabel);
-
 } // namespace tillery

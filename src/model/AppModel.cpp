@@ -1,5 +1,7 @@
 #include "model/AppModel.h"
 
+#include "integrations/IgnoreFile.h"
+#include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 
 #include <QDir>
@@ -47,6 +49,18 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_branches(m_context)
     , m_open(m_context)
 {
+}
+
+QString AppModel::ignoreFileName() const
+{
+    return tillery::ignoreFileName(traits().kind);
+}
+
+QString AppModel::shownRemoteAddress() const
+{
+    if (!m_workspace->selectedRepository())
+        return QString();
+    return withPasswordsMasked(m_workspace->snapshot().paths.value(traits().remoteName));
 }
 
 const KindTraits &AppModel::traits() const

@@ -64,6 +64,10 @@ public:
     // The words and commands of the selected repository's kind (Mercurial's
     // while none is selected).
     const KindTraits &traits() const;
+    // The selected repository's ignore file (".hgignore" or ".gitignore").
+    QString ignoreFileName() const;
+    // The address of the remote Pull and Push use, its password masked.
+    QString shownRemoteAddress() const;
     // How many pieces of background work are running now.
     int runningBackgroundWork() const { return m_pool.threads()->activeThreadCount(); }
 

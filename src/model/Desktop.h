@@ -23,4 +23,8 @@ public:
     virtual void copyToClipboard(const QString &text) = 0;
 };
 
+// A menu label that names the file manager: as written for macOS ("Reveal in
+// Finder"), "Show in File Manager" elsewhere.
+QString fileManagerLabel(const QString &macLabel);
+
 } // namespace tillery

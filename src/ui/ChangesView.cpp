@@ -1,7 +1,6 @@
 #include "ui/ChangesView.h"
 
-#include "integrations/FileManager.h"
-#include "integrations/IgnoreFile.h"
+#include "model/Desktop.h"
 #include "model/AppModel.h"
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
@@ -205,7 +204,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     QSet<WorkingFile> targets{clicked};
     if (selection.contains(clicked))
         targets = selection;
-    const QString ignoreFile = ignoreFileName(repository->kind);
+    const QString ignoreFile = m_model.ignoreFileName();
     const QString absolute = repository->path + u'/' + clicked.path;
 
     const QString discardLabel = targets.size() == 1 ? u"Discard Changes"_s

@@ -25,12 +25,6 @@ class CloneSheet final : public QDialog {
 public:
     explicit CloneSheet(AppModel &model, QWidget *parent = nullptr);
 
-    static RepositoryKind guessKind(const QString &address);
-    // The folder name a clone of the address gets: its last part, less ".git".
-    static QString folderName(const QString &address);
-    // Why a clone of `address` into `parentFolder`/`name` cannot start; empty when it can.
-    static QString problem(const QString &address, const QString &parentFolder, const QString &name);
-
     QLineEdit *source() const { return m_source; }
     QLineEdit *parentFolder() const { return m_parent; }
     QLineEdit *name() const { return m_name; }

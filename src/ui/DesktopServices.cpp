@@ -1,21 +1,16 @@
 #include "ui/DesktopServices.h"
 
-#include "integrations/FileManager.h"
 #include "ui/ShownText.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QComboBox>
-#include <QDesktopServices>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QUrl>
 #include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
@@ -120,29 +115,6 @@ std::optional<QString> DialogPrompts::chooseFolder(const FolderRequest &request)
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().first();
-}
-
-void PlatformDesktop::open(const QString &path)
-{
-    QDesktopServices::openUrl(QUrl::fromLocalFile(path));
-}
-
-void PlatformDesktop::reveal(const QString &path)
-{
-    revealInFileManager(path);
-}
-
-std::optional<QString> PlatformDesktop::moveToTrash(const QString &path)
-{
-    QFile file(path);
-    if (file.moveToTrash())
-        return std::nullopt;
-    return u"%1 could not be moved to the Trash, so it was left where it was: %2"_s.arg(path, file.errorString());
-}
-
-void PlatformDesktop::copyToClipboard(const QString &text)
-{
-    QApplication::clipboard()->setText(text);
 }
 
 } // namespace tillery

@@ -1,10 +1,5 @@
 #include "ui/IntegrationsSettings.h"
 
-#include "integrations/EditorArguments.h"
-#include "integrations/EditorLaunch.h"
-#include "integrations/ExternalEditor.h"
-#include "integrations/TerminalApplication.h"
-#include "integrations/TerminalLaunch.h"
 #include "model/AppModel.h"
 #include "ui/SheetParts.h"
 
@@ -34,10 +29,9 @@ QString startFolderForEditors()
 
 } // namespace
 
-IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplications applications, QWidget *parent)
+IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
     : QWidget(parent)
     , m_model(model)
-    , m_applications(std::move(applications))
     , m_editor(new QComboBox)
     , m_otherFields(new QWidget)
     , m_path(new QLineEdit)
@@ -76,14 +70,11 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
         store();
     });
 
-    const QList<TerminalApplication> installed = installedTerminals(m_applications);
-    const TerminalApplication current = resolveTerminal(model.settings().defaultTerminalIdentifier(), installed);
-    for (const TerminalApplication terminal : installed)
-        m_terminal->addItem(displayName(terminal), identifier(terminal));
-    if (installed.isEmpty())
-        m_terminal->addItem(displayName(current) + u" (not installed)"_s, identifier(current));
-    m_terminal->setCurrentIndex(std::max(0, m_terminal->findData(identifier(current))));
-    m_terminal->setEnabled(!installed.isEmpty());
+    const std::optional<QString> storedTerminal = model.settings().defaultTerminalIdentifier();
+    for (const ApplicationOption &terminal : m_choices.terminalOptions(storedTerminal))
+        m_terminal->addItem(terminal.label, terminal.value);
+    m_terminal->setCurrentIndex(std::max(0, m_terminal->findData(m_choices.chosenTerminal(storedTerminal))));
+    m_terminal->setEnabled(m_choices.hasInstalledTerminal());
     m_terminal->setAccessibleName(u"Terminal"_s);
     connect(m_terminal, &QComboBox::activated, this,
             [this] { m_model.setDefaultTerminal(m_terminal->currentData().toString()); });
@@ -104,7 +95,7 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
     form->addRow(m_otherFields);
     form->addRow(u""_s, m_problem);
     form->addRow(u"Terminal:"_s, m_terminal);
-    form->addRow(u""_s, secondaryLabel(terminalChoiceCaption()));
+    form->addRow(u""_s, secondaryLabel(IntegrationChoices::terminalCaption()));
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addStretch();
@@ -115,24 +106,15 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, InstalledApplication
 void IntegrationsSettings::fillEditors()
 {
     const EditorChoice choice = m_model.settings().editorChoice();
-    const ExternalEditor current = chosenEditor(choice, m_applications);
-    const QList<ExternalEditor> installed = installedEditors(m_applications);
     m_editor->clear();
-    for (const ExternalEditor editor : platformExternalEditors()) {
-        if (editor == ExternalEditor::other)
-            continue;
-        if (installed.contains(editor))
-            m_editor->addItem(displayName(editor), rawValue(editor));
-        else if (editor == current)
-            m_editor->addItem(displayName(editor) + u" (not installed)"_s, rawValue(editor));
-    }
-    m_editor->addItem(u"Other Application…"_s, rawValue(ExternalEditor::other));
-    m_editor->setCurrentIndex(std::max(0, m_editor->findData(rawValue(current))));
+    for (const ApplicationOption &editor : m_choices.editorOptions(choice))
+        m_editor->addItem(editor.label, editor.value);
+    m_editor->setCurrentIndex(std::max(0, m_editor->findData(m_choices.chosenEditor(choice))));
 }
 
 void IntegrationsSettings::showOtherFields()
 {
-    m_otherFields->setVisible(m_editor->currentData().toString() == rawValue(ExternalEditor::other));
+    m_otherFields->setVisible(m_editor->currentData().toString() == IntegrationChoices::otherEditor());
 }
 
 void IntegrationsSettings::store()
@@ -143,23 +125,23 @@ void IntegrationsSettings::store()
 
 bool IntegrationsSettings::takeEditorPath(const QString &path)
 {
-    if (const std::optional<QString> problem = editorPathProblem(path)) {
+    if (const std::optional<QString> problem = IntegrationChoices::editorPathProblem(path)) {
         m_problem->setProblem(*problem);
         m_path->setText(m_model.settings().editorPath());
         return false;
     }
     m_path->setText(path);
-    m_editor->setCurrentIndex(m_editor->findData(rawValue(ExternalEditor::other)));
+    m_editor->setCurrentIndex(m_editor->findData(IntegrationChoices::otherEditor()));
     showOtherFields();
-    m_model.setEditorChoice(EditorChoice{rawValue(ExternalEditor::other), path, m_arguments->text()});
+    m_model.setEditorChoice(EditorChoice{IntegrationChoices::otherEditor(), path, m_arguments->text()});
     checkArguments();
     return true;
 }
 
 void IntegrationsSettings::checkArguments()
 {
-    const bool other = m_editor->currentData().toString() == rawValue(ExternalEditor::other);
-    const std::optional<QString> problem = other ? ExternalEditorArguments::validate(m_arguments->text()) : std::nullopt;
+    const bool other = m_editor->currentData().toString() == IntegrationChoices::otherEditor();
+    const std::optional<QString> problem = other ? IntegrationChoices::editorArgumentsProblem(m_arguments->text()) : std::nullopt;
     m_problem->setProblem(problem.value_or(QString()));
 }
 

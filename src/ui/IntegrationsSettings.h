@@ -1,6 +1,6 @@
 #pragma once
 
-#include "integrations/InstalledApplications.h"
+#include "model/IntegrationChoices.h"
 
 #include <QWidget>
 
@@ -22,7 +22,7 @@ class IntegrationsSettings final : public QWidget {
     Q_OBJECT
 
 public:
-    IntegrationsSettings(AppModel &model, InstalledApplications applications, QWidget *parent = nullptr);
+    explicit IntegrationsSettings(AppModel &model, QWidget *parent = nullptr);
 
     QComboBox *editor() const { return m_editor; }
     QLineEdit *editorPath() const { return m_path; }
@@ -40,7 +40,7 @@ private:
     void checkArguments();
 
     AppModel &m_model;
-    InstalledApplications m_applications;
+    IntegrationChoices m_choices;
     QComboBox *m_editor;
     QWidget *m_otherFields;
     QLineEdit *m_path;

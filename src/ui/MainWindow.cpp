@@ -2,7 +2,7 @@
 
 #include "ui/TextFieldKeys.h"
 
-#include "integrations/FileManager.h"
+#include "model/Desktop.h"
 #include "model/AppModel.h"
 #include "ui/RepositoryWorkspace.h"
 #include "ui/AboutSheet.h"

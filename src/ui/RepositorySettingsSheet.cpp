@@ -1,7 +1,6 @@
 #include "ui/RepositorySettingsSheet.h"
 
 #include "model/AppModel.h"
-#include "process/RemoteAddress.h"
 #include "ui/IconWell.h"
 #include "ui/Icons.h"
 #include "ui/SheetParts.h"
@@ -22,9 +21,7 @@ namespace tillery {
 
 QString RepositorySettingsSheet::shownAddress(const AppModel &model)
 {
-    if (!model.workspace().selectedRepository())
-        return QString();
-    return withPasswordsMasked(model.workspace().snapshot().paths.value(model.traits().remoteName));
+    return model.shownRemoteAddress();
 }
 
 RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *parent)

@@ -18,7 +18,7 @@ SettingsWindow::SettingsWindow(AppModel &model, ViewSettings &settings, QWidget 
     , m_tabs(new QTabWidget)
     , m_general(new GeneralSettings(model))
     , m_appearance(new AppearanceSettings(settings))
-    , m_integrations(new IntegrationsSettings(model, InstalledApplications::system()))
+    , m_integrations(new IntegrationsSettings(model))
 {
     setWindowTitle(u"Settings"_s);
     m_tabs->addTab(m_general, symbolIcon(u"person"_s), u"General"_s);

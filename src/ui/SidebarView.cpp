@@ -1,6 +1,6 @@
 #include "ui/SidebarView.h"
 
-#include "integrations/FileManager.h"
+#include "model/Desktop.h"
 #include "model/AppModel.h"
 #include "ui/ActivityRow.h"
 #include "ui/Icons.h"

@@ -1,6 +1,7 @@
 #include "RecordPrinting.h"
 
 #include "model/BranchNames.h"
+#include "model/CloneRequest.h"
 #include "model/VersionControl.h"
 #include "ui/ChangesetText.h"
 #include "ui/CloneSheet.h"
@@ -218,8 +219,8 @@ private Q_SLOTS:
         QFETCH(QString, address);
         QFETCH(RepositoryKind, kind);
         QFETCH(QString, folder);
-        QCOMPARE(CloneSheet::guessKind(address), kind);
-        QCOMPARE(CloneSheet::folderName(address), folder);
+        QCOMPARE(guessCloneKind(address), kind);
+        QCOMPARE(cloneFolderName(address), folder);
     }
 
     void cloneProblems()
@@ -227,16 +228,16 @@ private Q_SLOTS:
         QTemporaryDir parent;
         QDir(parent.path()).mkdir(u"taken"_s);
         const QString address = u"https://example.com/chart"_s;
-        QCOMPARE(CloneSheet::problem(address, parent.path(), u"chart"_s), QString());
-        QCOMPARE(CloneSheet::problem(u"  "_s, parent.path(), u"chart"_s),
+        QCOMPARE(cloneProblem(address, parent.path(), u"chart"_s), QString());
+        QCOMPARE(cloneProblem(u"  "_s, parent.path(), u"chart"_s),
                  u"Enter the address of the repository to clone."_s);
-        QCOMPARE(CloneSheet::problem(u"--upload-pack=touch x"_s, parent.path(), u"chart"_s),
+        QCOMPARE(cloneProblem(u"--upload-pack=touch x"_s, parent.path(), u"chart"_s),
                  u"The address cannot begin with “-” or hold a line break."_s);
-        QCOMPARE(CloneSheet::problem(address, parent.filePath(u"missing"_s), u"chart"_s),
+        QCOMPARE(cloneProblem(address, parent.filePath(u"missing"_s), u"chart"_s),
                  u"Choose an existing folder to clone into."_s);
-        QCOMPARE(CloneSheet::problem(address, parent.path(), u"../chart"_s),
+        QCOMPARE(cloneProblem(address, parent.path(), u"../chart"_s),
                  u"The folder name cannot contain “/” or be “.” or “..”."_s);
-        QCOMPARE(CloneSheet::problem(address, parent.path(), u"taken"_s), u"“taken” already exists in that folder."_s);
+        QCOMPARE(cloneProblem(address, parent.path(), u"taken"_s), u"“taken” already exists in that folder."_s);
     }
 };
 

@@ -1,4 +1,4 @@
-#include "app/DemoRepositories.h"
+#include "model/DemoRepositories.h"
 
 #include "process/ToolRunner.h"
 

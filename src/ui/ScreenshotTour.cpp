@@ -1,4 +1,4 @@
-#include "app/Screenshots.h"
+#include "ui/ScreenshotTour.h"
 
 #include "model/AppModel.h"
 #include "ui/MainWindow.h"
@@ -61,11 +61,6 @@ struct SheetPicture {
     Workspace::Sheet sheet;
 };
 
-QString kindName(RepositoryKind kind)
-{
-    return kind == RepositoryKind::git ? u"git"_s : u"mercurial"_s;
-}
-
 } // namespace
 
 QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<Repository> &repositories,
@@ -88,7 +83,7 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
             waitUntilIdle(model);
             for (const QString &tab : {u"changes"_s, u"history"_s}) {
                 showPage(model, tab, tab == u"changes" ? u"src/main.c"_s : QString());
-                save(window, scheme + kindName(repository.kind) + u'-' + tab);
+                save(window, scheme + rawValue(repository.kind) + u'-' + tab);
             }
         }
         for (const SheetPicture &picture : {SheetPicture{u"clone"_s, Workspace::Sheet::clone},

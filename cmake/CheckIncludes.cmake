@@ -1,0 +1,21 @@
+# Fails when a source file includes a header of a module that its own module
+# may not use. Run as a script:
+#   cmake -DMODULE=ui -DALLOWED="model|diff|records" -DSTAMP=file -DSOURCES="a.cpp|b.h" -P CheckIncludes.cmake
+cmake_minimum_required(VERSION 3.25)
+string(REPLACE "|" ";" ALLOWED "${ALLOWED}")
+string(REPLACE "|" ";" SOURCES "${SOURCES}")
+set(problems "")
+foreach(source IN LISTS SOURCES)
+  file(STRINGS "${source}" includes REGEX "^#include \"[a-z]+/")
+  foreach(line IN LISTS includes)
+    string(REGEX MATCH "^#include \"([a-z]+)/" _ "${line}")
+    set(used "${CMAKE_MATCH_1}")
+    if(NOT used STREQUAL MODULE AND NOT used IN_LIST ALLOWED)
+      string(APPEND problems "\n  ${source}: ${line}")
+    endif()
+  endforeach()
+endforeach()
+if(problems)
+  message(FATAL_ERROR "${MODULE} may use only ${ALLOWED}:${problems}")
+endif()
+file(TOUCH "${STAMP}")
