@@ -4,6 +4,7 @@
 #include "ui/Palettes.h"
 #include "ui/ReadableIndicatorStyle.h"
 #include "ui/Screenshot.h"
+#include "ui/Translations.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -56,6 +57,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationVersion(QStringLiteral(TILLERY_VERSION));
     QApplication::setWindowIcon(QIcon(u":/icons/icons/network.svg"_s));
     quitOnTerminationSignals();
+    installTranslations();
 
     QCommandLineParser parser;
     parser.setApplicationDescription(u"A desktop client for Mercurial and Git repositories."_s);

@@ -89,7 +89,7 @@ void CommitBox::update()
     const QSet<QString> &paths = m_model.diffSelection().selectedFilePaths();
     for (const WorkingFile &file : m_model.workspace().snapshot().files)
         marked += paths.contains(file.path) ? 1 : 0;
-    m_commit->setText(u"Commit %1 %2"_s.arg(marked).arg(marked == 1 ? u"File"_s : u"Files"_s));
+    m_commit->setText(tr("Commit %n File(s)", nullptr, static_cast<int>(marked)));
     m_commit->setEnabled(m_model.canCommit());
 }
 

@@ -1,5 +1,7 @@
 #include "ui/RelativeDate.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -51,7 +53,7 @@ QString relativeDateText(const QDateTime &date, const QDateTime &now)
         else if (days >= 7)
             text = amount(days / 7, u"wk."_s);
         else
-            text = amount(days, days == 1 ? u"day"_s : u"days"_s);
+            text = QCoreApplication::translate("RelativeDate", "%n day(s)", nullptr, static_cast<int>(days));
     }
     return past ? text + u" ago"_s : u"in "_s + text;
 }

@@ -3,6 +3,7 @@
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangesView.h"
 #include "ui/RepositoryWorkspace.h"
+#include "ui/Translations.h"
 
 #include <QAction>
 #include <QListView>
@@ -30,6 +31,7 @@ void WindowHarness::close()
 
 MainWindow &WindowHarness::open()
 {
+    installTranslations();
     AppModel &model = models.start();
     m_viewSettings = std::make_unique<ViewSettings>(models.settings());
     m_window = std::make_unique<MainWindow>(model, *m_viewSettings);

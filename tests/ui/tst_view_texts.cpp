@@ -7,6 +7,7 @@
 #include "ui/CloneSheet.h"
 #include "ui/RelativeDate.h"
 #include "ui/SheetParts.h"
+#include "ui/Translations.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -44,6 +45,7 @@ private Q_SLOTS:
     void initTestCase()
     {
         qputenv("TZ", "UTC");
+        installTranslations();
     }
 
     void relativeDates_data()

@@ -1,0 +1,24 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en">
+<context>
+    <name>CommitBox</name>
+    <message numerus="yes">
+        <source>Commit %n File(s)</source>
+        <translation>
+            <numerusform>Commit %n File</numerusform>
+            <numerusform>Commit %n Files</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RelativeDate</name>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n day</numerusform>
+            <numerusform>%n days</numerusform>
+        </translation>
+    </message>
+</context>
+</TS>
