@@ -48,30 +48,6 @@ class DiffDocumentTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void hunkHeader_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("starts"); // old and new; empty: not a header
-        QTest::newRow("counts and function") << u"@@ -12,5 +14,7 @@ int main()"_s << u"12 14"_s;
-        QTest::newRow("no counts") << u"@@ -5 +5 @@"_s << u"5 5"_s;
-        QTest::newRow("new file") << u"@@ -0,0 +1,3 @@"_s << u"0 1"_s;
-        QTest::newRow("tabs and no-break space") << u"@@\t-1,2\u00a0+3 @@"_s << u"1 3"_s;
-        QTest::newRow("extra @ after the header") << u"@@ -1,2 +3,4 @@@"_s << u"1 3"_s;
-        QTest::newRow("combined diff") << u"@@@ -1,2 -1,2 +1,3 @@@"_s << QString();
-        QTest::newRow("not closed") << u"@@ -1 +1"_s << QString();
-        QTest::newRow("indented") << u" @@ -1 +1 @@"_s << QString();
-        QTest::newRow("beyond 64 bits") << u"@@ -99999999999999999999 +1 @@"_s << QString();
-        QTest::newRow("other digits") << u"@@ -\u0661 +1 @@"_s << QString();
-    }
-
-    void hunkHeader()
-    {
-        QFETCH(QString, line);
-        QFETCH(QString, starts);
-        const auto parsed = parseHunkHeader(line);
-        QCOMPARE(parsed ? u"%1 %2"_s.arg(parsed->first).arg(parsed->second) : QString(), starts);
-    }
-
     void document_data()
     {
         QTest::addColumn<QString>("text");
@@ -119,6 +95,11 @@ private Q_SLOTS:
                "diff --git a/b b/b\n--- a/b\n+++ b/b\n@@ -20 +30 @@\n z"_s
             << u"3 h . . @@ -1 +1 @@|4 - 1 . -x|5 + . 1 +y|9 h . . @@ -20 +30 @@|10 c 20 30  z"_s
             << u"3/3H 4/5 9/9H 10/10"_s;
+        QTest::newRow("header with a tab, a no-break space and an extra @")
+            << u"@@\t-1,2\u00a0+3 @@@\n a"_s << u"0 h . . @@\t-1,2\u00a0+3 @@@|1 c 1 3  a"_s << u"0/0H 1/1"_s;
+        QTest::newRow("headers not closed, indented or with other digits are not headers")
+            << u"@@ -1 +1 @@\n@@ -5 +5\n @@ -5 +5 @@\n@@ -\u0661 +5 @@\n a"_s
+            << u"0 h . . @@ -1 +1 @@|2 c 1 1  @@ -5 +5 @@|4 c 2 2  a"_s << u"0/0H 2/2 4/4"_s;
         QTest::newRow("a header that fails to parse keeps the counters")
             << u"@@ -1 +1 @@\n a\n@@ -99999999999999999999 +5 @@\n b"_s
             << u"0 h . . @@ -1 +1 @@|1 c 1 1  a|3 c 2 2  b"_s << u"0/0H 1/1 3/3"_s;

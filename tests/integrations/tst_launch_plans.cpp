@@ -47,16 +47,18 @@ OptionalString unlessEmpty(const QString &text)
     return text.isEmpty() ? std::nullopt : std::optional(text);
 }
 
-// The editor chosen in the settings (none when empty), the other editor's
-// file (made executable, or plain when it ends in .txt) and argument string,
-// what is installed, and the plan: FILE and EXE stand for the file to open
-// and the other editor.
-struct EditorCase {
+// For an editor or a terminal: the choice stored in the settings (none when
+// empty), the other editor's file (made executable, or plain when it ends in
+// .txt) and argument string, what is installed, and the plan: "program |
+// argument | ... in folder" or the message shown, with FILE standing for the
+// file or folder to open and EXE for the other editor.
+struct PlanCase {
+    bool terminal;
     QString selection, otherPath, arguments, installed, expected;
 };
 } // namespace
 
-Q_DECLARE_METATYPE(EditorCase)
+Q_DECLARE_METATYPE(PlanCase)
 
 class LaunchPlansTest : public QObject {
     Q_OBJECT
@@ -67,66 +69,60 @@ private:
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void editorPlans_data()
+    // What opening a file in the editor, or the repository in a terminal,
+    // comes down to.
+    void launchPlans_data()
     {
-        QTest::addColumn<EditorCase>("editor");
+        QTest::addColumn<PlanCase>("plan");
         const QString choose = u"message: Choose a valid editor path in Settings > Integrations."_s;
-        QTest::newRow("nothing chosen: the first installed")
-            << EditorCase{{}, {}, {}, u"gedit subl"_s, u"/opt/fake/subl | FILE"_s};
-        QTest::newRow("a macOS editor stored here: the first installed")
-            << EditorCase{u"xcode"_s, {}, {}, u"gedit"_s, u"/opt/fake/gedit | FILE"_s};
-        QTest::newRow("other with arguments") << EditorCase{
-            u"other"_s, u"my editor"_s, u"--goto '%TARGET_PATH%:1' -n"_s, {}, u"EXE | --goto | FILE:1 | -n"_s};
-        QTest::newRow("other with an empty argument string")
-            << EditorCase{u"other"_s, u"my editor"_s, {}, {}, u"message: Arguments must include %TARGET_PATH%."_s};
-        QTest::newRow("other that is not executable")
-            << EditorCase{u"other"_s, u"notes.txt"_s, u"%TARGET_PATH%"_s, {}, choose};
-        QTest::newRow("nothing installed, nothing chosen") << EditorCase{{}, {}, {}, {}, choose};
+        QTest::newRow("editor: nothing chosen, the first installed")
+            << PlanCase{false, {}, {}, {}, u"gedit subl"_s, u"/opt/fake/subl | FILE in /r"_s};
+        QTest::newRow("editor: one of macOS stored, the first installed")
+            << PlanCase{false, u"xcode"_s, {}, {}, u"gedit"_s, u"/opt/fake/gedit | FILE in /r"_s};
+        QTest::newRow("editor: other, with arguments") << PlanCase{false,
+                                                                   u"other"_s,
+                                                                   u"my editor"_s,
+                                                                   u"--goto '%TARGET_PATH%:%TARGET_PATH%' -n"_s,
+                                                                   {},
+                                                                   u"EXE | --goto | FILE:FILE | -n in /r"_s};
+        QTest::newRow("editor: other, no arguments")
+            << PlanCase{false, u"other"_s, u"my editor"_s, {}, {}, u"message: Arguments must include %TARGET_PATH%."_s};
+        QTest::newRow("editor: other, not executable")
+            << PlanCase{false, u"other"_s, u"notes.txt"_s, u"%TARGET_PATH%"_s, {}, choose};
+        QTest::newRow("editor: none installed, none chosen") << PlanCase{false, {}, {}, {}, {}, choose};
+        QTest::newRow("terminal: stored but removed, the platform's own")
+            << PlanCase{true,
+                        u"kitty"_s,
+                        {},
+                        {},
+                        u"foot gnome-terminal"_s,
+                        u"/opt/fake/gnome-terminal | --working-directory=FILE in FILE"_s};
+        QTest::newRow("terminal: one of macOS stored, the first installed") << PlanCase{
+            true, u"com.googlecode.iterm2"_s, {},
+            {},   u"alacritty xterm"_s,       u"/opt/fake/alacritty | --working-directory | FILE in FILE"_s};
+        QTest::newRow("terminal: none installed") << PlanCase{
+            true, {}, {},
+            {},   {}, u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s};
     }
 
-    void editorPlans()
+    void launchPlans()
     {
-        QFETCH(EditorCase, editor);
-        const QString path = editor.otherPath.isEmpty() ? QString() : m_folder.filePath(editor.otherPath);
+        QFETCH(PlanCase, plan);
+        const QString path = plan.otherPath.isEmpty() ? QString() : m_folder.filePath(plan.otherPath);
         if (!path.isEmpty()) {
             QFile file(path);
             QVERIFY(file.open(QIODevice::WriteOnly));
             if (!path.endsWith(u".txt"_s))
                 QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         }
-        const QString target = u"/r/it's a $(file); -x.txt"_s;
-        const auto plan = editorLaunchPlan({unlessEmpty(editor.selection), path, editor.arguments}, target, u"/r"_s,
-                                           installed(editor.installed));
-        QString expected = editor.expected.replace(u"EXE"_s, path).replace(u"FILE"_s, target);
-        QCOMPARE(describe(plan), expected.startsWith(u"message: "_s) ? expected : expected + u" in /r"_s);
-        if (const LaunchPlan *launch = std::get_if<LaunchPlan>(&plan))
+        const QString target = u"/r/it's a $(x); -x %TARGET_PATH%"_s;
+        const auto made = plan.terminal
+            ? terminalLaunchPlan(unlessEmpty(plan.selection), target, installed(plan.installed))
+            : editorLaunchPlan({unlessEmpty(plan.selection), path, plan.arguments}, target, u"/r"_s,
+                               installed(plan.installed));
+        QCOMPARE(describe(made), plan.expected.replace(u"EXE"_s, path).replace(u"FILE"_s, target));
+        if (const LaunchPlan *launch = std::get_if<LaunchPlan>(&made))
             QCOMPARE(launch->start, LaunchPlan::Start::detached);
-    }
-
-    void terminalPlans_data()
-    {
-        QTest::addColumn<QString>("stored"); // empty: none stored
-        QTest::addColumn<QString>("installed");
-        QTest::addColumn<QString>("expected"); // FOLDER stands for the repository
-        QTest::newRow("stored but removed: the platform's own")
-            << u"kitty"_s << u"foot gnome-terminal"_s
-            << u"/opt/fake/gnome-terminal | --working-directory=FOLDER in FOLDER"_s;
-        QTest::newRow("macOS choice: the first installed")
-            << u"com.googlecode.iterm2"_s << u"alacritty xterm"_s
-            << u"/opt/fake/alacritty | --working-directory | FOLDER in FOLDER"_s;
-        QTest::newRow("none installed")
-            << QString() << QString()
-            << u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s;
-    }
-
-    void terminalPlans()
-    {
-        QFETCH(QString, stored);
-        QFETCH(QString, installed);
-        QFETCH(QString, expected);
-        const QString folder = u"/home/a/it's $(x)"_s;
-        QCOMPARE(describe(terminalLaunchPlan(unlessEmpty(stored), folder, ::installed(installed))),
-                 QString(expected).replace(u"FOLDER"_s, folder));
     }
 
     // The script never holds the path as text a quote could end.

@@ -70,7 +70,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("summary");
         QTest::addColumn<QString>("description");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("summary trimmed") << u"  Fix  "_s << QString() << u"Fix"_s;
         QTest::newRow("blank description") << u"Fix\n"_s << u" \n\t"_s << u"Fix"_s;
         QTest::newRow("inner lines kept") << u"Fix"_s << u"\n  a\n\n  b  \n"_s << u"Fix\n\na\n\n  b"_s;
     }

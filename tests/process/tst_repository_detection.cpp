@@ -21,38 +21,37 @@ private Q_SLOTS:
     // sub-folders ("." is the folder itself), and "link" leading to "linked".
     void detectsInnermostRepository_data()
     {
-        QTest::addColumn<QStringList>("gitFolders");
-        QTest::addColumn<QStringList>("mercurialFolders");
+        QTest::addColumn<QStringList>("repositories"); // "kind folder"
         QTest::addColumn<QString>("asked");
         QTest::addColumn<QString>("expected"); // "kind root"; empty: not a repository
-        QTest::newRow("git sub-folder") << QStringList{u"."_s} << QStringList{} << u"src/deep"_s << u"git ."_s;
-        QTest::newRow("mercurial sub-folder") << QStringList{} << QStringList{u"."_s} << u"a b/c"_s << u"hg ."_s;
-        QTest::newRow("both at one root is git") << QStringList{u"."_s} << QStringList{u"."_s} << u"."_s << u"git ."_s;
+        QTest::newRow("git sub-folder") << QStringList{u"git ."_s} << u"src/deep"_s << u"git ."_s;
+        QTest::newRow("mercurial sub-folder") << QStringList{u"hg ."_s} << u"a b/c"_s << u"hg ."_s;
+        QTest::newRow("both at one root is git") << QStringList{u"git ."_s, u"hg ."_s} << u"."_s << u"git ."_s;
         QTest::newRow("mercurial inside git")
-            << QStringList{u"."_s} << QStringList{u"vendor/lib"_s} << u"vendor/lib/src"_s << u"hg vendor/lib"_s;
+            << QStringList{u"git ."_s, u"hg vendor/lib"_s} << u"vendor/lib/src"_s << u"hg vendor/lib"_s;
         QTest::newRow("git inside mercurial")
-            << QStringList{u"tools/x"_s} << QStringList{u"."_s} << u"tools/x"_s << u"git tools/x"_s;
-        QTest::newRow("outer one from beside the inner")
-            << QStringList{u"."_s} << QStringList{u"vendor/lib"_s} << u"docs"_s << u"git ."_s;
+            << QStringList{u"git tools/x"_s, u"hg ."_s} << u"tools/x"_s << u"git tools/x"_s;
         QTest::newRow("through a link, the repository it leads into")
-            << QStringList{u"outer"_s} << QStringList{u"linked"_s} << u"outer/link/src"_s << u"hg linked"_s;
-        QTest::newRow("plain folder") << QStringList{} << QStringList{} << u"."_s << QString();
-        QTest::newRow("missing folder") << QStringList{} << QStringList{} << u"not/there"_s << QString();
+            << QStringList{u"git outer"_s, u"hg linked"_s} << u"outer/link/src"_s << u"hg linked"_s;
+        QTest::newRow("plain folder") << QStringList{} << u"."_s << QString();
+        QTest::newRow("missing folder") << QStringList{} << u"not/there"_s << QString();
     }
 
     void detectsInnermostRepository()
     {
-        QFETCH(QStringList, gitFolders);
-        QFETCH(QStringList, mercurialFolders);
+        QFETCH(QStringList, repositories);
         QFETCH(QString, asked);
         QFETCH(QString, expected);
         QTemporaryDir top;
         const QDir folder(top.path());
-        std::vector<std::unique_ptr<test::RepositoryFixture>> repositories;
-        for (const QString &sub : gitFolders)
-            repositories.push_back(std::make_unique<test::GitFixture>(QDir::cleanPath(folder.filePath(sub))));
-        for (const QString &sub : mercurialFolders)
-            repositories.push_back(std::make_unique<test::MercurialFixture>(QDir::cleanPath(folder.filePath(sub))));
+        std::vector<std::unique_ptr<test::RepositoryFixture>> fixtures;
+        for (const QString &repository : repositories) {
+            const QString at = QDir::cleanPath(folder.filePath(repository.section(u' ', 1)));
+            if (repository.startsWith(u"git"_s))
+                fixtures.push_back(std::make_unique<test::GitFixture>(at));
+            else
+                fixtures.push_back(std::make_unique<test::MercurialFixture>(at));
+        }
         if (asked.contains(u"link"_s))
             QVERIFY(QFile::link(folder.filePath(u"linked"_s), folder.filePath(u"outer/link"_s)));
         const QString askedPath = QDir::cleanPath(folder.filePath(asked));

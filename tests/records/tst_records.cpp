@@ -1,10 +1,8 @@
 #include "TestEnvironment.h"
 
-#include "records/FileState.h"
 #include "records/LocalizedOrder.h"
 #include "records/Repository.h"
 #include "records/TextDecoding.h"
-#include "records/TextSplitting.h"
 
 #include <QDir>
 #include <QJsonDocument>
@@ -14,19 +12,13 @@
 using namespace Qt::StringLiterals;
 using namespace tillery;
 
+// (The status letters and the splitting of texts are read through the
+// parser tests; equality of records is left to the compiler.)
 class RecordsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
-
-    void fileStateLetters()
-    {
-        for (const FileState state : allFileStates())
-            QCOMPARE(fileStateFromLetter(fileStateLetter(state)), std::optional(state));
-        for (const QString &letter : {u""_s, u"m"_s, u"X"_s, u"MM"_s, u"M "_s})
-            QCOMPARE(fileStateFromLetter(letter), std::nullopt);
-    }
 
     // A stored repository without a kind is a Git one when it has a .git
     // entry; one whose kind or path cannot be read is dropped. (The settings
@@ -86,33 +78,6 @@ private Q_SLOTS:
         QFETCH(QStringList, expected);
         sortLocalized(input, [](const QString &text) { return text; });
         QCOMPARE(input, expected);
-    }
-
-    void splitSkippingEmpty_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QChar>("separator");
-        QTest::addColumn<int>("maxSplits");
-        QTest::addColumn<QStringList>("expected");
-        QTest::newRow("lines") << u"a\n\nb\n"_s << QChar(u'\n') << -1 << QStringList{u"a"_s, u"b"_s};
-        QTest::newRow("only separators") << u"\n\n"_s << QChar(u'\n') << -1 << QStringList{};
-        QTest::newRow("first piece, leading empties skipped") << u"\n\nFix crash\nDetails\nMore"_s << QChar(u'\n') << 1
-                                                              << QStringList{u"Fix crash"_s, u"Details\nMore"_s};
-        QTest::newRow("empty pieces do not count") << u"=a=b"_s << QChar(u'=') << 1 << QStringList{u"a"_s, u"b"_s};
-        QTest::newRow("empty rest is dropped") << u"name ="_s << QChar(u'=') << 1 << QStringList{u"name "_s};
-        QTest::newRow("no splits") << u"a=b"_s << QChar(u'=') << 0 << QStringList{u"a=b"_s};
-    }
-
-    void splitSkippingEmpty()
-    {
-        QFETCH(QString, text);
-        QFETCH(QChar, separator);
-        QFETCH(int, maxSplits);
-        QFETCH(QStringList, expected);
-        QStringList pieces;
-        for (const QStringView piece : tillery::splitSkippingEmpty(text, separator, maxSplits))
-            pieces.append(piece.toString());
-        QCOMPARE(pieces, expected);
     }
 
     void decodeUtf8OrEmpty_data()
