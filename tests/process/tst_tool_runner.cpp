@@ -176,7 +176,8 @@ private Q_SLOTS:
 
     // A controlled run asks the tool for progress and passes it on while the
     // tool runs. The stand-in prints progress only when asked as the real
-    // tool must be, and ends once the phrase has arrived (or ten seconds on).
+    // tool must be, and ends once the phrase has arrived (or ten seconds on)
+    // with a last line.
     void controlledRunReportsProgress_data()
     {
         QTest::addColumn<QString>("tool");
@@ -200,14 +201,16 @@ private Q_SLOTS:
         const QString reported = marks.filePath(u"reported"_s);
         const QByteArray waiting
             = "\ni=0; while [ ! -e '" + reported.toUtf8() + "' ] && [ $i -lt 1000 ]; do sleep 0.01; i=$((i+1)); done";
-        const FakeTool fake(running(printing + waiting));
+        const FakeTool fake(running(printing + waiting + "\nprintf 'done\\n' >&2"));
         QStringList phrases;
         const auto progress = [&](const QString &phrase) {
             phrases.append(phrase);
             QFile(reported).open(QIODevice::WriteOnly);
         };
-        runWith(fake, tool, {u"pull"_s}, {0}, std::nullopt, {{}, progress});
+        const CommandOutput output = runWith(fake, tool, {u"pull"_s}, {0}, std::nullopt, {{}, progress});
         QCOMPARE(phrases, QStringList{expectedPhrase});
+        // What was read while the tool ran stays in the error stream.
+        QVERIFY2(output.standardError.size() > 5 && output.standardError.endsWith("done\n"), output.standardError);
         QCOMPARE(fake.receivedArguments().last(), u"pull"_s);
     }
 

@@ -25,36 +25,32 @@ private Q_SLOTS:
     // tests write and read the list back.)
     void decodeRepository_data()
     {
-        QTest::addColumn<QByteArray>("json"); // FOLDER stands for a new folder
-        QTest::addColumn<QString>("gitEntry"); // "", "folder" or "file"
+        QTest::addColumn<QByteArray>("json"); // FOLDER holds "plain", and "dir" and "file" with a .git of that type
         QTest::addColumn<QString>("expectedKind"); // empty: dropped
         QTest::newRow("git kind wins over missing .git")
-            << QByteArray(R"({"path":"FOLDER","kind":"git"})") << u""_s << u"git"_s;
+            << QByteArray(R"({"path":"FOLDER/plain","kind":"git"})") << u"git"_s;
         QTest::newRow("kind is case-sensitive")
-            << QByteArray(R"({"path":"FOLDER","kind":"Mercurial"})") << u""_s << QString();
-        QTest::newRow("kind of wrong type") << QByteArray(R"({"path":"FOLDER","kind":1})") << u""_s << QString();
-        QTest::newRow("no kind, .git folder") << QByteArray(R"({"path":"FOLDER"})") << u"folder"_s << u"git"_s;
-        QTest::newRow("no kind, .git file (worktree)") << QByteArray(R"({"path":"FOLDER"})") << u"file"_s << u"git"_s;
-        QTest::newRow("no kind, no .git") << QByteArray(R"({"path":"FOLDER"})") << u""_s << u"mercurial"_s;
-        QTest::newRow("no path") << QByteArray(R"({"kind":"git"})") << u""_s << QString();
-        QTest::newRow("path of wrong type") << QByteArray(R"({"path":7,"kind":"git"})") << u""_s << QString();
+            << QByteArray(R"({"path":"FOLDER/plain","kind":"Mercurial"})") << QString();
+        QTest::newRow("kind of wrong type") << QByteArray(R"({"path":"FOLDER/plain","kind":1})") << QString();
+        QTest::newRow("no kind, .git folder") << QByteArray(R"({"path":"FOLDER/dir"})") << u"git"_s;
+        QTest::newRow("no kind, .git file (worktree)") << QByteArray(R"({"path":"FOLDER/file"})") << u"git"_s;
+        QTest::newRow("no kind, no .git") << QByteArray(R"({"path":"FOLDER/plain"})") << u"mercurial"_s;
+        QTest::newRow("no path") << QByteArray(R"({"kind":"git"})") << QString();
+        QTest::newRow("path of wrong type") << QByteArray(R"({"path":7,"kind":"git"})") << QString();
     }
 
     void decodeRepository()
     {
         QFETCH(QByteArray, json);
-        QFETCH(QString, gitEntry);
         QFETCH(QString, expectedKind);
         QTemporaryDir folder;
-        const QString gitPath = QDir(folder.path()).filePath(u".git"_s);
-        if (gitEntry == u"folder")
-            QVERIFY(QDir().mkdir(gitPath));
-        else if (gitEntry == u"file")
-            QVERIFY(QFile(gitPath).open(QIODevice::WriteOnly));
+        QVERIFY(QDir(folder.path()).mkpath(u"dir/.git"_s) && QDir(folder.path()).mkpath(u"file"_s));
+        QVERIFY(QFile(folder.filePath(u"file/.git"_s)).open(QIODevice::WriteOnly));
         const QJsonObject object = QJsonDocument::fromJson(json.replace("FOLDER", folder.path().toUtf8())).object();
         const std::optional<Repository> repository = tillery::decodeRepository(object);
         QCOMPARE(repository ? rawValue(repository->kind) : QString(), expectedKind);
-        QCOMPARE(repository ? repository->path : folder.path(), folder.path());
+        QCOMPARE(repository ? repository->path : object.value(u"path"_s).toString(),
+                 object.value(u"path"_s).toString());
     }
 
     // The file browser's order, the same under the C locale and German.
