@@ -79,30 +79,23 @@ private Q_SLOTS:
             << PlanCase{false, {}, {}, {}, u"gedit subl"_s, u"/opt/fake/subl | FILE in /r"_s};
         QTest::newRow("editor: one of macOS stored, the first installed")
             << PlanCase{false, u"xcode"_s, {}, {}, u"gedit"_s, u"/opt/fake/gedit | FILE in /r"_s};
-        QTest::newRow("editor: other, with arguments") << PlanCase{false,
-                                                                   u"other"_s,
-                                                                   u"my editor"_s,
-                                                                   u"--goto '%TARGET_PATH%:%TARGET_PATH%' -n"_s,
-                                                                   {},
-                                                                   u"EXE | --goto | FILE:FILE | -n in /r"_s};
+        QTest::newRow("editor: other, with arguments")
+            << PlanCase{false, u"other"_s, u"my editor"_s, u"--goto '%TARGET_PATH%:%TARGET_PATH%' -n"_s, {},
+                        u"EXE | --goto | FILE:FILE | -n in /r"_s};
         QTest::newRow("editor: other, no arguments")
             << PlanCase{false, u"other"_s, u"my editor"_s, {}, {}, u"message: Arguments must include %TARGET_PATH%."_s};
         QTest::newRow("editor: other, not executable")
             << PlanCase{false, u"other"_s, u"notes.txt"_s, u"%TARGET_PATH%"_s, {}, choose};
         QTest::newRow("editor: none installed, none chosen") << PlanCase{false, {}, {}, {}, {}, choose};
         QTest::newRow("terminal: stored but removed, the platform's own")
-            << PlanCase{true,
-                        u"kitty"_s,
-                        {},
-                        {},
-                        u"foot gnome-terminal"_s,
+            << PlanCase{true, u"kitty"_s, {}, {}, u"foot gnome-terminal"_s,
                         u"/opt/fake/gnome-terminal | --working-directory=FILE in FILE"_s};
-        QTest::newRow("terminal: one of macOS stored, the first installed") << PlanCase{
-            true, u"com.googlecode.iterm2"_s, {},
-            {},   u"alacritty xterm"_s,       u"/opt/fake/alacritty | --working-directory | FILE in FILE"_s};
-        QTest::newRow("terminal: none installed") << PlanCase{
-            true, {}, {},
-            {},   {}, u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s};
+        QTest::newRow("terminal: one of macOS stored, the first installed")
+            << PlanCase{true, u"com.googlecode.iterm2"_s, {}, {}, u"alacritty xterm"_s,
+                        u"/opt/fake/alacritty | --working-directory | FILE in FILE"_s};
+        QTest::newRow("terminal: none installed")
+            << PlanCase{true, {}, {}, {}, {},
+                        u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s};
     }
 
     void launchPlans()
