@@ -1,4 +1,3 @@
-#include "DiffText.h"
 #include "TestEnvironment.h"
 
 #include "process/Progress.h"
@@ -7,78 +6,54 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
-using test::bytes;
 
-using OptionalString = std::optional<QString>;
-
+// What a tool printed on its error stream: the progress phrase read from it,
+// and the text a terminal would show of it once the tool ended (an alert
+// quotes that).
 class ProgressTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    void git_data()
+    void errorStream_data()
     {
+        QTest::addColumn<bool>("git");
         QTest::addColumn<QByteArray>("standardError");
-        QTest::addColumn<OptionalString>("expected");
-        QTest::newRow("newest of rewritten lines")
-            << QByteArray("Cloning into 'x'...\nReceiving objects:  10% (1/10)\rReceiving objects:  45% (5/10), 1 MiB | 2 MiB/s\r")
-            << OptionalString(u"Receiving objects: 45%"_s);
-        QTest::newRow("remote phases") << QByteArray("remote: Counting objects:  70% (7/10)\r")
-                                       << OptionalString(u"Counting objects: 70%"_s);
-        QTest::newRow("done line still counts")
-            << QByteArray("Resolving deltas:  50% (1/2)\rResolving deltas: 100% (2/2), done.\n")
-            << OptionalString(u"Resolving deltas: 100%"_s);
-        QTest::newRow("no progress") << QByteArray("Cloning into 'x'...\nwarning: something\n") << OptionalString();
-        QTest::newRow("cut multi-byte letter at the start")
-            << QByteArray(4096, 'x') + QByteArray("\xc3\rUnpacking objects:  3% (1/30)\r")
-            << OptionalString(u"Unpacking objects: 3%"_s);
+        QTest::addColumn<QString>("progress"); // empty: none
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("git: remote") << true << QByteArray("remote: Counting:  70%\r") << u"Counting: 70%"_s
+                                     << QString();
+        QTest::newRow("git: done line, Windows line end")
+            << true << QByteArray("Resolving:  50% (1/2)\rResolving: 100% (2/2), done.\r\nfatal: x\r\n")
+            << u"Resolving: 100%"_s << u"Resolving: 100% (2/2), done.\nfatal: x"_s;
+        QTest::newRow("git: no progress")
+            << true << QByteArray("error: x\n\nmore") << QString() << u"error: x\n\nmore"_s;
+        QTest::newRow("git: cut multi-byte letter at the start")
+            << true << QByteArray(4096, 'x') + QByteArray("\xc3\rUnpacking:  3% (1/30)\r") << u"Unpacking: 3%"_s
+            << QString();
+        QTest::newRow("hg: with a total")
+            << false << QByteArray("\rupdating 3/12\r") << u"Updating: 25%"_s << QString();
+        QTest::newRow("hg: several topics")
+            << false << QByteArray("\rchanges 3/4\rfiles 9/10\r") << u"Files: 90%"_s << QString();
+        QTest::newRow("hg: without a total")
+            << false << QByteArray("\rsearching 12\r") << u"Searching: 12"_s << QString();
+        QTest::newRow("hg: cleared line, messages, Windows line ends")
+            << false << QByteArray("\rlinking 1/2\r     \rabort: no space\r\nremote: no\r\n") << u"Linking: 50%"_s
+            << u"abort: no space\nremote: no"_s;
+        QTest::newRow("hg: nothing") << false << QByteArray("adding\n") << QString() << u"adding\n"_s;
     }
 
-    void git()
+    void errorStream()
     {
+        QFETCH(bool, git);
         QFETCH(QByteArray, standardError);
-        QFETCH(OptionalString, expected);
-        QCOMPARE(latestGitProgress(standardError), expected);
-    }
-
-    void mercurial_data()
-    {
-        QTest::addColumn<QByteArray>("standardError");
-        QTest::addColumn<OptionalString>("expected");
-        QTest::newRow("with a total") << QByteArray("\rupdating  75/300\r") << OptionalString(u"Updating: 25%"_s);
-        QTest::newRow("several topics") << QByteArray("\rchangesets 3/4\r\rfiles 9/10\r")
-                                        << OptionalString(u"Files: 90%"_s);
-        QTest::newRow("without a total") << QByteArray("\rsearching 12\r") << OptionalString(u"Searching: 12"_s);
-        QTest::newRow("cleared line and messages")
-            << QByteArray("\rlinking 1/2\r" "          \rrequesting all changes\n") << OptionalString(u"Linking: 50%"_s);
-        QTest::newRow("nothing") << QByteArray("adding changesets\n") << OptionalString();
-    }
-
-    void mercurial()
-    {
-        QFETCH(QByteArray, standardError);
-        QFETCH(OptionalString, expected);
-        QCOMPARE(latestMercurialProgress(standardError), expected);
-    }
-
-    void terminalView_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("plain text unchanged") << u"error: x\n\nmore"_s << u"error: x\n\nmore"_s;
-        QTest::newRow("rewritten lines") << u"Counting: 10%\rCounting: 100%, done.\nfatal: gone\n"_s
-                                         << u"Counting: 100%, done.\nfatal: gone"_s;
-        QTest::newRow("cleared progress") << u"\rfiles 3/4\r          \rabort: no space\n"_s << u"abort: no space"_s;
-        QTest::newRow("Windows line ends") << u"remote: hook said no\r\nabort: x\r\n"_s
-                                           << u"remote: hook said no\nabort: x"_s;
-    }
-
-    void terminalView()
-    {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
-        QCOMPARE(asTerminalShowsIt(text), expected);
+        QFETCH(QString, progress);
+        QFETCH(QString, shown);
+        const std::optional<QString> latest
+            = git ? latestGitProgress(standardError) : latestMercurialProgress(standardError);
+        QCOMPARE(latest.value_or(QString()), progress);
+        QCOMPARE(asTerminalShowsIt(QString::fromUtf8(standardError)), shown);
     }
 };
 

@@ -1,5 +1,4 @@
 #include "RepositoryFixtures.h"
-#include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
 #include "process/RepositoryDetection.h"
@@ -11,10 +10,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
-using test::GitFixture;
-using test::MercurialFixture;
-
-Q_DECLARE_METATYPE(std::optional<tillery::RepositoryKind>)
 
 class RepositoryDetectionTest : public QObject {
     Q_OBJECT
@@ -22,71 +17,56 @@ class RepositoryDetectionTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    // Layouts are built in one folder: "git" and "hg" name the repository
-    // kinds made at the given sub-folders ("." is the folder itself).
+    // Layouts are built in one folder: repositories of each kind at the given
+    // sub-folders ("." is the folder itself), and "link" leading to "linked".
     void detectsInnermostRepository_data()
     {
-        QTest::addColumn<QStringList>("gitFolders");
-        QTest::addColumn<QStringList>("mercurialFolders");
+        QTest::addColumn<QStringList>("repositories"); // "kind folder"
         QTest::addColumn<QString>("asked");
-        QTest::addColumn<QString>("expectedRoot"); // empty: not a repository
-        QTest::addColumn<std::optional<RepositoryKind>>("expectedKind");
-
-        QTest::newRow("git root") << QStringList{u"."_s} << QStringList{} << u"."_s << u"."_s
-                                  << std::optional(RepositoryKind::git);
-        QTest::newRow("mercurial root") << QStringList{} << QStringList{u"."_s} << u"."_s << u"."_s
-                                        << std::optional(RepositoryKind::mercurial);
-        QTest::newRow("git sub-folder") << QStringList{u"."_s} << QStringList{} << u"src/deep"_s << u"."_s
-                                        << std::optional(RepositoryKind::git);
-        QTest::newRow("mercurial sub-folder") << QStringList{} << QStringList{u"."_s} << u"a b/c"_s
-                                              << u"."_s << std::optional(RepositoryKind::mercurial);
-        QTest::newRow("both at one root is git") << QStringList{u"."_s} << QStringList{u"."_s} << u"."_s
-                                                 << u"."_s << std::optional(RepositoryKind::git);
-        QTest::newRow("mercurial inside git") << QStringList{u"."_s} << QStringList{u"vendor/lib"_s}
-                                              << u"vendor/lib/src"_s << u"vendor/lib"_s
-                                              << std::optional(RepositoryKind::mercurial);
-        QTest::newRow("git inside mercurial") << QStringList{u"tools/x"_s} << QStringList{u"."_s}
-                                              << u"tools/x"_s << u"tools/x"_s
-                                              << std::optional(RepositoryKind::git);
-        QTest::newRow("outer one from beside the inner")
-            << QStringList{u"."_s} << QStringList{u"vendor/lib"_s} << u"docs"_s << u"."_s
-            << std::optional(RepositoryKind::git);
-        QTest::newRow("plain folder") << QStringList{} << QStringList{} << u"."_s << QString()
-                                      << std::optional<RepositoryKind>();
-        QTest::newRow("missing folder") << QStringList{} << QStringList{} << u"not/there"_s << QString()
-                                        << std::optional<RepositoryKind>();
+        QTest::addColumn<QString>("expected"); // "kind root"; empty: not a repository
+        QTest::newRow("git sub-folder") << QStringList{u"git ."_s} << u"src/deep"_s << u"git ."_s;
+        QTest::newRow("mercurial sub-folder") << QStringList{u"hg ."_s} << u"a b/c"_s << u"hg ."_s;
+        QTest::newRow("both at one root is git") << QStringList{u"git ."_s, u"hg ."_s} << u"."_s << u"git ."_s;
+        QTest::newRow("mercurial inside git")
+            << QStringList{u"git ."_s, u"hg vendor/lib"_s} << u"vendor/lib/src"_s << u"hg vendor/lib"_s;
+        QTest::newRow("git inside mercurial")
+            << QStringList{u"git tools/x"_s, u"hg ."_s} << u"tools/x"_s << u"git tools/x"_s;
+        QTest::newRow("through a link, the repository it leads into")
+            << QStringList{u"git outer"_s, u"hg linked"_s} << u"outer/link/src"_s << u"hg linked"_s;
+        QTest::newRow("plain folder") << QStringList{} << u"."_s << QString();
+        QTest::newRow("missing folder") << QStringList{} << u"not/there"_s << QString();
     }
 
     void detectsInnermostRepository()
     {
-        QFETCH(QStringList, gitFolders);
-        QFETCH(QStringList, mercurialFolders);
+        QFETCH(QStringList, repositories);
         QFETCH(QString, asked);
-        QFETCH(QString, expectedRoot);
-        QFETCH(std::optional<RepositoryKind>, expectedKind);
-
+        QFETCH(QString, expected);
         QTemporaryDir top;
         const QDir folder(top.path());
-        std::vector<std::unique_ptr<test::RepositoryFixture>> repositories;
-        for (const QString &sub : gitFolders)
-            repositories.push_back(std::make_unique<GitFixture>(QDir::cleanPath(folder.filePath(sub))));
-        for (const QString &sub : mercurialFolders)
-            repositories.push_back(std::make_unique<MercurialFixture>(QDir::cleanPath(folder.filePath(sub))));
+        std::vector<std::unique_ptr<test::RepositoryFixture>> fixtures;
+        for (const QString &repository : repositories) {
+            const QString at = QDir::cleanPath(folder.filePath(repository.section(u' ', 1)));
+            if (repository.startsWith(u"git"_s))
+                fixtures.push_back(std::make_unique<test::GitFixture>(at));
+            else
+                fixtures.push_back(std::make_unique<test::MercurialFixture>(at));
+        }
+        if (asked.contains(u"link"_s))
+            QVERIFY(QFile::link(folder.filePath(u"linked"_s), folder.filePath(u"outer/link"_s)));
         const QString askedPath = QDir::cleanPath(folder.filePath(asked));
         if (asked != u"not/there")
             QVERIFY(QDir().mkpath(askedPath));
 
-        if (!expectedKind) {
-            try {
-                detectRepository(askedPath);
-                QFAIL("the folder should not be a repository");
-            } catch (const RepositoryFailure &failure) {
-                QCOMPARE(failure.description(), askedPath + u" is not a Mercurial or Git repository."_s);
-            }
-            return;
+        QString detected;
+        try {
+            const Repository repository = detectRepository(askedPath);
+            detected = (repository.kind == RepositoryKind::git ? u"git "_s : u"hg "_s)
+                + folder.relativeFilePath(repository.path);
+        } catch (const RepositoryFailure &failure) {
+            QCOMPARE(failure.description(), askedPath + u" is not a Mercurial or Git repository."_s);
         }
-        QCOMPARE(detectRepository(askedPath),
-                 (Repository{QDir::cleanPath(folder.filePath(expectedRoot)), *expectedKind}));
+        QCOMPARE(detected, expected);
     }
 
     void rootQueriesReportTheirOwnFailure()

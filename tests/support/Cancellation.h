@@ -12,7 +12,6 @@ struct CancellationOutcome {
     bool childStarted = false;
     bool threwCancellation = false;
     bool childGone = false;
-    qint64 millisecondsToEnd = -1;
 };
 
 // Runs `work` in a task of the thread pool, waits until the stand-in tool has
