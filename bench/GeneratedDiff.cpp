@@ -12,8 +12,8 @@ namespace {
 // About 50 characters a line: a word soup with a little structure.
 QString generatedLine(QRandomGenerator &random)
 {
-    static const QStringList words{u"value"_s, u"return"_s, u"index"_s, u"buffer"_s, u"if"_s,
-                                   u"const"_s, u"auto"_s,   u"result"_s, u"count"_s, u"(item)"_s,
+    static const QStringList words{u"value"_s, u"return"_s, u"index"_s,  u"buffer"_s, u"if"_s,
+                                   u"const"_s, u"auto"_s,   u"result"_s, u"count"_s,  u"(item)"_s,
                                    u"= 0;"_s,  u"{"_s,      u"}"_s,      u"size()"_s, u"->next"_s};
     QString line = QString(static_cast<qsizetype>(random.bounded(4)) * 4, u' ');
     const int target = 38 + random.bounded(24);

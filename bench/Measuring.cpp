@@ -55,7 +55,7 @@ double residentMiB()
 
 double largestChildMiB()
 {
-    struct rusage children {};
+    struct rusage children { };
     getrusage(RUSAGE_CHILDREN, &children);
     return static_cast<double>(children.ru_maxrss) / 1024.0;
 }

@@ -17,10 +17,10 @@ public:
 
 class SilentDesktop final : public Desktop {
 public:
-    void open(const QString &) override {}
-    void reveal(const QString &) override {}
+    void open(const QString &) override { }
+    void reveal(const QString &) override { }
     std::optional<QString> moveToTrash(const QString &) override { return std::nullopt; }
-    void copyToClipboard(const QString &) override {}
+    void copyToClipboard(const QString &) override { }
 };
 
 } // namespace tillery::bench

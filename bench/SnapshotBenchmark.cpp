@@ -43,8 +43,7 @@ QList<QStringList> commandsOfOneLoad(const SnapshotLoader &loader, const QString
     QFile script(wrapper);
     script.open(QIODevice::WriteOnly);
     script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\037' \"$a\"; done >> '" + log.toUtf8()
-                 + "'\nprintf '\\036' >> '" + log.toUtf8() + "'\nexec '" + loader.executable.toUtf8()
-                 + "' \"$@\"\n");
+                 + "'\nprintf '\\036' >> '" + log.toUtf8() + "'\nexec '" + loader.executable.toUtf8() + "' \"$@\"\n");
     script.close();
     script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
@@ -171,7 +170,8 @@ bool generateFixture(const QString &script, const QStringList &arguments)
 {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(u"/usr/bin/python3"_s, QStringList{QStringLiteral(TILLERY_SOURCE_DIR "/bench/") + script} + arguments);
+    process.start(u"/usr/bin/python3"_s,
+                  QStringList{QStringLiteral(TILLERY_SOURCE_DIR "/bench/") + script} + arguments);
     return process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 

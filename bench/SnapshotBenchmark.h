@@ -16,9 +16,9 @@
 namespace tillery::bench {
 
 struct SnapshotLoader {
-    QString title;                // "loadGitSnapshot"
-    const char *toolVariable;     // "GIT": where the loader looks for the tool
-    QString executable;           // the real tool
+    QString title; // "loadGitSnapshot"
+    const char *toolVariable; // "GIT": where the loader looks for the tool
+    QString executable; // the real tool
     QProcessEnvironment environment;
     std::function<RepositorySnapshot(const QString &)> load;
 };

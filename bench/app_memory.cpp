@@ -77,7 +77,8 @@ int main(int argc, char *argv[])
             {u"make_mercurial_fixture.py"_s,
              {folder.filePath(u"mercurial"_s), u"--files"_s, scaled(50000), u"--changesets"_s, scaled(5000)}},
             {u"make_git_fixture.py"_s,
-             {folder.filePath(u"git-wide"_s), u"--files"_s, scaled(50000), u"--commits"_s, scaled(5000), u"--remote"_s}},
+             {folder.filePath(u"git-wide"_s), u"--files"_s, scaled(50000), u"--commits"_s, scaled(5000),
+              u"--remote"_s}},
             {u"make_git_fixture.py"_s,
              {folder.filePath(u"git-deep"_s), u"--files"_s, scaled(5000), u"--commits"_s, scaled(200000)}},
         };

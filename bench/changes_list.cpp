@@ -9,8 +9,8 @@
 #include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
-#include "git/GitTool.h"
 #include "git/GitParsers.h"
+#include "git/GitTool.h"
 #include "model/AppModel.h"
 #include "process/ToolRunner.h"
 #include "ui/ChangesView.h"
@@ -40,7 +40,9 @@ namespace {
 class FirstPaintWatch final : public QObject {
 public:
     FirstPaintWatch(QListView &list, qsizetype rows, QElapsedTimer &clock)
-        : m_list(list), m_rows(rows), m_clock(clock)
+        : m_list(list)
+        , m_rows(rows)
+        , m_clock(clock)
     {
         list.viewport()->installEventFilter(this);
     }
@@ -140,8 +142,8 @@ int main(int argc, char *argv[])
         repository = folder.filePath(u"git"_s);
         out << "generating the repository in " << repository << "\n";
         out.flush();
-        if (!generateFixture(u"make_git_fixture.py"_s, {repository, u"--files"_s, u"110000"_s, u"--commits"_s,
-                                                        u"20"_s, u"--changes"_s, u"100000"_s})) {
+        if (!generateFixture(u"make_git_fixture.py"_s, {repository, u"--files"_s, u"110000"_s, u"--commits"_s, u"20"_s,
+                                                        u"--changes"_s, u"100000"_s})) {
             out << "the fixture generator failed\n";
             return 1;
         }

@@ -44,10 +44,9 @@ int main(int argc, char *argv[])
         const double held = static_cast<double>(after - before);
         const double textBytes = static_cast<double>(text.size()) * 2.0;
 
-        out << QString::asprintf("%10lld %12.2f %12.2f %7.2f %14.2f %12.1f %10.2f\n",
-                                 static_cast<long long>(lineCount), build, split, build / split,
-                                 held / (1024.0 * 1024.0), held / static_cast<double>(lineCount),
-                                 (held + textBytes) / textBytes);
+        out << QString::asprintf("%10lld %12.2f %12.2f %7.2f %14.2f %12.1f %10.2f\n", static_cast<long long>(lineCount),
+                                 build, split, build / split, held / (1024.0 * 1024.0),
+                                 held / static_cast<double>(lineCount), (held + textBytes) / textBytes);
         out.flush();
         document.reset();
     }

@@ -67,8 +67,7 @@ int main(int argc, char *argv[])
     QApplication::processEvents();
     QPixmap target(canvas.viewport()->size());
     out << "viewport " << canvas.viewport()->width() << " x " << canvas.viewport()->height() << ", "
-        << canvas.viewport()->height() / DiffCanvas::rowHeight + 1 << " rows; median of " << paintRuns
-        << " paints\n";
+        << canvas.viewport()->height() / DiffCanvas::rowHeight + 1 << " rows; median of " << paintRuns << " paints\n";
     out << QString::asprintf("%-8s %10s %10s %10s %10s\n", "layout", "lines", "top ms", "middle ms", "end ms");
 
     double ratio = 0;
@@ -77,17 +76,17 @@ int main(int argc, char *argv[])
         const char *name = layout == DiffCanvas::Layout::unified ? "unified" : "split";
         canvas.setDocument(small);
         const Positions few = paintAtPositions(canvas, target);
-        out << QString::asprintf("%-8s %10lld %10.3f %10.3f %10.3f\n", name, static_cast<long long>(small.unifiedLines.size()),
-                                 few.top, few.middle, few.end);
+        out << QString::asprintf("%-8s %10lld %10.3f %10.3f %10.3f\n", name,
+                                 static_cast<long long>(small.unifiedLines.size()), few.top, few.middle, few.end);
         canvas.setDocument(large);
         const Positions many = paintAtPositions(canvas, target);
-        out << QString::asprintf("%-8s %10lld %10.3f %10.3f %10.3f\n", name, static_cast<long long>(large.unifiedLines.size()),
-                                 many.top, many.middle, many.end);
+        out << QString::asprintf("%-8s %10lld %10.3f %10.3f %10.3f\n", name,
+                                 static_cast<long long>(large.unifiedLines.size()), many.top, many.middle, many.end);
         ratio = std::max(ratio, many.slowest() / few.slowest());
         out.flush();
     }
-    out << QString::asprintf("slowest 1,000,000-line viewport over slowest 1,000-line one: %.2f (target: at most 1.2)\n",
-                             ratio);
+    out << QString::asprintf(
+        "slowest 1,000,000-line viewport over slowest 1,000-line one: %.2f (target: at most 1.2)\n", ratio);
 
     // A new document arrives: the time until its first viewport is painted.
     canvas.setLayout(DiffCanvas::Layout::unified);

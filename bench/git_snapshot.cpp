@@ -30,19 +30,18 @@ int main(int argc, char *argv[])
             out << "git was not found\n";
             return 1;
         }
-        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git,
-                                           gitEnvironment(), loadGitSnapshot};
+        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git, gitEnvironment(), loadGitSnapshot};
         return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }
 
     const bool small = options.small;
     const QList<std::pair<QString, QStringList>> fixtures{
-        {u"wide"_s, small ? QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"500"_s, u"--changes"_s, u"320"_s}
-                          : QStringList{u"--files"_s, u"50000"_s, u"--commits"_s, u"5000"_s, u"--changes"_s,
-                                        u"3200"_s}},
-        {u"deep"_s, small ? QStringList{u"--files"_s, u"500"_s, u"--commits"_s, u"20000"_s, u"--changes"_s, u"32"_s}
-                          : QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"200000"_s, u"--changes"_s,
-                                        u"320"_s}},
+        {u"wide"_s, small
+                        ? QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"500"_s, u"--changes"_s, u"320"_s}
+                        : QStringList{u"--files"_s, u"50000"_s, u"--commits"_s, u"5000"_s, u"--changes"_s, u"3200"_s}},
+        {u"deep"_s, small
+                        ? QStringList{u"--files"_s, u"500"_s, u"--commits"_s, u"20000"_s, u"--changes"_s, u"32"_s}
+                        : QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"200000"_s, u"--changes"_s, u"320"_s}},
     };
     QTemporaryDir folder(QDir::tempPath() + u"/tillery-bench-XXXXXX"_s);
     folder.setAutoRemove(!options.keep);
@@ -52,7 +51,8 @@ int main(int argc, char *argv[])
         out << "\n== " << name << " repository: generating " << size.join(u' ') << " --remote in " << repository
             << "\n";
         out.flush();
-        if (!bench::generateFixture(u"make_git_fixture.py"_s, QStringList{repository} + size + QStringList{u"--remote"_s})) {
+        if (!bench::generateFixture(u"make_git_fixture.py"_s,
+                                    QStringList{repository} + size + QStringList{u"--remote"_s})) {
             out << "the fixture generator failed\n";
             return 1;
         }

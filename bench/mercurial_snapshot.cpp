@@ -28,16 +28,16 @@ int main(int argc, char *argv[])
             out << "hg was not found\n";
             return 1;
         }
-        const bench::SnapshotLoader loader{u"loadMercurialSnapshot"_s, "HG", *hg,
-                                           mercurialEnvironment(), loadMercurialSnapshot};
+        const bench::SnapshotLoader loader{u"loadMercurialSnapshot"_s, "HG", *hg, mercurialEnvironment(),
+                                           loadMercurialSnapshot};
         return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }
 
     const bool small = options.small;
-    const QStringList size = small ? QStringList{u"--files"_s, u"5000"_s, u"--changesets"_s, u"500"_s,
-                                                 u"--bookmarks"_s, u"12"_s, u"--changes"_s, u"320"_s}
-                                   : QStringList{u"--files"_s, u"50000"_s, u"--changesets"_s, u"5000"_s,
-                                                 u"--bookmarks"_s, u"36"_s, u"--changes"_s, u"3200"_s};
+    const QStringList size = small ? QStringList{u"--files"_s,     u"5000"_s, u"--changesets"_s, u"500"_s,
+                                                 u"--bookmarks"_s, u"12"_s,   u"--changes"_s,    u"320"_s}
+                                   : QStringList{u"--files"_s,     u"50000"_s, u"--changesets"_s, u"5000"_s,
+                                                 u"--bookmarks"_s, u"36"_s,    u"--changes"_s,    u"3200"_s};
     QTemporaryDir folder(QDir::tempPath() + u"/tillery-bench-XXXXXX"_s);
     folder.setAutoRemove(!options.keep);
     const QString repository = folder.filePath(u"repository"_s);

@@ -86,7 +86,9 @@ void measureRepository(QTextStream &out, const Repository &repository, int runs)
     out << "repository: " << repository.path << " (" << rawValue(repository.kind) << ")\n";
 
     const auto idle = [&model] { return model.runningBackgroundWork() == 0 && !model.activityState().isBusy(); };
-    const auto diffShown = [&model] { return model.runningBackgroundWork() == 0 && !model.diffSelection().isLoadingDiff(); };
+    const auto diffShown = [&model] {
+        return model.runningBackgroundWork() == 0 && !model.diffSelection().isLoadingDiff();
+    };
     report(out, u"adding and first refresh"_s, measure([&] { model.adoptRepository(repository); }, idle));
     for (int run = 0; run < runs; ++run)
         report(out, u"refresh"_s, measure([&] { model.refresh(); }, idle));
@@ -129,14 +131,17 @@ int main(int argc, char *argv[])
     if (mercurial.isEmpty() && git.isEmpty()) {
         mercurial = folder.filePath(u"mercurial"_s);
         git = folder.filePath(u"git"_s);
-        const QStringList hgSize = small ? QStringList{u"--files"_s, u"5000"_s, u"--changesets"_s, u"500"_s, u"--changes"_s, u"320"_s}
-                                         : QStringList{};
-        const QStringList gitSize = small ? QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"500"_s, u"--changes"_s, u"320"_s}
-                                          : QStringList{};
+        const QStringList hgSize =
+            small ? QStringList{u"--files"_s, u"5000"_s, u"--changesets"_s, u"500"_s, u"--changes"_s, u"320"_s}
+                  : QStringList{};
+        const QStringList gitSize =
+            small ? QStringList{u"--files"_s, u"5000"_s, u"--commits"_s, u"500"_s, u"--changes"_s, u"320"_s}
+                  : QStringList{};
         out << "generating the repositories in " << folder.path() << "\n";
         out.flush();
         if (!bench::generateFixture(u"make_mercurial_fixture.py"_s, QStringList{mercurial} + hgSize)
-            || !bench::generateFixture(u"make_git_fixture.py"_s, QStringList{git} + gitSize + QStringList{u"--remote"_s})) {
+            || !bench::generateFixture(u"make_git_fixture.py"_s,
+                                       QStringList{git} + gitSize + QStringList{u"--remote"_s})) {
             out << "the fixture generator failed\n";
             return 1;
         }

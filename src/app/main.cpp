@@ -79,8 +79,8 @@ int main(int argc, char *argv[])
                                         u"With --demo: write pictures of every page, sheet and settings tab, light "
                                         "and dark, into the folder and quit."_s,
                                         u"folder"_s);
-    parser.addOptions({screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption,
-                       tourOption});
+    parser.addOptions(
+        {screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption, tourOption});
     parser.process(application);
     QTextStream out(stdout);
     if (parser.isSet(darkOption)) {

@@ -113,7 +113,7 @@ QList<PresentedDiffLine> classifyDiffLines(QStringView text)
     std::optional<qint64> oldLine;
     std::optional<qint64> newLine;
     const auto addLine = [&lines](qint64 id, QStringView line, std::optional<qint64> oldNumber,
-                               std::optional<qint64> newNumber, DiffLineKind kind) {
+                                  std::optional<qint64> newNumber, DiffLineKind kind) {
         lines.append(PresentedDiffLine{id, line.toString(), oldNumber, newNumber, kind});
     };
 
@@ -180,8 +180,8 @@ QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
             const qsizetype deletions = deletionsEnd - cursor;
             const qsizetype additions = additionsEnd - deletionsEnd;
             for (qsizetype k = 0; k < std::max(deletions, additions); ++k) {
-                append(k < deletions ? &lines[cursor + k] : nullptr,
-                       k < additions ? &lines[deletionsEnd + k] : nullptr, false);
+                append(k < deletions ? &lines[cursor + k] : nullptr, k < additions ? &lines[deletionsEnd + k] : nullptr,
+                       false);
             }
             cursor = additionsEnd;
             break;

@@ -1,6 +1,5 @@
 #include "git/GitArguments.h"
 
-
 using namespace Qt::StringLiterals;
 
 namespace tillery::git {
@@ -20,6 +19,5 @@ QString fileArgument(const QString &path)
 {
     return needsLiteralPathspec(path) ? u":(literal)"_s + path : path;
 }
-
 
 } // namespace tillery::git

@@ -11,6 +11,4 @@ namespace tillery::git {
 bool needsLiteralPathspec(QStringView path);
 QString fileArgument(const QString &path);
 
-
-
 } // namespace tillery::git

@@ -123,7 +123,7 @@ public:
         const QStringList paths = pathsOf(files);
         Tool::run(Tool::addAllCommand(paths), repositoryPath);
         Tool::run(Tool::commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
-               repositoryPath);
+                  repositoryPath);
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override
@@ -187,7 +187,8 @@ public:
     {
         const QString stored =
             addressToStore(address, [&] { return text(Tool::originUrlCommand(), repositoryPath).trimmed(); });
-        Tool::run(hasOrigin(repositoryPath) ? Tool::setOriginCommand(stored) : Tool::addOriginCommand(stored), repositoryPath);
+        Tool::run(hasOrigin(repositoryPath) ? Tool::setOriginCommand(stored) : Tool::addOriginCommand(stored),
+                  repositoryPath);
     }
 };
 

@@ -223,7 +223,8 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
         index += headerPieces;
         QStringList files;
         for (bool first = true; index < pieces.size() && !startsRecord(pieces[index]); ++index, first = false) {
-            const QByteArrayView name = first && pieces[index].startsWith('\n') ? pieces[index].sliced(1) : pieces[index];
+            const QByteArrayView name =
+                first && pieces[index].startsWith('\n') ? pieces[index].sliced(1) : pieces[index];
             if (const std::optional<QString> path = decodeUtf8(name); path && !path->isEmpty())
                 files.append(*path);
         }
@@ -248,7 +249,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
 std::optional<QString> parseOriginHead(QByteArrayView output)
 {
     const QString text = decodeUtf8OrEmpty(output).trimmed();
-    const QList<QStringView> pieces = splitSkippingEmpty(text, u'/');
+    const QList<QStringView> pieces = QStringView(text).split(u'/', Qt::SkipEmptyParts);
     if (pieces.isEmpty() || pieces.last().isEmpty())
         return std::nullopt;
     return pieces.last().toString();

@@ -1,7 +1,7 @@
 #include "git/GitSnapshot.h"
 
-#include "git/GitTool.h"
 #include "git/GitParsers.h"
+#include "git/GitTool.h"
 #include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
@@ -21,8 +21,7 @@ QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath)
     return runGit(command, repositoryPath).standardOutput;
 }
 
-bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchList,
-               const QString &repositoryPath)
+bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchList, const QString &repositoryPath)
 {
     if (!branch.upstream.isEmpty())
         return trackingNeedsPush(branch.tracking);
@@ -43,8 +42,9 @@ QList<Bookmark> branches(const QList<LocalBranchRecord> &records, const std::opt
                                    needsPush(record, remoteBranchList, repositoryPath)});
     }
     // A repository without commits has a current branch that no ref names yet.
-    const bool listed = current && std::any_of(branchList.cbegin(), branchList.cend(),
-                                                [&current](const Bookmark &branch) { return branch.name == *current; });
+    const bool listed = current
+                        && std::any_of(branchList.cbegin(), branchList.cend(),
+                                       [&current](const Bookmark &branch) { return branch.name == *current; });
     if (current && !listed)
         branchList.append(Bookmark{*current, 0, QString(), true, std::nullopt, true});
     sortBranches(branchList);
@@ -59,7 +59,8 @@ QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QS
     QHash<QString, QStringList> branchesByCommit;
     for (const LocalBranchRecord &record : branchRecords)
         branchesByCommit[record.hash].append(record.name);
-    const QHash<QString, QStringList> tagsByCommit = parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
+    const QHash<QString, QStringList> tagsByCommit =
+        parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
     const qint64 total = parseCount(outputOf(GitTool::commitCountCommand(), repositoryPath)).value_or(0);
     return parseHistory(log, total, branchesByCommit, tagsByCommit);
 }
@@ -96,7 +97,8 @@ QList<WorkingFile> workingFiles(const QString &repositoryPath)
     const bool monitorChosenByPerson =
         personEnablesFilesystemMonitor(outputOf(GitTool::filesystemMonitorScopeCommand(), repositoryPath));
     const ToolCommand status = GitTool::statusCommand();
-    return parseStatus(outputOf(monitorChosenByPerson ? status : GitTool::withoutFilesystemMonitor(status), repositoryPath));
+    return parseStatus(
+        outputOf(monitorChosenByPerson ? status : GitTool::withoutFilesystemMonitor(status), repositoryPath));
 }
 
 } // namespace
@@ -113,7 +115,8 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     using namespace git;
     RepositorySnapshot snapshot;
     snapshot.files = workingFiles(repositoryPath);
-    const QList<LocalBranchRecord> branchRecords = parseLocalBranches(outputOf(GitTool::localBranchesCommand(), repositoryPath));
+    const QList<LocalBranchRecord> branchRecords =
+        parseLocalBranches(outputOf(GitTool::localBranchesCommand(), repositoryPath));
     const QStringList remoteBranchList = parseLines(outputOf(GitTool::remoteBranchesCommand(), repositoryPath));
     const std::optional<QString> current = currentBranch(repositoryPath);
     snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
@@ -121,8 +124,8 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     snapshot.history = history(branchRecords, repositoryPath);
     snapshot.paths = remotes(repositoryPath);
     snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
-    snapshot.defaultBranch =
-        chooseDefaultBranch(parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
+    snapshot.defaultBranch = chooseDefaultBranch(
+        parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
     snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
     return snapshot;
 }

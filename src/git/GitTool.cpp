@@ -1,7 +1,7 @@
 #include "git/GitTool.h"
 
-#include "process/BackendSteps.h"
 #include "git/GitArguments.h"
+#include "process/BackendSteps.h"
 
 using namespace Qt::StringLiterals;
 using tillery::git::fileArgument;
@@ -14,8 +14,13 @@ namespace {
 // colour, external tools, path prefixes and quoting.
 QStringList diffArguments(const QString &command = u"diff"_s)
 {
-    return {u"-c"_s, u"core.quotePath=false"_s, command, u"--no-ext-diff"_s, u"--no-color"_s,
-            u"--src-prefix=a/"_s, u"--dst-prefix=b/"_s};
+    return {u"-c"_s,
+            u"core.quotePath=false"_s,
+            command,
+            u"--no-ext-diff"_s,
+            u"--no-color"_s,
+            u"--src-prefix=a/"_s,
+            u"--dst-prefix=b/"_s};
 }
 
 } // namespace
@@ -68,16 +73,14 @@ ToolCommand GitTool::verifyHeadCommand()
 ToolCommand GitTool::historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
-             u"--format=/%H%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
-             u"--no-color"_s, u"--no-show-signature"_s},
+             u"--format=/%H%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
+             u"--no-show-signature"_s},
             {0}};
 }
 
 ToolCommand GitTool::tagTargetsCommand()
 {
-    return {{u"for-each-ref"_s, u"--format=%(objectname)%09%(*objectname)%09%(refname:short)"_s,
-             u"refs/tags"_s},
-            {0}};
+    return {{u"for-each-ref"_s, u"--format=%(objectname)%09%(*objectname)%09%(refname:short)"_s, u"refs/tags"_s}, {0}};
 }
 
 ToolCommand GitTool::commitCountCommand()
@@ -118,8 +121,8 @@ ToolCommand GitTool::stagedDiffCommand(const QString &path)
 
 ToolCommand GitTool::changesetFilesCommand(const QString &hash)
 {
-    return {{u"diff-tree"_s, u"--root"_s, u"--no-commit-id"_s, u"--name-status"_s, u"--find-renames"_s,
-             u"-r"_s, u"-z"_s, hash},
+    return {{u"diff-tree"_s, u"--root"_s, u"--no-commit-id"_s, u"--name-status"_s, u"--find-renames"_s, u"-r"_s,
+             u"-z"_s, hash},
             {0}};
 }
 
@@ -155,7 +158,8 @@ ToolCommand GitTool::addAllCommand(const QStringList &paths)
     return {QStringList{u"add"_s, u"-A"_s, u"--"_s} + fileArguments(paths), {0}};
 }
 
-ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message, const std::optional<git::GitIdentity> &identity)
+ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message,
+                                   const std::optional<git::GitIdentity> &identity)
 {
     QStringList arguments;
     if (identity)

@@ -70,7 +70,8 @@ struct GitTool {
     // paths are made safe here. The commands that talk to a remote ask for
     // "--progress", which git otherwise writes only to a terminal.
     static ToolCommand addAllCommand(const QStringList &paths);
-    static ToolCommand commitCommand(const QStringList &paths, const QString &message, const std::optional<git::GitIdentity> &identity);
+    static ToolCommand commitCommand(const QStringList &paths, const QString &message,
+                                     const std::optional<git::GitIdentity> &identity);
     static ToolCommand trackedFilesCommand();
     static ToolCommand restoreCommand(const QStringList &paths);
     static ToolCommand forgetNewFilesCommand(const QStringList &paths);

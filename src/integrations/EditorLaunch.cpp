@@ -91,8 +91,11 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
         if (!found)
             return name + u" is no longer installed. Choose another editor in Settings."_s;
         if (!found->bundleIdentifier.isEmpty()) {
-            return LaunchPlan{u"/usr/bin/open"_s, {u"-b"_s, found->bundleIdentifier, targetPath}, repositoryPath,
-                              LaunchPlan::Start::awaited, name};
+            return LaunchPlan{u"/usr/bin/open"_s,
+                              {u"-b"_s, found->bundleIdentifier, targetPath},
+                              repositoryPath,
+                              LaunchPlan::Start::awaited,
+                              name};
         }
         const QStringList arguments = found->desktopCommand.isEmpty()
                                           ? QStringList{targetPath}
@@ -131,8 +134,11 @@ LaunchPlan openWithPlan(const QString &applicationPath, const QString &targetPat
 {
     const QString name = QFileInfo(applicationPath).completeBaseName();
     if (isApplicationBundle(applicationPath))
-        return LaunchPlan{u"/usr/bin/open"_s, {u"-a"_s, applicationPath, targetPath}, repositoryPath,
-                          LaunchPlan::Start::awaited, name};
+        return LaunchPlan{u"/usr/bin/open"_s,
+                          {u"-a"_s, applicationPath, targetPath},
+                          repositoryPath,
+                          LaunchPlan::Start::awaited,
+                          name};
     return LaunchPlan{applicationPath, {targetPath}, repositoryPath, LaunchPlan::Start::detached, name};
 }
 

@@ -15,8 +15,8 @@ namespace tillery {
 // The editor settings as stored.
 struct EditorChoice {
     std::optional<QString> selection; // raw value of ExternalEditor
-    QString path;                     // for `other`: an application bundle or an executable
-    QString arguments;                // for `other`: the argument string
+    QString path; // for `other`: an application bundle or an executable
+    QString arguments; // for `other`: the argument string
 };
 
 // The known editors of this platform that are installed.

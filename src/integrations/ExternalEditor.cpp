@@ -18,7 +18,9 @@ struct EditorEntry {
 const QList<EditorEntry> &catalogue()
 {
     static const QList<EditorEntry> entries{
-        {ExternalEditor::sublimeText, u"sublimeText"_s, u"Sublime Text"_s,
+        {ExternalEditor::sublimeText,
+         u"sublimeText"_s,
+         u"Sublime Text"_s,
          {u"com.sublimetext.4"_s, u"com.sublimetext.3"_s, u"com.sublimetext.2"_s},
          {u"subl"_s},
          {u"sublime_text"_s}},
@@ -26,8 +28,12 @@ const QList<EditorEntry> &catalogue()
         {ExternalEditor::vsCode, u"vsCode"_s, u"VS Code"_s, {u"com.microsoft.VSCode"_s}, {u"code"_s}, {u"code"_s}},
         {ExternalEditor::xcode, u"xcode"_s, u"Xcode"_s, {u"com.apple.dt.Xcode"_s}, {}, {}},
         {ExternalEditor::kate, u"kate"_s, u"Kate"_s, {}, {u"kate"_s}, {u"org.kde.kate"_s}},
-        {ExternalEditor::gnomeTextEditor, u"gnomeTextEditor"_s, u"GNOME Text Editor"_s, {},
-         {u"gnome-text-editor"_s}, {u"org.gnome.TextEditor"_s}},
+        {ExternalEditor::gnomeTextEditor,
+         u"gnomeTextEditor"_s,
+         u"GNOME Text Editor"_s,
+         {},
+         {u"gnome-text-editor"_s},
+         {u"org.gnome.TextEditor"_s}},
         {ExternalEditor::gedit, u"gedit"_s, u"gedit"_s, {}, {u"gedit"_s}, {u"org.gnome.gedit"_s}},
         {ExternalEditor::zed, u"zed"_s, u"Zed"_s, {}, {u"zed"_s, u"zeditor"_s}, {u"dev.zed.Zed"_s}},
         {ExternalEditor::other, u"other"_s, u"Editor"_s, {}, {}, {}},
@@ -57,7 +63,7 @@ QList<ExternalEditor> platformExternalEditors()
             ExternalEditor::other};
 #else
     return {ExternalEditor::vsCode, ExternalEditor::sublimeText, ExternalEditor::kate, ExternalEditor::gnomeTextEditor,
-            ExternalEditor::gedit, ExternalEditor::zed, ExternalEditor::other};
+            ExternalEditor::gedit,  ExternalEditor::zed,         ExternalEditor::other};
 #endif
 }
 

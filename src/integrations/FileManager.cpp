@@ -20,9 +20,9 @@ bool revealInFileManager(const QString &path)
 #ifdef Q_OS_MACOS
     return QProcess::startDetached(u"/usr/bin/open"_s, {u"-R"_s, path});
 #else
-    QDBusMessage call = QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s,
-                                                       u"/org/freedesktop/FileManager1"_s,
-                                                       u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, u"ShowItems"_s);
     call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
     const QDBusMessage reply = QDBusConnection::sessionBus().call(call, QDBus::Block, 3000);
     if (reply.type() == QDBusMessage::ReplyMessage)
@@ -31,8 +31,8 @@ bool revealInFileManager(const QString &path)
     // application's own thread.
     const QFileInfo info(path);
     const QUrl folder = QUrl::fromLocalFile(info.isDir() ? path : info.absolutePath());
-    QMetaObject::invokeMethod(QCoreApplication::instance(), [folder] { QDesktopServices::openUrl(folder); },
-                              Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [folder] { QDesktopServices::openUrl(folder); }, Qt::QueuedConnection);
     return true;
 #endif
 }

@@ -28,7 +28,7 @@ QString normalisedIgnorePattern(const QString &pattern, RepositoryKind kind)
 std::optional<QString> ignoreTextWithEntry(const QString &text, const QString &pattern, RepositoryKind kind)
 {
     const QString entry = normalisedIgnorePattern(pattern, kind);
-    for (const QStringView line : nonEmptyLines(text)) {
+    for (const QStringView line : QStringTokenizer(text, u'\n', Qt::SkipEmptyParts)) {
         if (line == entry)
             return std::nullopt;
     }
@@ -51,8 +51,9 @@ void addIgnoreEntry(const QString &pattern, const QString &repositoryPath, Repos
     if (const auto *problem = std::get_if<RepositoryFileProblem>(&read)) {
         switch (*problem) {
         case RepositoryFileProblem::isLink:
-            throw PlatformFailure(name + u" is a symbolic link, which Tillery never writes through; it was left "
-                                         "unchanged. Edit the file it leads to yourself."_s);
+            throw PlatformFailure(name
+                                  + u" is a symbolic link, which Tillery never writes through; it was left "
+                                    "unchanged. Edit the file it leads to yourself."_s);
         case RepositoryFileProblem::unreadable:
             throw PlatformFailure(name + u" could not be read; it was left unchanged."_s);
         case RepositoryFileProblem::notUtf8:

@@ -33,9 +33,9 @@ std::optional<QStringList> commandOfDesktopFile(const QString &desktopId)
     if (!command)
         return std::nullopt;
     const QString program = command->first();
-    const std::optional<QString> found = QFileInfo(program).isAbsolute()
-                                             ? (QFileInfo(program).isExecutable() ? std::optional(program) : std::nullopt)
-                                             : programOnPath(program);
+    const std::optional<QString> found =
+        QFileInfo(program).isAbsolute() ? (QFileInfo(program).isExecutable() ? std::optional(program) : std::nullopt)
+                                        : programOnPath(program);
     if (!found)
         return std::nullopt;
     (*command)[0] = *found;

@@ -74,7 +74,8 @@ public:
         if (size > m_objectCount)
             return std::nullopt;
         for (quint64 index = 0; index < size; ++index) {
-            const std::optional<quint64> keyObject = number(firstKey + qsizetype(index) * m_referenceSize, m_referenceSize);
+            const std::optional<quint64> keyObject =
+                number(firstKey + qsizetype(index) * m_referenceSize, m_referenceSize);
             if (!keyObject || string(*keyObject) != key)
                 continue;
             const qsizetype valueReference = firstKey + qsizetype((size + index) * m_referenceSize);

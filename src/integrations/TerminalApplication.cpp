@@ -51,9 +51,9 @@ QList<TerminalApplication> platformTerminalApplications()
 #ifdef Q_OS_MACOS
     return {TerminalApplication::terminal, TerminalApplication::iTerm, TerminalApplication::ghostty};
 #else
-    return {TerminalApplication::gnomeTerminal, TerminalApplication::konsole, TerminalApplication::xfceTerminal,
+    return {TerminalApplication::gnomeTerminal, TerminalApplication::konsole,   TerminalApplication::xfceTerminal,
             TerminalApplication::kitty,         TerminalApplication::alacritty, TerminalApplication::wezterm,
-            TerminalApplication::foot,          TerminalApplication::ghostty,  TerminalApplication::xterm};
+            TerminalApplication::foot,          TerminalApplication::ghostty,   TerminalApplication::xterm};
 #endif
 }
 

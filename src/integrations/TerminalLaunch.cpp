@@ -61,13 +61,19 @@ std::variant<LaunchPlan, QString> terminalLaunchPlan(const std::optional<QString
 #ifdef Q_OS_MACOS
     switch (terminal) {
     case TerminalApplication::iTerm:
-        return LaunchPlan{u"/usr/bin/osascript"_s, {u"-e"_s, iTermScript(repositoryPath)}, repositoryPath,
-                          LaunchPlan::Start::awaited, name};
+        return LaunchPlan{u"/usr/bin/osascript"_s,
+                          {u"-e"_s, iTermScript(repositoryPath)},
+                          repositoryPath,
+                          LaunchPlan::Start::awaited,
+                          name};
     case TerminalApplication::ghostty:
         return LaunchPlan{QString(), {repositoryPath}, repositoryPath, LaunchPlan::Start::ghosttyService, name};
     default:
-        return LaunchPlan{u"/usr/bin/open"_s, {u"-b"_s, identifier(TerminalApplication::terminal), repositoryPath},
-                          repositoryPath, LaunchPlan::Start::awaited, name};
+        return LaunchPlan{u"/usr/bin/open"_s,
+                          {u"-b"_s, identifier(TerminalApplication::terminal), repositoryPath},
+                          repositoryPath,
+                          LaunchPlan::Start::awaited,
+                          name};
     }
 #else
     const std::optional<QString> program = locationOf(terminal, applications);

@@ -58,7 +58,8 @@ public:
 
     QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const override
     {
-        return parseMercurialStatus(outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
+        return parseMercurialStatus(
+            outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
     }
 
     // hg has no staging: untracked files are added, then exactly the chosen
@@ -108,8 +109,8 @@ public:
     {
         // hg has no command that sets a path: the file is edited in place.
         mercurial::writeDefaultPath(repositoryPath, addressToStore(address, [&] {
-                             return text(Tool::storedDefaultPathCommand(), repositoryPath).trimmed();
-                         }));
+                                        return text(Tool::storedDefaultPathCommand(), repositoryPath).trimmed();
+                                    }));
     }
 };
 

@@ -1,6 +1,5 @@
 #include "mercurial/MercurialFileArguments.h"
 
-
 using namespace Qt::StringLiterals;
 
 namespace tillery::mercurial {

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QStringTokenizer>
 
 #include <cmath>
 
@@ -113,7 +114,7 @@ QSet<QString> parseUnresolvedPaths(QByteArrayView output)
 {
     QSet<QString> paths;
     const QString text = decodeUtf8OrEmpty(output);
-    for (const QStringView line : nonEmptyLines(text)) {
+    for (const QStringView line : QStringTokenizer(text, u'\n', Qt::SkipEmptyParts)) {
         if (line.front() == u'U')
             paths.insert(line.size() > 2 ? line.sliced(2).toString() : QString());
     }
@@ -132,8 +133,9 @@ void markUnresolved(QList<WorkingFile> &files, const QSet<QString> &unresolvedPa
 
 QString summaryOf(const QString &description)
 {
-    const QList<QStringView> pieces = splitSkippingEmpty(description, u'\n', 1);
-    return pieces.isEmpty() ? QString() : pieces.first().toString();
+    for (const QStringView line : QStringTokenizer(description, u'\n', Qt::SkipEmptyParts))
+        return line.toString();
+    return QString();
 }
 
 QList<Changeset> parseHistory(const QByteArray &output)
@@ -167,18 +169,18 @@ QHash<QString, QDateTime> parseBookmarkDates(QByteArrayView output)
 {
     QHash<QString, QDateTime> dates;
     const QString text = decodeUtf8OrEmpty(output);
-    for (const QStringView line : nonEmptyLines(text)) {
-        const QList<QStringView> fields = splitSkippingEmpty(line, u'\t', 1);
-        if (fields.size() != 2)
+    for (const QStringView line : QStringTokenizer(text, u'\n', Qt::SkipEmptyParts)) {
+        const qsizetype tab = line.indexOf(u'\t');
+        if (tab <= 0)
             continue;
-        const QList<QStringView> dateParts = splitSkippingEmpty(fields[1], u' ');
+        const QList<QStringView> dateParts = line.sliced(tab + 1).split(u' ', Qt::SkipEmptyParts);
         if (dateParts.isEmpty())
             continue;
         bool parsed = false;
         const double seconds = dateParts.first().toDouble(&parsed);
         if (!parsed || !std::isfinite(seconds))
             continue;
-        dates.insert(fields[0].toString(), dateFromSeconds(seconds));
+        dates.insert(line.first(tab).toString(), dateFromSeconds(seconds));
     }
     return dates;
 }
@@ -215,12 +217,13 @@ QMap<QString, QString> parsePaths(QByteArrayView output)
 {
     QMap<QString, QString> paths;
     const QString text = decodeUtf8OrEmpty(output);
-    for (const QStringView line : nonEmptyLines(text)) {
-        const QList<QStringView> pieces = splitSkippingEmpty(line, u'=', 1);
-        if (pieces.size() != 2)
+    for (const QStringView line : QStringTokenizer(text, u'\n', Qt::SkipEmptyParts)) {
+        // "name =" with nothing after it names no address.
+        const qsizetype equals = line.indexOf(u'=');
+        if (equals <= 0 || equals == line.size() - 1)
             continue;
-        paths.insert(trimmedSpacesAndTabs(pieces[0]).toString(),
-                     trimmedSpacesAndTabs(pieces[1]).toString());
+        paths.insert(trimmedSpacesAndTabs(line.first(equals)).toString(),
+                     trimmedSpacesAndTabs(line.sliced(equals + 1)).toString());
     }
     return paths;
 }

@@ -1,7 +1,7 @@
 #include "mercurial/MercurialSnapshot.h"
 
-#include "mercurial/MercurialTool.h"
 #include "mercurial/MercurialParsers.h"
+#include "mercurial/MercurialTool.h"
 #include "process/BackendSteps.h"
 #include "process/ToolRunner.h"
 
@@ -37,8 +37,7 @@ QList<Bookmark> loadBookmarks(const QString &repositoryPath)
 RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
 {
     RepositorySnapshot snapshot;
-    snapshot.files =
-        parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
+    snapshot.files = parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
     mercurial::markUnresolved(
         snapshot.files, mercurial::parseUnresolvedPaths(
                             runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput));
@@ -48,8 +47,7 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
     snapshot.branch = mercurial::parseCurrentBranch(
         runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);
     snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
-    snapshot.paths =
-        mercurial::parsePaths(runMercurial(MercurialTool::pathsCommand(), repositoryPath).standardOutput);
+    snapshot.paths = mercurial::parsePaths(runMercurial(MercurialTool::pathsCommand(), repositoryPath).standardOutput);
     snapshot.defaultBranch = u"default"_s;
     snapshot.currentBranchIsPublished = true;
     return snapshot;

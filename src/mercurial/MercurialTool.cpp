@@ -1,7 +1,7 @@
 #include "mercurial/MercurialTool.h"
 
-#include "process/BackendSteps.h"
 #include "mercurial/MercurialFileArguments.h"
+#include "process/BackendSteps.h"
 
 using namespace Qt::StringLiterals;
 using tillery::mercurial::fileArgument;

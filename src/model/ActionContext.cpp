@@ -18,9 +18,8 @@ void ActionContext::runAndRefresh(const QString &activity, Work work) const
     if (!target)
         return;
     operations.perform(
-        activity, [work = std::move(work), backend = &target->backend, path = target->repository.path] {
-            work(*backend, path);
-        },
+        activity,
+        [work = std::move(work), backend = &target->backend, path = target->repository.path] { work(*backend, path); },
         [refresh = refresh](Done) { refresh(); });
 }
 
@@ -31,8 +30,8 @@ void ActionContext::runRemoteAndRefresh(const QString &activity, RemoteWork work
         return;
     operations.performRemote(
         activity,
-        [work = std::move(work), backend = &target->backend, path = target->repository.path](
-            const RunControl &control) { work(*backend, path, control); },
+        [work = std::move(work), backend = &target->backend,
+         path = target->repository.path](const RunControl &control) { work(*backend, path, control); },
         [refresh = refresh](Done) { refresh(); });
 }
 

@@ -81,12 +81,12 @@ void AppModel::start()
 {
     m_settings.migrateEditorSetting();
     m_workspace->setCommitUsername(m_settings.commitUsername());
-    runInBackground(&m_pool, this,
-                    [store = m_icons->store(), files = m_icons->readFiles()] { return store.loadAll(files); },
-                    [this](Outcome<QMap<QString, QImage>> loaded) {
-                        if (loaded.succeeded())
-                            m_icons->takeLoaded(*loaded.value);
-                    });
+    runInBackground(
+        &m_pool, this, [store = m_icons->store(), files = m_icons->readFiles()] { return store.loadAll(files); },
+        [this](Outcome<QMap<QString, QImage>> loaded) {
+            if (loaded.succeeded())
+                m_icons->takeLoaded(*loaded.value);
+        });
     m_library->load();
 
     std::optional<Repository> selection;
@@ -188,9 +188,10 @@ void AppModel::adoptRepository(const Repository &repository)
 
 void AppModel::confirmRemove(const Repository &repository)
 {
-    const AlertRequest request{u"Remove “"_s + RepositoryLibrary::displayName(repository.path) + u"” from Tillery?"_s,
-                               u"The repository will only be removed from the app. Files on disk will not be changed."_s,
-                               {u"Remove"_s, u"Cancel"_s}};
+    const AlertRequest request{
+        u"Remove “"_s + RepositoryLibrary::displayName(repository.path) + u"” from Tillery?"_s,
+        u"The repository will only be removed from the app. Files on disk will not be changed."_s,
+        {u"Remove"_s, u"Cancel"_s}};
     if (m_prompts.alert(request) == 0)
         remove(repository);
 }
@@ -246,8 +247,7 @@ void AppModel::renameFolder(const QUuid &folderId)
     }
     if (!folder)
         return;
-    const std::optional<QString> name =
-        m_prompts.enterText({u"Rename Folder"_s, QString(), folder->name, u"Rename"_s});
+    const std::optional<QString> name = m_prompts.enterText({u"Rename Folder"_s, QString(), folder->name, u"Rename"_s});
     if (name)
         m_library->renameFolder(folderId, *name);
 }
@@ -278,7 +278,7 @@ void AppModel::sortSidebarByName()
 }
 
 void AppModel::setRepositoryIcon(const QString &repositoryPath, const QString &pictureFile,
-                                  const std::function<void(bool)> &done)
+                                 const std::function<void(bool)> &done)
 {
     runInBackground(
         &m_pool, this,

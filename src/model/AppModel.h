@@ -2,8 +2,8 @@
 
 #include "model/ActionContext.h"
 #include "model/ActivityState.h"
-#include "model/BranchActions.h"
 #include "model/Background.h"
+#include "model/BranchActions.h"
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
 #include "model/ModelSettings.h"

@@ -3,16 +3,16 @@
 #include "process/Cancellation.h"
 #include "process/Failure.h"
 
-#include <QObject>
 #include <QFuture>
+#include <QObject>
 #include <QString>
 #include <QThreadPool>
 #include <QtConcurrent>
 
 #include <atomic>
 #include <exception>
-#include <memory>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <type_traits>
 #include <variant>
@@ -38,7 +38,10 @@ using Done = std::monostate;
 class BackgroundTask {
 public:
     BackgroundTask() = default;
-    explicit BackgroundTask(std::shared_ptr<std::atomic<bool>> cancelled) : m_cancelled(std::move(cancelled)) {}
+    explicit BackgroundTask(std::shared_ptr<std::atomic<bool>> cancelled)
+        : m_cancelled(std::move(cancelled))
+    {
+    }
 
     void cancel()
     {
@@ -133,8 +136,7 @@ BackgroundTask runInBackground(BackgroundPool *pool, QObject *context, Work work
 {
     using Captured = background::OutcomeOf<std::invoke_result_t<Work &>>;
     return background::start<Captured>(
-        pool, context, [work = std::move(work)](const CancellationCheck &) mutable { return work(); },
-        std::move(done));
+        pool, context, [work = std::move(work)](const CancellationCheck &) mutable { return work(); }, std::move(done));
 }
 
 // The same for work that takes a cancellation check: cancelling the returned

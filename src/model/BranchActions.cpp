@@ -40,7 +40,8 @@ void removeCloneRemains(const QString &destination, Destination before)
         folder.removeRecursively();
         return;
     }
-    const QFileInfoList entries = folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    const QFileInfoList entries =
+        folder.entryInfoList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
     for (const QFileInfo &entry : entries) {
         if (entry.isDir() && !entry.isSymLink())
             QDir(entry.filePath()).removeRecursively();
@@ -84,10 +85,10 @@ void BranchActions::deleteBookmark(const Bookmark &bookmark)
                                {u"Delete"_s, u"Cancel"_s}};
     if (m_context.prompts.alert(request) != 0)
         return;
-    m_context.runAndRefresh(u"Deleting branch"_s, [name = bookmark.name](const VersionControl &backend,
-                                                                         const QString &path) {
-        backend.deleteBookmark(path, name);
-    });
+    m_context.runAndRefresh(u"Deleting branch"_s,
+                            [name = bookmark.name](const VersionControl &backend, const QString &path) {
+                                backend.deleteBookmark(path, name);
+                            });
 }
 
 void BranchActions::switchTo(const Bookmark &bookmark, const QString &activity)
@@ -133,10 +134,9 @@ void BranchActions::merge()
     const std::optional<QString> target = chooseOtherBranch(u"Merge into Current Branch"_s, u"Merge"_s);
     if (!target)
         return;
-    m_context.runAndRefresh(u"Merging "_s + *target, [target = *target](const VersionControl &backend,
-                                                                        const QString &path) {
-        backend.merge(path, target);
-    });
+    m_context.runAndRefresh(
+        u"Merging "_s + *target,
+        [target = *target](const VersionControl &backend, const QString &path) { backend.merge(path, target); });
 }
 
 void BranchActions::squashMerge()
@@ -148,10 +148,9 @@ void BranchActions::squashMerge()
         chooseOtherBranch(u"Squash and Merge into Current Branch"_s, u"Squash and Merge"_s);
     if (!target)
         return;
-    m_context.runAndRefresh(u"Squash merging "_s + *target, [target = *target](const VersionControl &backend,
-                                                                               const QString &path) {
-        backend.squashMerge(path, target);
-    });
+    m_context.runAndRefresh(
+        u"Squash merging "_s + *target,
+        [target = *target](const VersionControl &backend, const QString &path) { backend.squashMerge(path, target); });
 }
 
 void BranchActions::rebase()
@@ -161,10 +160,9 @@ void BranchActions::rebase()
         return;
     const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
     const QString current = snapshot.activeBookmark.value_or(snapshot.branch);
-    m_context.runAndRefresh(u"Rebasing "_s + current + u" onto "_s + *target,
-                            [target = *target](const VersionControl &backend, const QString &path) {
-                                backend.rebase(path, target);
-                            });
+    m_context.runAndRefresh(
+        u"Rebasing "_s + current + u" onto "_s + *target,
+        [target = *target](const VersionControl &backend, const QString &path) { backend.rebase(path, target); });
 }
 
 void BranchActions::compare()
@@ -174,8 +172,7 @@ void BranchActions::compare()
         return;
     const ActionContext::Selected selected = *m_context.selected();
     const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
-    const QString title =
-        u"Changes on "_s + snapshot.activeBookmark.value_or(snapshot.branch) + u" since "_s + *target;
+    const QString title = u"Changes on "_s + snapshot.activeBookmark.value_or(snapshot.branch) + u" since "_s + *target;
     m_context.operations.perform(
         u"Comparing to "_s + *target,
         [backend = &selected.backend, path = selected.repository.path, target = *target] {
@@ -252,7 +249,8 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
 void BranchActions::createRepository()
 {
     const std::optional<int> kindChoice =
-        m_context.prompts.alert({u"Create a Repository"_s, u"Choose the version control system for the new repository."_s,
+        m_context.prompts.alert({u"Create a Repository"_s,
+                                 u"Choose the version control system for the new repository."_s,
                                  {u"Mercurial"_s, u"Git"_s, u"Cancel"_s}});
     if (!kindChoice || (*kindChoice != 0 && *kindChoice != 1))
         return;
@@ -263,8 +261,8 @@ void BranchActions::createRepository()
         return;
     const VersionControl *backend = &versionControl(kind);
     m_context.operations.perform(
-        u"Creating repository"_s, [backend, path = QDir::cleanPath(*folder)] { return backend->createRepository(path); },
-        m_context.adopt);
+        u"Creating repository"_s,
+        [backend, path = QDir::cleanPath(*folder)] { return backend->createRepository(path); }, m_context.adopt);
 }
 
 } // namespace tillery

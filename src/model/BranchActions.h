@@ -17,7 +17,10 @@ struct ActionContext;
 // success; the wording follows the repository's kind.
 class BranchActions {
 public:
-    explicit BranchActions(const ActionContext &context) : m_context(context) {}
+    explicit BranchActions(const ActionContext &context)
+        : m_context(context)
+    {
+    }
 
     void createBookmark(const QString &name);
     void renameBookmark(const Bookmark &bookmark);

@@ -77,7 +77,7 @@ Repository makeMercurial(const QString &path)
 Repository makeGit(const QString &path)
 {
     QDir().mkpath(path);
-    const QStringList identity{u"-c"_s, u"user.name=Ben Quay"_s, u"-c"_s, u"user.email=ben@example.com"_s,
+    const QStringList identity{u"-c"_s, u"user.name=Ben Quay"_s,      u"-c"_s, u"user.email=ben@example.com"_s,
                                u"-c"_s, u"init.defaultBranch=main"_s, u"-c"_s, u"commit.gpgsign=false"_s};
     const auto git = [&](const QStringList &arguments) { runGit(identity + arguments, path, {0}); };
     git({u"init"_s, u"--quiet"_s});

@@ -137,32 +137,36 @@ void DiffSelection::selectFile(const WorkingFile &file)
     if (isImageFile(file.path) && isDeleted(file)) {
         stopDiffLoadingIndicator();
         setDiff(emptyDiffDocument());
-        loadPreview([backend, repositoryPath, path = file.path] { return backend->parentContents(repositoryPath, path); },
-                    deletedCaption);
+        loadPreview(
+            [backend, repositoryPath, path = file.path] { return backend->parentContents(repositoryPath, path); },
+            deletedCaption);
         return;
     }
     startDiffLoadingIndicator();
-    loadDiff([backend, repositoryPath, file](const std::function<bool()> &isCancelled) {
-        return backend->workingDiff(repositoryPath, file, isCancelled);
-    }, false);
+    loadDiff(
+        [backend, repositoryPath, file](const std::function<bool()> &isCancelled) {
+            return backend->workingDiff(repositoryPath, file, isCancelled);
+        },
+        false);
 }
 
 void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption)
 {
     m_activity.setActivity(previewActivity);
     const quint64 generation = m_loadGeneration;
-    m_workingDiffTask = runInBackground(&m_pool, this, [readBytes] { return decodeImage(readBytes()); },
-                                        [this, generation, caption](Outcome<QImage> outcome) {
-        if (generation != m_loadGeneration)
-            return;
-        m_activity.setActivity(QString());
-        if (outcome.succeeded() && !outcome.value->isNull())
-            setPreviewImage(*outcome.value, caption);
-        else if (outcome.succeeded())
-            setDiff(buildDiffDocument(unreadableImage));
-        else
-            presentLoadFailure(outcome.failure);
-    });
+    m_workingDiffTask = runInBackground(
+        &m_pool, this, [readBytes] { return decodeImage(readBytes()); },
+        [this, generation, caption](Outcome<QImage> outcome) {
+            if (generation != m_loadGeneration)
+                return;
+            m_activity.setActivity(QString());
+            if (outcome.succeeded() && !outcome.value->isNull())
+                setPreviewImage(*outcome.value, caption);
+            else if (outcome.succeeded())
+                setDiff(buildDiffDocument(unreadableImage));
+            else
+                presentLoadFailure(outcome.failure);
+        });
 }
 
 void DiffSelection::loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity)
@@ -284,16 +288,18 @@ void DiffSelection::selectChangesetFile(const WorkingFile &file)
     if (isImageFile(file.path)) {
         stopDiffLoadingIndicator();
         setDiff(emptyDiffDocument());
-        loadPreview([backend, repositoryPath, changeset, file] {
-            return backend->fileContents(repositoryPath, changeset, file);
-        }, file.state == FileState::removed ? deletedCaption : QString());
+        loadPreview([backend, repositoryPath, changeset,
+                     file] { return backend->fileContents(repositoryPath, changeset, file); },
+                    file.state == FileState::removed ? deletedCaption : QString());
         return;
     }
     m_activity.setActivity(u"Loading file diff"_s);
     startDiffLoadingIndicator();
-    loadDiff([backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled) {
-        return backend->changesetDiff(repositoryPath, changeset, file.path, isCancelled);
-    }, true);
+    loadDiff(
+        [backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled) {
+            return backend->changesetDiff(repositoryPath, changeset, file.path, isCancelled);
+        },
+        true);
 }
 
 void DiffSelection::setSelectedFilePaths(const QSet<QString> &paths)
@@ -366,9 +372,11 @@ void DiffSelection::showPage()
 {
     const RepositorySnapshot &snapshot = m_workspace.snapshot();
     if (m_workspace.tab() == WorkspaceTab::changes) {
-        std::optional<WorkingFile> focus = m_selectedFile ? fileWithPath(snapshot.files, m_selectedFile->path) : std::nullopt;
+        std::optional<WorkingFile> focus =
+            m_selectedFile ? fileWithPath(snapshot.files, m_selectedFile->path) : std::nullopt;
         if (!focus && m_workspace.selectedRepository()) {
-            const QString remembered = m_settings.selectedFilesByRepository().value(m_workspace.selectedRepository()->path);
+            const QString remembered =
+                m_settings.selectedFilesByRepository().value(m_workspace.selectedRepository()->path);
             if (!remembered.isEmpty())
                 focus = fileWithPath(snapshot.files, remembered);
         }

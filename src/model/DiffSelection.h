@@ -14,7 +14,6 @@
 
 #include <optional>
 
-
 namespace tillery {
 
 class ActivityState;

@@ -58,8 +58,8 @@ QList<Repository> ModelSettings::repositories() const
         return {};
     QList<Repository> repositories;
     for (const QJsonValue &element : document.array()) {
-        const std::optional<Repository> repository = element.isObject() ? decodeRepository(element.toObject())
-                                                                        : std::nullopt;
+        const std::optional<Repository> repository =
+            element.isObject() ? decodeRepository(element.toObject()) : std::nullopt;
         if (!repository)
             return {};
         repositories.append(*repository);

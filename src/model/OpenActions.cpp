@@ -24,10 +24,10 @@ void OpenActions::launchInBackground(const QString &title, const std::variant<La
     }
     // An awaited launch waits for its program, which must not hold the window.
     m_context.operations.runQuietly([launchPlan = std::get<LaunchPlan>(plan)] { return launch(launchPlan); },
-                       [this, title](const std::optional<QString> &failure) {
-                           if (failure)
-                               m_context.operations.presentError(title, *failure);
-                       });
+                                    [this, title](const std::optional<QString> &failure) {
+                                        if (failure)
+                                            m_context.operations.presentError(title, *failure);
+                                    });
 }
 
 void OpenActions::openInEditor(const QString &targetPath)
@@ -46,8 +46,9 @@ void OpenActions::openInTerminal()
     const std::optional<ActionContext::Selected> selected = m_context.selected();
     if (!selected)
         return;
-    launchInBackground(u"Open in Terminal"_s, terminalLaunchPlan(m_context.settings.defaultTerminalIdentifier(),
-                                                                selected->repository.path, InstalledApplications::system()));
+    launchInBackground(u"Open in Terminal"_s,
+                       terminalLaunchPlan(m_context.settings.defaultTerminalIdentifier(), selected->repository.path,
+                                          InstalledApplications::system()));
 }
 
 void OpenActions::openWith(const QString &targetPath, const QString &applicationPath)

@@ -16,7 +16,10 @@ struct ActionContext;
 // copying their paths. A failure is presented with the title of the action.
 class OpenActions {
 public:
-    explicit OpenActions(const ActionContext &context) : m_context(context) {}
+    explicit OpenActions(const ActionContext &context)
+        : m_context(context)
+    {
+    }
 
     // The target is a file of the selected repository or the repository
     // itself, as an absolute path.

@@ -68,8 +68,7 @@ public:
                 m_activity.setCancellable(false);
                 onSuccess(std::move(value));
             },
-            [this] { m_activity.setCancellable(false); },
-            true, [cancelRequested] { return cancelRequested->load(); });
+            [this] { m_activity.setCancellable(false); }, true, [cancelRequested] { return cancelRequested->load(); });
     }
 
     // Runs `work` off the main thread without the busy flag and hands its

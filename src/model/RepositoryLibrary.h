@@ -41,7 +41,8 @@ public:
     void selectFolder(const std::optional<QUuid> &folderId);
     // A folder named "New Folder" after the given repository's row, else after
     // the selected folder or repository, else at the end; it becomes selected.
-    QUuid createFolder(const std::optional<QString> &repositoryPath, const std::optional<QString> &selectedRepositoryPath);
+    QUuid createFolder(const std::optional<QString> &repositoryPath,
+                       const std::optional<QString> &selectedRepositoryPath);
     void moveIntoFolder(const QString &repositoryPath, const QUuid &folderId);
     void moveToTopLevel(const QString &repositoryPath);
     void moveBefore(const QString &repositoryPath, qsizetype topLevelIndex);

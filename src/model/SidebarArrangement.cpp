@@ -21,9 +21,8 @@ RepositoryFolder *mutableFolder(RepositorySidebarLayout &layout, const QUuid &fo
 
 void removeEverywhere(RepositorySidebarLayout &layout, const QString &repositoryPath)
 {
-    layout.topLevelItems.removeIf([&](const RepositorySidebarItem &item) {
-        return item.isRepository() && item.path == repositoryPath;
-    });
+    layout.topLevelItems.removeIf(
+        [&](const RepositorySidebarItem &item) { return item.isRepository() && item.path == repositoryPath; });
     for (RepositoryFolder &folder : layout.folders)
         folder.repositoryPaths.removeAll(repositoryPath);
 }

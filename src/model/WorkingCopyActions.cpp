@@ -24,7 +24,8 @@ QString discardExplanation(qsizetype tracked, qsizetype untracked)
     if (tracked > 0)
         return one ? u"The file will be restored to its last committed state."_s
                    : u"The files will be restored to their last committed state."_s;
-    return one ? u"The untracked file will be moved to the Trash."_s : u"The untracked files will be moved to the Trash."_s;
+    return one ? u"The untracked file will be moved to the Trash."_s
+               : u"The untracked files will be moved to the Trash."_s;
 }
 
 } // namespace
@@ -35,7 +36,8 @@ bool WorkingCopyActions::canCommit() const
         return false;
     const QSet<QString> &marked = m_context.selection.selectedFilePaths();
     const QList<WorkingFile> &files = m_context.workspace.snapshot().files;
-    return std::any_of(files.cbegin(), files.cend(), [&marked](const WorkingFile &file) { return marked.contains(file.path); });
+    return std::any_of(files.cbegin(), files.cend(),
+                       [&marked](const WorkingFile &file) { return marked.contains(file.path); });
 }
 
 void WorkingCopyActions::commit()
@@ -54,9 +56,8 @@ void WorkingCopyActions::commit()
     m_context.operations.perform(
         u"Committing changes"_s,
         [backend = &target->backend, path = target->repository.path, files, summary = workspace.commitSummary(),
-         description = workspace.commitDescription(), userName = workspace.commitUsername()] {
-            backend->commit(path, files, summary, description, userName);
-        },
+         description = workspace.commitDescription(),
+         userName = workspace.commitUsername()] { backend->commit(path, files, summary, description, userName); },
         [this](Done) {
             m_context.workspace.setCommitSummary(QString());
             m_context.workspace.setCommitDescription(QString());
@@ -78,13 +79,14 @@ void WorkingCopyActions::discardSelected()
     if (count == 0)
         return;
     const QString message = count == 1 ? u"Discard changes to “"_s + (tracked + untracked).first() + u"”?"_s
-                                        : u"Discard changes to "_s + QString::number(count) + u" selected files?"_s;
-    if (m_context.prompts.alert({message, discardExplanation(tracked.size(), untracked.size()), {u"Discard"_s, u"Cancel"_s}})
+                                       : u"Discard changes to "_s + QString::number(count) + u" selected files?"_s;
+    if (m_context.prompts.alert(
+            {message, discardExplanation(tracked.size(), untracked.size()), {u"Discard"_s, u"Cancel"_s}})
         != 0)
         return;
 
-    m_context.runAndRefresh(u"Discarding changes"_s, [desktop = &m_context.desktop, tracked, untracked](
-                                                         const VersionControl &backend, const QString &path) {
+    m_context.runAndRefresh(u"Discarding changes"_s, [desktop = &m_context.desktop, tracked,
+                                                      untracked](const VersionControl &backend, const QString &path) {
         backend.discard(path, tracked);
         QStringList refused;
         for (const QString &file : untracked) {
@@ -119,9 +121,8 @@ void WorkingCopyActions::stashAll()
     if (m_context.workspace.snapshot().files.isEmpty())
         return;
     const QString name = u"wharf-"_s + QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s);
-    m_context.runAndRefresh(u"Stashing all changes"_s, [name](const VersionControl &backend, const QString &path) {
-        backend.stash(path, name);
-    });
+    m_context.runAndRefresh(u"Stashing all changes"_s,
+                            [name](const VersionControl &backend, const QString &path) { backend.stash(path, name); });
 }
 
 void WorkingCopyActions::addIgnoreEntry(const QString &pattern)
@@ -130,10 +131,9 @@ void WorkingCopyActions::addIgnoreEntry(const QString &pattern)
     if (!target)
         return;
     const RepositoryKind kind = target->repository.kind;
-    m_context.runAndRefresh(u"Updating "_s + ignoreFileName(kind), [pattern, kind](const VersionControl &,
-                                                                                     const QString &path) {
-        tillery::addIgnoreEntry(pattern, path, kind);
-    });
+    m_context.runAndRefresh(
+        u"Updating "_s + ignoreFileName(kind),
+        [pattern, kind](const VersionControl &, const QString &path) { tillery::addIgnoreEntry(pattern, path, kind); });
 }
 
 } // namespace tillery

@@ -11,7 +11,10 @@ struct ActionContext;
 // through perform() and refreshes on success.
 class WorkingCopyActions {
 public:
-    explicit WorkingCopyActions(const ActionContext &context) : m_context(context) {}
+    explicit WorkingCopyActions(const ActionContext &context)
+        : m_context(context)
+    {
+    }
 
     bool canCommit() const;
     // Commits the files marked for commit (untracked ones are added first).

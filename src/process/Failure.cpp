@@ -28,9 +28,8 @@ PlatformFailure PlatformFailure::launchFailed(const QString &executable, const Q
 PlatformFailure PlatformFailure::unreadableJson(const QString &reason, qsizetype offset)
 {
     return PlatformFailure(
-        u"The data could not be read because it is not in the correct format (%1 at offset %2)."_s
-            .arg(reason)
-            .arg(offset));
+        u"The data could not be read because it is not in the correct format (%1 at offset %2)."_s.arg(reason).arg(
+            offset));
 }
 
 RepositoryFailure::RepositoryFailure(const QString &path)

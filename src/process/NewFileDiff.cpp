@@ -29,8 +29,7 @@ QString shownContents(const WorkingFileContents &contents)
 
 } // namespace
 
-QString newFileDiff(const QString &repositoryPath, const QString &relativePath,
-                    const CancellationCheck &isCancelled)
+QString newFileDiff(const QString &repositoryPath, const QString &relativePath, const CancellationCheck &isCancelled)
 {
     const QString content =
         shownContents(readWorkingFile(repositoryPath, relativePath, workingFileShowLimit, isCancelled));

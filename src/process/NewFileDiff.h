@@ -13,7 +13,6 @@ namespace tillery {
 // "+Binary or unreadable file", one larger than the show limit "+File too
 // large to show", and a link the path it leads to (it is never followed).
 // Throws CancellationFailure when the check reports cancellation.
-QString newFileDiff(const QString &repositoryPath, const QString &relativePath,
-                    const CancellationCheck &isCancelled);
+QString newFileDiff(const QString &repositoryPath, const QString &relativePath, const CancellationCheck &isCancelled);
 
 } // namespace tillery

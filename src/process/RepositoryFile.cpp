@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace tillery {
 
 std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(const QString &repositoryPath,
-                                                                              const QString &relativePath)
+                                                                               const QString &relativePath)
 {
     const QString path = repositoryPath + u'/' + relativePath;
     if (QFileInfo(path).isSymLink())

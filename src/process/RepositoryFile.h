@@ -24,7 +24,7 @@ enum class RepositoryFileProblem {
 };
 
 std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(const QString &repositoryPath,
-                                                                              const QString &relativePath);
+                                                                               const QString &relativePath);
 
 // Replaces the file atomically with the text as UTF-8, keeping its
 // permissions; the reason when it could not.

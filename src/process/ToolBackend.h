@@ -110,14 +110,12 @@ public:
 
 protected:
     // The diff of a file the tool tracks.
-    virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path,
-                                    const RunControl &control) const
+    virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path, const RunControl &control) const
     {
         return text(Tool::workingDiffCommand(path), repositoryPath, control);
     }
 
-    QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath,
-                        const RunControl &control = {}) const
+    QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {}) const
     {
         return Tool::run(command, repositoryPath, control).standardOutput;
     }

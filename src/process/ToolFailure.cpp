@@ -115,7 +115,8 @@ bool ToolFailure::mentionsHeldLock(const Wording &wording, const QByteArray &sta
 const ToolFailure::Wording &MercurialFailure::wording()
 {
     static const Wording wording{
-        u"hg"_s, u"Mercurial"_s,
+        u"hg"_s,
+        u"Mercurial"_s,
         u"Mercurial (hg) was not found. Install Mercurial and ensure hg is available on PATH."_s,
         {"waiting for lock held by", ": lock held by"}};
     return wording;
@@ -123,10 +124,10 @@ const ToolFailure::Wording &MercurialFailure::wording()
 
 const ToolFailure::Wording &GitFailure::wording()
 {
-    static const Wording wording{
-        u"git"_s, u"Git"_s,
-        u"Git was not found. Install Git and ensure git is available on PATH."_s,
-        {".lock': File exists."}};
+    static const Wording wording{u"git"_s,
+                                 u"Git"_s,
+                                 u"Git was not found. Install Git and ensure git is available on PATH."_s,
+                                 {".lock': File exists."}};
     return wording;
 }
 

@@ -69,8 +69,11 @@ public:
     static Self rejected(QStringList arguments, const CommandOutput &output)
     {
         const Case failureCase = mentionsHeldLock(Self::wording(), output.standardError) ? Case::locked : Case::command;
-        return Self(Payload{failureCase, std::move(arguments), output.status,
-                            combinedOutput(output.standardError, output.standardOutput), {}});
+        return Self(Payload{failureCase,
+                            std::move(arguments),
+                            output.status,
+                            combinedOutput(output.standardError, output.standardOutput),
+                            {}});
     }
     static Self invalidRepository(QString path)
     {

@@ -42,8 +42,7 @@ bool isCancelled(const RunControl &control)
 
 // Watches a running child for the controller: stops it when asked, and passes
 // on the newest progress phrase of its error stream a few times a second.
-void superviseRun(QProcess &process, const ToolInvocation &tool, const RunControl &control,
-                  QByteArray &standardError)
+void superviseRun(QProcess &process, const ToolInvocation &tool, const RunControl &control, QByteArray &standardError)
 {
     QString lastReported;
     QElapsedTimer sinceReport;
@@ -65,8 +64,8 @@ void superviseRun(QProcess &process, const ToolInvocation &tool, const RunContro
 }
 
 template <typename ToolFailureType>
-FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments,
-                     const std::optional<QString> &directory, const RunControl &control)
+FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, const std::optional<QString> &directory,
+                     const RunControl &control)
 {
     if (!tool.executable)
         throw ToolFailureType::notInstalled();
@@ -123,8 +122,8 @@ ToolInvocation mercurialInvocation()
             mercurialLeadingArguments(),
             mercurialEnvironment(),
             latestMercurialProgress,
-            {u"--config=progress.assume-tty=true"_s, u"--config=progress.delay=0"_s,
-             u"--config=progress.refresh=0.2"_s, u"--config=progress.format=topic number"_s},
+            {u"--config=progress.assume-tty=true"_s, u"--config=progress.delay=0"_s, u"--config=progress.refresh=0.2"_s,
+             u"--config=progress.format=topic number"_s},
             // Plain mode keeps quiet about progress unless told otherwise.
             {{u"HGPLAINEXCEPT"_s, u"progress"_s}}};
 }

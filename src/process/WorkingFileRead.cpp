@@ -42,15 +42,15 @@ std::optional<QString> pathInsideRepository(const QString &repositoryPath, const
     return path;
 }
 
-WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath,
-                                    qint64 sizeLimit, const CancellationCheck &isCancelled)
+WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath, qint64 sizeLimit,
+                                    const CancellationCheck &isCancelled)
 {
     const std::optional<QString> inside = pathInsideRepository(repositoryPath, relativePath);
     if (!inside)
         return {Kind::unreadable, {}};
     const QByteArray path = QFile::encodeName(*inside);
 
-    struct stat status {};
+    struct stat status { };
     if (::lstat(path.constData(), &status) != 0)
         return {Kind::unreadable, {}};
     if (S_ISLNK(status.st_mode)) {

@@ -38,7 +38,7 @@ struct WorkingFileContents {
 std::optional<QString> pathInsideRepository(const QString &repositoryPath, const QString &relativePath);
 
 // Reads in pieces and throws CancellationFailure as soon as the check says so.
-WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath,
-                                    qint64 sizeLimit, const CancellationCheck &isCancelled);
+WorkingFileContents readWorkingFile(const QString &repositoryPath, const QString &relativePath, qint64 sizeLimit,
+                                    const CancellationCheck &isCancelled);
 
 } // namespace tillery

@@ -10,11 +10,11 @@ namespace tillery {
 // use and the commands a kind offers. Each backend describes itself with one.
 struct KindTraits {
     RepositoryKind kind = RepositoryKind::mercurial;
-    QString toolName;   // "Mercurial"
-    QString changeset;  // "changeset" or "commit"
+    QString toolName; // "Mercurial"
+    QString changeset; // "changeset" or "commit"
     QString changesets; // "changesets" or "commits"
-    QString bookmark;   // "bookmark" or "branch"
-    QString bookmarks;  // "bookmarks" or "branches"
+    QString bookmark; // "bookmark" or "branch"
+    QString bookmarks; // "bookmarks" or "branches"
     // The remote that Pull and Push use, and what the tool calls it.
     QString remoteName; // "default" or "origin"
     QString remoteNoun; // "path" or "remote"

@@ -5,15 +5,15 @@ namespace tillery {
 
 size_t qHash(const Changeset &changeset, size_t seed) noexcept
 {
-    seed = qHashMulti(seed, changeset.revision, changeset.node, changeset.summary,
-                      changeset.description, changeset.author, changeset.date, changeset.branch);
+    seed = qHashMulti(seed, changeset.revision, changeset.node, changeset.summary, changeset.description,
+                      changeset.author, changeset.date, changeset.branch);
     return qHashMulti(seed, changeset.bookmarks, changeset.tags, changeset.files);
 }
 
 size_t qHash(const Bookmark &bookmark, size_t seed) noexcept
 {
-    seed = qHashMulti(seed, bookmark.name, bookmark.revision, bookmark.node, bookmark.active,
-                      bookmark.date.has_value(), bookmark.needsPush);
+    seed = qHashMulti(seed, bookmark.name, bookmark.revision, bookmark.node, bookmark.active, bookmark.date.has_value(),
+                      bookmark.needsPush);
     return bookmark.date ? qHash(*bookmark.date, seed) : seed;
 }
 

@@ -102,7 +102,8 @@ QByteArray encodeSidebarLayout(const RepositorySidebarLayout &layout)
     QJsonArray items;
     for (const RepositorySidebarItem &item : layout.topLevelItems) {
         const QString payload = item.isRepository() ? item.path : uuidText(item.folderId);
-        items.append(QJsonObject{{item.isRepository() ? repositoryKey : folderKey, QJsonObject{{payloadKey, payload}}}});
+        items.append(
+            QJsonObject{{item.isRepository() ? repositoryKey : folderKey, QJsonObject{{payloadKey, payload}}}});
     }
     QJsonArray folders;
     for (const RepositoryFolder &folder : layout.folders) {

@@ -1,8 +1,8 @@
 #include "ui/ActivityRow.h"
 
 #include "model/ActivityState.h"
-#include "ui/Spinner.h"
 #include "ui/ShownText.h"
+#include "ui/Spinner.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

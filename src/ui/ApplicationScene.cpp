@@ -29,8 +29,8 @@ ApplicationScene::ApplicationScene(bool demo)
         demoSettings.setRepositories(m_demoRepositories);
         demoSettings.setLastSelectedRepository(m_demoRepositories.first().path);
     } else {
-        m_settings = std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Tillery"_s,
-                                                 u"Tillery"_s);
+        m_settings =
+            std::make_unique<QSettings>(QSettings::NativeFormat, QSettings::UserScope, u"Tillery"_s, u"Tillery"_s);
     }
     m_prompts = std::make_unique<DialogPrompts>();
     m_desktop = std::make_unique<PlatformDesktop>();

@@ -3,11 +3,11 @@
 #include "ui/ChangedFilesModel.h"
 #include "ui/StatusBadge.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QAbstractItemView>
-#include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
 

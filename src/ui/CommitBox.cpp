@@ -41,7 +41,8 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     });
     connect(m_commit, &QPushButton::clicked, &model, [&model] { model.commit(); });
 
-    connect(m_summary, &QLineEdit::textChanged, &model, [&model](const QString &text) { model.setCommitSummary(text); });
+    connect(m_summary, &QLineEdit::textChanged, &model,
+            [&model](const QString &text) { model.setCommitSummary(text); });
     connect(m_description, &QPlainTextEdit::textChanged, this,
             [this] { m_model.setCommitDescription(m_description->toPlainText()); });
     connect(&model.workspace(), &Workspace::commitSummaryChanged, this, [this](const QString &text) {

@@ -142,8 +142,9 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
     titleFont.setWeight(QFont::Medium);
     painter->setFont(titleFont);
     painter->setPen(text);
-    painter->drawText(layout.title, Qt::AlignLeft | Qt::AlignVCenter,
-                      QFontMetrics(titleFont).elidedText(index.data().toString(), Qt::ElideRight, layout.title.width()));
+    painter->drawText(
+        layout.title, Qt::AlignLeft | Qt::AlignVCenter,
+        QFontMetrics(titleFont).elidedText(index.data().toString(), Qt::ElideRight, layout.title.width()));
 
     const QFont smallFont = badgeFont(option.font);
     painter->setFont(smallFont);

@@ -35,8 +35,9 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
     form->addRow(u"Commit author:"_s, m_userName);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
-    layout->addWidget(secondaryLabel(u"Used for the commits you make in Tillery. Leave it empty to use the name set "
-                                     "in your Mercurial or Git configuration. Git needs the form Full Name <address>."_s));
+    layout->addWidget(
+        secondaryLabel(u"Used for the commits you make in Tillery. Leave it empty to use the name set "
+                       "in your Mercurial or Git configuration. Git needs the form Full Name <address>."_s));
     layout->addWidget(m_gitNote);
     layout->addStretch();
     updateNote();
@@ -45,9 +46,10 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
 void GeneralSettings::updateNote()
 {
     const QString name = m_userName->text().trimmed();
-    m_gitNote->setProblem(name.isEmpty() || isUsableGitIdentity(name)
-                           ? QString()
-                           : u"Git commits will use Git's own configuration until the name reads Full Name <address>."_s);
+    m_gitNote->setProblem(
+        name.isEmpty() || isUsableGitIdentity(name)
+            ? QString()
+            : u"Git commits will use Git's own configuration until the name reads Full Name <address>."_s);
 }
 
 } // namespace tillery

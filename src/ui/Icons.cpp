@@ -38,7 +38,10 @@ struct SymbolMapping {
 // that the bundled icons read on light and dark palettes alike.
 class PaletteTintedIconEngine final : public QIconEngine {
 public:
-    explicit PaletteTintedIconEngine(QIcon drawing) : m_drawing(std::move(drawing)) {}
+    explicit PaletteTintedIconEngine(QIcon drawing)
+        : m_drawing(std::move(drawing))
+    {
+    }
 
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State state) override
     {

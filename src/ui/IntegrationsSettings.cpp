@@ -88,7 +88,7 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
     otherForm->addRow(u"Application:"_s, pathRow);
     otherForm->addRow(u"Arguments:"_s, m_arguments);
     otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Put an "
-                                                "argument with spaces in quotes."_s));
+                                            "argument with spaces in quotes."_s));
 
     auto *form = new QFormLayout;
     form->addRow(u"Editor:"_s, m_editor);
@@ -119,8 +119,8 @@ void IntegrationsSettings::showOtherFields()
 
 void IntegrationsSettings::store()
 {
-    m_model.setEditorChoice(EditorChoice{m_editor->currentData().toString(), m_model.settings().editorPath(),
-                                         m_arguments->text()});
+    m_model.setEditorChoice(
+        EditorChoice{m_editor->currentData().toString(), m_model.settings().editorPath(), m_arguments->text()});
 }
 
 bool IntegrationsSettings::takeEditorPath(const QString &path)
@@ -141,7 +141,8 @@ bool IntegrationsSettings::takeEditorPath(const QString &path)
 void IntegrationsSettings::checkArguments()
 {
     const bool other = m_editor->currentData().toString() == IntegrationChoices::otherEditor();
-    const std::optional<QString> problem = other ? IntegrationChoices::editorArgumentsProblem(m_arguments->text()) : std::nullopt;
+    const std::optional<QString> problem =
+        other ? IntegrationChoices::editorArgumentsProblem(m_arguments->text()) : std::nullopt;
     m_problem->setProblem(problem.value_or(QString()));
 }
 

@@ -7,8 +7,7 @@ namespace tillery {
 // Fusion outlines check boxes and radio buttons with a shade darker than the window, which vanishes
 // on a dark list. On a dark palette this style hands those indicators a lighter outline; everything
 // else is drawn by the style it wraps.
-class ReadableIndicatorStyle : public QProxyStyle
-{
+class ReadableIndicatorStyle : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
 

@@ -7,11 +7,11 @@
 
 #include <QDialogButtonBox>
 #include <QFileInfo>
-#include <QPointer>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QVBoxLayout>
 

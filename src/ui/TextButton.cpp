@@ -8,6 +8,8 @@ TextButton::TextButton(QWidget *parent)
     : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
+    // Repaints as the pointer comes and goes.
+    setAttribute(Qt::WA_Hover);
     setCursor(Qt::PointingHandCursor);
 }
 
@@ -20,26 +22,12 @@ QSize TextButton::sizeHint() const
 void TextButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const bool lit = isEnabled() && (m_hovered || hasFocus() || isDown());
+    const bool lit = isEnabled() && (underMouse() || hasFocus() || isDown());
     painter.setPen(palette().color(lit ? QPalette::Highlight : QPalette::WindowText));
     QFont shown = font();
     shown.setUnderline(hasFocus());
     painter.setFont(shown);
     painter.drawText(rect().adjusted(0, 0, -2, 0), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, text());
-}
-
-void TextButton::enterEvent(QEnterEvent *event)
-{
-    m_hovered = true;
-    update();
-    QAbstractButton::enterEvent(event);
-}
-
-void TextButton::leaveEvent(QEvent *event)
-{
-    m_hovered = false;
-    update();
-    QAbstractButton::leaveEvent(event);
 }
 
 } // namespace tillery

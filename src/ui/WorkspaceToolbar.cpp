@@ -112,9 +112,8 @@ QMenu *WorkspaceToolbar::branchMenu()
         QAction *item = menu->addAction(menuLabel(bookmark.name));
         item->setCheckable(true);
         item->setChecked(bookmark.active);
-        connect(item, &QAction::triggered, this, [this, bookmark] {
-            m_model.switchTo(bookmark, u"Switching to "_s + bookmark.name);
-        });
+        connect(item, &QAction::triggered, this,
+                [this, bookmark] { m_model.switchTo(bookmark, u"Switching to "_s + bookmark.name); });
     }
     if (snapshot.bookmarks.isEmpty())
         menu->addAction(u"No "_s + words.bookmarks)->setEnabled(false);

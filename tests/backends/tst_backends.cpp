@@ -190,8 +190,8 @@ private Q_SLOTS:
         QCOMPARE(readFile(repository.filePath(u"a.txt"_s)), QByteArray("a\n"));
         QCOMPARE(readFile(repository.filePath(u"added.txt"_s)), QByteArray("added\n"));
         QCOMPARE(scene.snapshot().files, (QList<WorkingFile>{{u"added.txt"_s, FileState::untracked},
-                                                            {u"b.txt"_s, FileState::modified},
-                                                            {u"untracked.txt"_s, FileState::untracked}}));
+                                                             {u"b.txt"_s, FileState::modified},
+                                                             {u"untracked.txt"_s, FileState::untracked}}));
 
         repository.tool({u"add"_s, u"added.txt"_s});
         scene.backend.discardAll(scene.path());
@@ -371,8 +371,10 @@ private Q_SLOTS:
         forged.node = u"--config=alias.status=!touch PWNED"_s;
         const QList<std::tuple<const char *, Operation, QString>> rows{
             {"create", [=](const VersionControl &b, const QString &p) { b.createBookmark(p, evil); }, name},
-            {"rename from", [=](const VersionControl &b, const QString &p) { b.renameBookmark(p, evil, u"x"_s); }, name},
-            {"rename to", [](const VersionControl &b, const QString &p) { b.renameBookmark(p, u"x"_s, u"-r"_s); }, name},
+            {"rename from", [=](const VersionControl &b, const QString &p) { b.renameBookmark(p, evil, u"x"_s); },
+             name},
+            {"rename to", [](const VersionControl &b, const QString &p) { b.renameBookmark(p, u"x"_s, u"-r"_s); },
+             name},
             {"delete", [](const VersionControl &b, const QString &p) { b.deleteBookmark(p, u"--all"_s); }, name},
             {"switch", [](const VersionControl &b, const QString &p) { b.switchTo(p, u"-C"_s); }, name},
             {"merge", [](const VersionControl &b, const QString &p) { b.merge(p, u"--tool=:other"_s); }, name},
@@ -383,9 +385,12 @@ private Q_SLOTS:
             {"changeset diff", [=](const VersionControl &b, const QString &p) { b.changesetDiff(p, forged, u"a"_s); },
              revision},
             {"file contents",
-             [=](const VersionControl &b, const QString &p) { b.fileContents(p, forged, {u"a"_s, FileState::modified}); },
+             [=](const VersionControl &b, const QString &p) {
+                 b.fileContents(p, forged, {u"a"_s, FileState::modified});
+             },
              revision},
-            {"clone source", [](const VersionControl &b, const QString &p) { b.clone(u"--upload-pack=x"_s, p + u"/c"_s); },
+            {"clone source",
+             [](const VersionControl &b, const QString &p) { b.clone(u"--upload-pack=x"_s, p + u"/c"_s); },
              u"A clone source cannot begin with “-”."_s},
             {"clone destination", [](const VersionControl &b, const QString &p) { b.clone(p, u"-U"_s); },
              u"A clone destination cannot begin with “-”."_s},
@@ -401,10 +406,11 @@ private Q_SLOTS:
         QTest::newRow("git: squash merge")
             << RepositoryKind::git
             << Operation([](const VersionControl &b, const QString &p) { b.squashMerge(p, u"--abort"_s); }) << name;
-        QTest::newRow("hg: shelf name")
-            << RepositoryKind::mercurial
-            << Operation([](const VersionControl &b, const QString &p) { b.stash(p, u"--cleanup"_s); })
-            << u"A shelf name cannot begin with “-”."_s;
+        QTest::newRow("hg: shelf name") << RepositoryKind::mercurial
+                                        << Operation([](const VersionControl &b, const QString &p) {
+                                               b.stash(p, u"--cleanup"_s);
+                                           })
+                                        << u"A shelf name cannot begin with “-”."_s;
     }
     void optionLikeValuesStartNoTool()
     {
@@ -427,8 +433,13 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         const VersionControl &backend = versionControl(kind);
         const auto repository = test::makeFixture(kind);
-        const QStringList names{u"--config=hooks.pre-diff=touch PWNED"_s, u"re:.*"_s, u"set:modified()"_s,
-                                u"listfile:decoys"_s, u"*.txt"_s, u"[ab].txt"_s, u":!ab.txt"_s,
+        const QStringList names{u"--config=hooks.pre-diff=touch PWNED"_s,
+                                u"re:.*"_s,
+                                u"set:modified()"_s,
+                                u"listfile:decoys"_s,
+                                u"*.txt"_s,
+                                u"[ab].txt"_s,
+                                u":!ab.txt"_s,
                                 u"caf\u00e9 \"quoted\" \u00fcber.txt"_s};
         const QStringList decoys{u"decoy.txt"_s, u"ab.txt"_s, u"a.txt"_s, u"x.txt"_s};
         for (const QString &file : names + decoys)
@@ -553,7 +564,8 @@ private Q_SLOTS:
         if (scene.isGit())
             expected << WorkingFile{u"new name.c"_s, FileState::modified};
         else
-            expected << WorkingFile{u"new name.c"_s, FileState::added} << WorkingFile{u"old name.c"_s, FileState::removed};
+            expected << WorkingFile{u"new name.c"_s, FileState::added}
+                     << WorkingFile{u"old name.c"_s, FileState::removed};
         QCOMPARE(scene.backend.changesetFiles(scene.path(), changeset), expected);
         QCOMPARE(scene.backend.fileContents(scene.path(), changeset, {u"doomed.txt"_s, FileState::removed}),
                  QByteArray("last words\n"));
@@ -590,8 +602,8 @@ private Q_SLOTS:
                 ? u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ HEAD"_s
                 : u"hg diff --git"_s;
         QCOMPARE(failureOf([&] {
-                     versionControl(kind).workingDiff(test::testTemporaryFolder(), {u"src/a b.c"_s, FileState::modified},
-                                                      never);
+                     versionControl(kind).workingDiff(test::testTemporaryFolder(),
+                                                      {u"src/a b.c"_s, FileState::modified}, never);
                  }),
                  command + u" -- src/a b.c exited with status 2.\n\nabort: damaged"_s);
     }
@@ -602,9 +614,10 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         const FakeTool tool({"partial", {}, 0, 60, {}});
         const ScopedEnvironmentVariable override(variableOf(kind), tool.path().toUtf8());
-        const test::CancellationOutcome outcome = test::cancelWhileToolRuns(tool, [kind](const CancellationCheck &check) {
-            versionControl(kind).workingDiff(test::testTemporaryFolder(), {u"a.txt"_s, FileState::modified}, check);
-        });
+        const test::CancellationOutcome outcome =
+            test::cancelWhileToolRuns(tool, [kind](const CancellationCheck &check) {
+                versionControl(kind).workingDiff(test::testTemporaryFolder(), {u"a.txt"_s, FileState::modified}, check);
+            });
         QVERIFY(outcome.childStarted);
         QVERIFY(outcome.threwCancellation);
         QVERIFY(outcome.childGone);

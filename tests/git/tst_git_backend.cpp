@@ -119,8 +119,8 @@ private Q_SLOTS:
         clone->git({u"fetch"_s, u"--quiet"_s, u"--prune"_s, u"origin"_s});
 
         RepositorySnapshot snapshot = loadGitSnapshot(clone->path());
-        QCOMPARE(namesOf(snapshot.bookmarks), (QStringList{u"main"_s, u"behind"_s, u"doomed"_s, u"feature"_s,
-                                                           u"feature-ahead"_s, u"local-only"_s}));
+        QCOMPARE(namesOf(snapshot.bookmarks),
+                 (QStringList{u"main"_s, u"behind"_s, u"doomed"_s, u"feature"_s, u"feature-ahead"_s, u"local-only"_s}));
         QVERIFY2(branchNamed(snapshot, u"main"_s).needsPush, "ahead of its upstream");
         QVERIFY2(!branchNamed(snapshot, u"behind"_s).needsPush, "only behind its upstream");
         QVERIFY2(branchNamed(snapshot, u"doomed"_s).needsPush, "its upstream is gone");
@@ -257,9 +257,10 @@ private Q_SLOTS:
         alone.commitAll(u"first"_s);
         alone.git({u"remote"_s, u"add"_s, u"upstream"_s, origin->path()});
         const QString failure = failureOf([&] { gitBackend().push(alone.path()); });
-        QVERIFY2(failure.startsWith(u"git push --progress exited with status 128.\n\nfatal: The current branch main has "
-                                    "no upstream branch."_s),
-                 qPrintable(failure));
+        QVERIFY2(
+            failure.startsWith(u"git push --progress exited with status 128.\n\nfatal: The current branch main has "
+                               "no upstream branch."_s),
+            qPrintable(failure));
     }
 
     void squashMergeStagesWithoutCommitting()
@@ -287,8 +288,9 @@ private Q_SLOTS:
         repository.write(u"notes"_s, "committed\n");
         repository.commitAll(u"base"_s);
         repository.write(u"notes"_s, "unsaved work\n");
-        QVERIFY(failureOf([&] { gitBackend().switchTo(repository.path(), u"notes"_s); })
-                    .startsWith(u"git checkout notes -- "_s));
+        QVERIFY(failureOf([&] {
+                    gitBackend().switchTo(repository.path(), u"notes"_s);
+                }).startsWith(u"git checkout notes -- "_s));
         QCOMPARE(readFile(repository.filePath(u"notes"_s)), QByteArray("unsaved work\n"));
     }
 
@@ -316,11 +318,12 @@ private Q_SLOTS:
         behaviour.customBody = "case \" $* \" in *' HEAD '*) exit 128 ;; *) echo 'fatal: index' >&2; exit 128 ;; esac";
         const test::FakeTool git(behaviour);
         const test::ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-        QCOMPARE(failureOf([] {
-                     gitBackend().workingDiff(test::testTemporaryFolder(), {u"a b.txt"_s, FileState::modified}, never);
-                 }),
-                 u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ --cached -- "
-                 "a b.txt exited with status 128.\n\nfatal: index"_s);
+        QCOMPARE(
+            failureOf([] {
+                gitBackend().workingDiff(test::testTemporaryFolder(), {u"a b.txt"_s, FileState::modified}, never);
+            }),
+            u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ --cached -- "
+            "a b.txt exited with status 128.\n\nfatal: index"_s);
     }
 };
 

@@ -79,23 +79,30 @@ private Q_SLOTS:
             << PlanCase{false, {}, {}, {}, u"gedit subl"_s, u"/opt/fake/subl | FILE in /r"_s};
         QTest::newRow("editor: one of macOS stored, the first installed")
             << PlanCase{false, u"xcode"_s, {}, {}, u"gedit"_s, u"/opt/fake/gedit | FILE in /r"_s};
-        QTest::newRow("editor: other, with arguments")
-            << PlanCase{false, u"other"_s, u"my editor"_s, u"--goto '%TARGET_PATH%:%TARGET_PATH%' -n"_s, {},
-                        u"EXE | --goto | FILE:FILE | -n in /r"_s};
+        QTest::newRow("editor: other, with arguments") << PlanCase{false,
+                                                                   u"other"_s,
+                                                                   u"my editor"_s,
+                                                                   u"--goto '%TARGET_PATH%:%TARGET_PATH%' -n"_s,
+                                                                   {},
+                                                                   u"EXE | --goto | FILE:FILE | -n in /r"_s};
         QTest::newRow("editor: other, no arguments")
             << PlanCase{false, u"other"_s, u"my editor"_s, {}, {}, u"message: Arguments must include %TARGET_PATH%."_s};
         QTest::newRow("editor: other, not executable")
             << PlanCase{false, u"other"_s, u"notes.txt"_s, u"%TARGET_PATH%"_s, {}, choose};
         QTest::newRow("editor: none installed, none chosen") << PlanCase{false, {}, {}, {}, {}, choose};
         QTest::newRow("terminal: stored but removed, the platform's own")
-            << PlanCase{true, u"kitty"_s, {}, {}, u"foot gnome-terminal"_s,
+            << PlanCase{true,
+                        u"kitty"_s,
+                        {},
+                        {},
+                        u"foot gnome-terminal"_s,
                         u"/opt/fake/gnome-terminal | --working-directory=FILE in FILE"_s};
-        QTest::newRow("terminal: one of macOS stored, the first installed")
-            << PlanCase{true, u"com.googlecode.iterm2"_s, {}, {}, u"alacritty xterm"_s,
-                        u"/opt/fake/alacritty | --working-directory | FILE in FILE"_s};
-        QTest::newRow("terminal: none installed")
-            << PlanCase{true, {}, {}, {}, {},
-                        u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s};
+        QTest::newRow("terminal: one of macOS stored, the first installed") << PlanCase{
+            true, u"com.googlecode.iterm2"_s, {},
+            {},   u"alacritty xterm"_s,       u"/opt/fake/alacritty | --working-directory | FILE in FILE"_s};
+        QTest::newRow("terminal: none installed") << PlanCase{
+            true, {}, {},
+            {},   {}, u"message: No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s};
     }
 
     void launchPlans()
@@ -110,9 +117,9 @@ private Q_SLOTS:
         }
         const QString target = u"/r/it's a $(x); -x %TARGET_PATH%"_s;
         const auto made = plan.terminal
-            ? terminalLaunchPlan(unlessEmpty(plan.selection), target, installed(plan.installed))
-            : editorLaunchPlan({unlessEmpty(plan.selection), path, plan.arguments}, target, u"/r"_s,
-                               installed(plan.installed));
+                              ? terminalLaunchPlan(unlessEmpty(plan.selection), target, installed(plan.installed))
+                              : editorLaunchPlan({unlessEmpty(plan.selection), path, plan.arguments}, target, u"/r"_s,
+                                                 installed(plan.installed));
         QCOMPARE(describe(made), plan.expected.replace(u"EXE"_s, path).replace(u"FILE"_s, target));
         if (const LaunchPlan *launch = std::get_if<LaunchPlan>(&made))
             QCOMPARE(launch->start, LaunchPlan::Start::detached);
@@ -135,14 +142,12 @@ private Q_SLOTS:
         QTest::addColumn<QString>("key");
         QTest::addColumn<OptionalString>("expected");
         QProcess python;
-        python.start(u"python3"_s,
-                     {u"-c"_s,
-                      u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps({"
-                      "'CFBundleIdentifier': 'org.example.editor', 'CFBundleDisplayName': "
-                      "'Éditeur ☕', 'CFBundleName': 'A name longer than fifteen letters', "
-                      "'CFBundleVersion': 7, 'Nested': {'CFBundleName': 'inner'}, "
-                      "**{'K%d' % n: 'value %d' % n for n in range(40)}}, "
-                      "fmt=plistlib.FMT_BINARY))"_s});
+        python.start(u"python3"_s, {u"-c"_s, u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps({"
+                                             "'CFBundleIdentifier': 'org.example.editor', 'CFBundleDisplayName': "
+                                             "'Éditeur ☕', 'CFBundleName': 'A name longer than fifteen letters', "
+                                             "'CFBundleVersion': 7, 'Nested': {'CFBundleName': 'inner'}, "
+                                             "**{'K%d' % n: 'value %d' % n for n in range(40)}}, "
+                                             "fmt=plistlib.FMT_BINARY))"_s});
         QVERIFY(python.waitForFinished(30000));
         const QByteArray binary = python.readAllStandardOutput();
         QVERIFY(binary.startsWith("bplist00"));
@@ -210,8 +215,8 @@ private Q_SLOTS:
         QFETCH(QString, command);
         const QString file = u"/r/it's a; file.txt"_s;
         const std::optional<QStringList> parsed = desktopEntryCommand(text);
-        const QStringList shown = parsed ? QStringList{parsed->first()} + desktopEntryArguments(*parsed, file)
-                                         : QStringList{u"(refused)"_s};
+        const QStringList shown =
+            parsed ? QStringList{parsed->first()} + desktopEntryArguments(*parsed, file) : QStringList{u"(refused)"_s};
         QCOMPARE(shown.join(u" | "_s), QString(command).replace(u"FILE"_s, file));
     }
 };

@@ -21,9 +21,8 @@ private Q_SLOTS:
         QTest::addColumn<QString>("value");
         QTest::addColumn<OptionalString>("expected");
         QTest::newRow("empty text") << QString() << u"/srv/a"_s << OptionalString(u"[paths]\ndefault = /srv/a\n"_s);
-        QTest::newRow("other section only")
-            << u"[ui]\nusername = Ann\n"_s << u"/srv/a"_s
-            << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
+        QTest::newRow("other section only") << u"[ui]\nusername = Ann\n"_s << u"/srv/a"_s
+                                            << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
         QTest::newRow("other section without final line feed")
             << u"[ui]\nusername = Ann"_s << u"/srv/a"_s
             << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
@@ -47,8 +46,8 @@ private Q_SLOTS:
         QTest::newRow("IPv6 address") << QString() << u"ssh://[::1]/repo"_s
                                       << OptionalString(u"[paths]\ndefault = ssh://[::1]/repo\n"_s);
         QTest::newRow("line feed would open a section") << QString() << u"x\n[hooks]"_s << OptionalString();
-        QTest::newRow("carriage return would start a line") << QString() << u"x\r%include /etc/passwd"_s
-                                                            << OptionalString();
+        QTest::newRow("carriage return would start a line")
+            << QString() << u"x\r%include /etc/passwd"_s << OptionalString();
         QTest::newRow("line separator") << QString() << u"x\u2028%include y"_s << OptionalString();
     }
 

@@ -1,15 +1,15 @@
-#include "Pictures.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
+#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
 #include <QBuffer>
 #include <QDir>
+#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QFile>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -70,14 +70,14 @@ private Q_SLOTS:
                                                  repositoryOf(second, RepositoryKind::git)});
         // The git repository sits in a folder at the top of the sidebar.
         harness.modelSettings().setSidebarLayout(
-            {{RepositorySidebarItem::folder(QUuid(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11)), RepositorySidebarItem::repository(first.path())},
+            {{RepositorySidebarItem::folder(QUuid(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11)),
+              RepositorySidebarItem::repository(first.path())},
              {{QUuid(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11), u"Work"_s, {second.path()}}}});
         harness.modelSettings().setLastSelectedRepository(goneRepository);
 
         AppModel &model = harness.start();
-        QCOMPARE(model.library().repositories(),
-                 (QList<Repository>{repositoryOf(first, RepositoryKind::mercurial),
-                                    repositoryOf(second, RepositoryKind::git)}));
+        QCOMPARE(model.library().repositories(), (QList<Repository>{repositoryOf(first, RepositoryKind::mercurial),
+                                                                    repositoryOf(second, RepositoryKind::git)}));
         QCOMPARE(model.workspace().selectedRepository(), std::optional(repositoryOf(second, RepositoryKind::git)));
         QVERIFY(!model.workspace().isSwitchingRepository());
         QVERIFY(model.activityState().isBusy());
@@ -144,7 +144,8 @@ private Q_SLOTS:
         const Repository added = repositoryOf(repository, RepositoryKind::git);
         QCOMPARE(model.library().repositories(), QList<Repository>{added});
         QCOMPARE(model.workspace().selectedRepository(), std::optional(added));
-        QCOMPARE(model.library().sidebarItems(), QList<RepositorySidebarItem>{RepositorySidebarItem::repository(added.path)});
+        QCOMPARE(model.library().sidebarItems(),
+                 QList<RepositorySidebarItem>{RepositorySidebarItem::repository(added.path)});
         QCOMPARE(harness.modelSettings().repositories(), QList<Repository>{added});
     }
 

@@ -1,6 +1,6 @@
-#include "Pictures.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
+#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
@@ -197,7 +197,8 @@ private Q_SLOTS:
         QVERIFY(fixture.harness.settle());
         QCOMPARE(restarted.diffSelection().selectedFile(), std::optional(fileNamed(restarted, u"two.txt"_s)));
         // The restored diff's row is the selected one.
-        QCOMPARE(restarted.diffSelection().selectedChangeFiles(), QSet<WorkingFile>{fileNamed(restarted, u"two.txt"_s)});
+        QCOMPARE(restarted.diffSelection().selectedChangeFiles(),
+                 QSet<WorkingFile>{fileNamed(restarted, u"two.txt"_s)});
         QVERIFY(restarted.diffSelection().diff().text.contains(u"+two.txt after"_s));
 
         // A refresh that removes the focused file clears the diff.
@@ -288,7 +289,8 @@ private Q_SLOTS:
 
         model.selectChangeset(history[1]);
         QVERIFY(harness.settle());
-        QCOMPARE(model.diffSelection().selectedChangesetFile(), std::optional(WorkingFile{u"a.txt"_s, FileState::added}));
+        QCOMPARE(model.diffSelection().selectedChangesetFile(),
+                 std::optional(WorkingFile{u"a.txt"_s, FileState::added}));
         QVERIFY(model.diffSelection().diff().text.contains(u"+a"_s));
         model.selectChangesetFile(WorkingFile{u"b.txt"_s, FileState::added});
         QVERIFY(harness.settle());
@@ -299,7 +301,8 @@ private Q_SLOTS:
         model.refresh();
         QVERIFY(harness.settle());
         QCOMPARE(model.diffSelection().selectedChangeset()->node, history[1].node);
-        QCOMPARE(model.diffSelection().selectedChangesetFile(), std::optional(WorkingFile{u"b.txt"_s, FileState::added}));
+        QCOMPARE(model.diffSelection().selectedChangesetFile(),
+                 std::optional(WorkingFile{u"b.txt"_s, FileState::added}));
     }
 };
 

@@ -128,8 +128,7 @@ private Q_SLOTS:
                                        << u"The untracked files will be moved to the Trash."_s;
         QTest::newRow("one tracked") << QStringList{u"a.txt"_s} << u"Discard changes to “a.txt”?"_s
                                      << u"The file will be restored to its last committed state."_s;
-        QTest::newRow("two tracked") << QStringList{u"a.txt"_s, u"b.txt"_s}
-                                     << u"Discard changes to 2 selected files?"_s
+        QTest::newRow("two tracked") << QStringList{u"a.txt"_s, u"b.txt"_s} << u"Discard changes to 2 selected files?"_s
                                      << u"The files will be restored to their last committed state."_s;
         QTest::newRow("two tracked, one untracked")
             << QStringList{u"a.txt"_s, u"b.txt"_s, u"new.txt"_s} << u"Discard changes to 3 selected files?"_s
@@ -261,7 +260,8 @@ private Q_SLOTS:
         // With one branch there is nothing to choose.
         model.merge();
         QCOMPARE(fixture.harness.prompts.alerts.last().message, u"Merge into Current Branch"_s);
-        QCOMPARE(fixture.harness.prompts.alerts.last().informativeText, u"There are no other branches to choose from."_s);
+        QCOMPARE(fixture.harness.prompts.alerts.last().informativeText,
+                 u"There are no other branches to choose from."_s);
         QCOMPARE(fixture.harness.prompts.alerts.last().buttons, QStringList{u"OK"_s});
         QVERIFY(fixture.harness.prompts.choices.isEmpty());
 
@@ -396,8 +396,8 @@ private Q_SLOTS:
         const test::ScopedEnvironmentVariable override("GIT", slowGit.path().toUtf8());
         const QSignalSpy activity(&model.activityState(), &ActivityState::activityChanged);
         model.fetch();
-        QTRY_VERIFY_WITH_TIMEOUT(model.activityState().activity().startsWith(u"Fetching commits — Receiving objects: "_s),
-                                 5000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            model.activityState().activity().startsWith(u"Fetching commits — Receiving objects: "_s), 5000);
         QVERIFY(fixture.harness.settle());
         QStringList seen;
         for (const QList<QVariant> &change : activity)
@@ -413,7 +413,8 @@ private Q_SLOTS:
     {
         QFETCH(RepositoryKind, kind);
         test::FakeToolBehaviour behaviour;
-        behaviour.customBody = "for last; do :; done; mkdir -p \"$last\"; echo partial > \"$last/partial\"; exec sleep 60";
+        behaviour.customBody =
+            "for last; do :; done; mkdir -p \"$last\"; echo partial > \"$last/partial\"; exec sleep 60";
         const test::FakeTool slowTool(behaviour);
         const test::ScopedEnvironmentVariable override(kind == RepositoryKind::git ? "GIT" : "HG",
                                                        slowTool.path().toUtf8());
@@ -438,7 +439,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<QString>("command"); // the tool command that hangs
-        QTest::addColumn<bool>("quit");       // quit instead of cancelling
+        QTest::addColumn<bool>("quit"); // quit instead of cancelling
         for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
             const char *name = kind == RepositoryKind::mercurial ? "hg" : "git";
             QTest::addRow("%s: cancel a push", name) << kind << u"push"_s << false;

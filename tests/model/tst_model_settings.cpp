@@ -4,12 +4,12 @@
 #include "model/ModelSettings.h"
 #include "model/RepositoryIconStore.h"
 
-#include <QDir>
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
+#include <QPainter>
 #include <QProcess>
 #include <QRegularExpression>
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,9 +25,10 @@ void writeInfoPlist(const QString &bundle, const QString &identifier, bool binar
     QVERIFY(plist.open(QIODevice::WriteOnly));
     if (binary) {
         QProcess python;
-        python.start(u"python3"_s, {u"-c"_s, u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps("
-                                             "{'CFBundleName': 'Editor', 'CFBundleIdentifier': sys.argv[1]}, "
-                                             "fmt=plistlib.FMT_BINARY))"_s,
+        python.start(u"python3"_s, {u"-c"_s,
+                                    u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps("
+                                    "{'CFBundleName': 'Editor', 'CFBundleIdentifier': sys.argv[1]}, "
+                                    "fmt=plistlib.FMT_BINARY))"_s,
                                     identifier});
         QVERIFY(python.waitForFinished(30000));
         plist.write(python.readAllStandardOutput());
@@ -35,7 +36,8 @@ void writeInfoPlist(const QString &bundle, const QString &identifier, bool binar
     }
     plist.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
                 "<key>CFBundleName</key><string>Editor</string>\n"
-                "<key>CFBundleIdentifier</key><string>" + identifier.toUtf8() + "</string>\n</dict></plist>\n");
+                "<key>CFBundleIdentifier</key><string>"
+                + identifier.toUtf8() + "</string>\n</dict></plist>\n");
 }
 
 QByteArray pngOf(const QImage &image)
@@ -82,11 +84,11 @@ private Q_SLOTS:
         QTest::addColumn<QVariant>("stored");
         QTest::newRow("list not JSON") << u"repositories.v1"_s << QVariant(QByteArray("[{"));
         QTest::newRow("list with one bad entry")
-            << u"repositories.v1"_s << QVariant(QByteArray(R"([{"path":"/r/a","kind":"git"},{"path":"/r/b","kind":"svn"}])"));
+            << u"repositories.v1"_s
+            << QVariant(QByteArray(R"([{"path":"/r/a","kind":"git"},{"path":"/r/b","kind":"svn"}])"));
         QTest::newRow("list as text") << u"repositories.v1"_s << QVariant(u"[]"_s);
         QTest::newRow("files map as text") << u"selectedFilesByRepository.v1"_s << QVariant(u"x"_s);
-        QTest::newRow("icon map with a number")
-            << u"repositoryIconFiles.v1"_s << QVariant(QVariantMap{{u"/r/a"_s, 5}});
+        QTest::newRow("icon map with a number") << u"repositoryIconFiles.v1"_s << QVariant(QVariantMap{{u"/r/a"_s, 5}});
         QTest::newRow("user name as a list") << u"commitUsername.v1"_s << QVariant(QStringList{u"a"_s, u"b"_s});
         QTest::newRow("layout not JSON") << u"repositorySidebarLayout.v1"_s << QVariant(QByteArray("nope"));
     }

@@ -67,15 +67,15 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("expected"); // the arrangement, or "error: <text>"
-        QTest::newRow("legacy: folders first, then ungrouped")
-            << QByteArray(R"({"ungroupedPaths":["/r/b","/r/a"],"folders":[{"id":"22222222-2222-2222-2222-222222222222","name":"F","repositoryPaths":["/r/c"]}]})")
-            << u"[F: /r/c] /r/b /r/a"_s;
+        QTest::newRow("legacy: folders first, then ungrouped") << QByteArray(
+            R"({"ungroupedPaths":["/r/b","/r/a"],"folders":[{"id":"22222222-2222-2222-2222-222222222222","name":"F","repositoryPaths":["/r/c"]}]})")
+                                                               << u"[F: /r/c] /r/b /r/a"_s;
         QTest::newRow("legacy without paths") << QByteArray(R"({})") << QString();
-        QTest::newRow("item with two keys")
-            << QByteArray(R"({"topLevelItems":[{"repository":{"_0":"/r/a"},"folder":{"_0":"11111111-1111-1111-1111-111111111111"}}]})")
-            << u"error: Invalid number of keys found, expected one."_s;
-        QTest::newRow("item with no key") << QByteArray(R"({"topLevelItems":[{}]})")
-                                          << u"error: Invalid number of keys found, expected one."_s;
+        QTest::newRow("item with two keys") << QByteArray(
+            R"({"topLevelItems":[{"repository":{"_0":"/r/a"},"folder":{"_0":"11111111-1111-1111-1111-111111111111"}}]})")
+                                            << u"error: Invalid number of keys found, expected one."_s;
+        QTest::newRow("item with no key")
+            << QByteArray(R"({"topLevelItems":[{}]})") << u"error: Invalid number of keys found, expected one."_s;
         QTest::newRow("path of the wrong type") << QByteArray(R"({"topLevelItems":[{"repository":{"_0":5}}]})")
                                                 << u"error: Expected a string for the key \"_0\"."_s;
         QTest::newRow("not JSON") << QByteArray("{\"topLevelItems\":") << u"error"_s;
@@ -108,12 +108,11 @@ private Q_SLOTS:
             R"({"id":"11111111-1111-1111-1111-111111111111","name":"A","repositoryPaths":["b","c","c"]},)"
             R"({"id":"22222222-2222-2222-2222-222222222222","name":"B","repositoryPaths":["c","d","gone"]}]})";
         QTest::newRow("claims, duplicates, unknown and missing paths")
-            << twoFolders << QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s}
-            << u"[B: d] a [A: b c] e"_s;
+            << twoFolders << QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s} << u"[B: d] a [A: b c] e"_s;
         QTest::newRow("nothing stored") << QByteArray() << QStringList{u"x"_s, u"y"_s} << u"x y"_s;
-        QTest::newRow("empty folder survives")
-            << QByteArray(R"({"topLevelItems":[],"folders":[{"id":"11111111-1111-1111-1111-111111111111","name":"Empty","repositoryPaths":[]}]})")
-            << QStringList{u"x"_s} << u"[Empty:] x"_s;
+        QTest::newRow("empty folder survives") << QByteArray(
+            R"({"topLevelItems":[],"folders":[{"id":"11111111-1111-1111-1111-111111111111","name":"Empty","repositoryPaths":[]}]})")
+                                               << QStringList{u"x"_s} << u"[Empty:] x"_s;
     }
 
     void reconcile()
@@ -137,9 +136,9 @@ private Q_SLOTS:
 
     void foldersAndMoves()
     {
-        RepositorySidebarLayout layout = layoutOf(
-            {Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
-            {{folderA, u"A"_s, {u"b"_s, u"c"_s}}});
+        RepositorySidebarLayout layout =
+            layoutOf({Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
+                     {{folderA, u"A"_s, {u"b"_s, u"c"_s}}});
         QCOMPARE(sidebar::topLevelIndexOf(layout, u"c"_s), std::optional<qsizetype>(1));
         sidebar::insertFolder(layout, {folderB, u"New Folder"_s, {}}, *sidebar::topLevelIndexOf(layout, u"a"_s) + 1);
         QCOMPARE(describe(layout), u"a [New Folder:] [A: b c] d"_s);
@@ -159,10 +158,9 @@ private Q_SLOTS:
 
     void sortsByName()
     {
-        RepositorySidebarLayout layout =
-            layoutOf({Item::repository(u"/r/zeta"_s), Item::folder(folderA), Item::repository(u"/r/app10"_s),
-                      Item::repository(u"/r/App9"_s)},
-                     {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}});
+        RepositorySidebarLayout layout = layoutOf({Item::repository(u"/r/zeta"_s), Item::folder(folderA),
+                                                   Item::repository(u"/r/app10"_s), Item::repository(u"/r/App9"_s)},
+                                                  {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}});
         sidebar::sortByName(layout, [](const QString &path) { return path.section(u'/', -1); });
         QCOMPARE(describe(layout), u"/r/App9 /r/app10 [beta: /r/x1 /r/x2 /r/X10] /r/zeta"_s);
     }

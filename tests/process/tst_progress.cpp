@@ -50,8 +50,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, standardError);
         QFETCH(QString, progress);
         QFETCH(QString, shown);
-        const std::optional<QString> latest
-            = git ? latestGitProgress(standardError) : latestMercurialProgress(standardError);
+        const std::optional<QString> latest =
+            git ? latestGitProgress(standardError) : latestMercurialProgress(standardError);
         QCOMPARE(latest.value_or(QString()), progress);
         QCOMPARE(asTerminalShowsIt(QString::fromUtf8(standardError)), shown);
     }

@@ -48,9 +48,9 @@ private Q_SLOTS:
         try {
             result = tillery::addressToStore(entered, [&] { return stored; });
         } catch (const RefusedInput &refusal) {
-            result = refusal.description() == invalidAddressSentence()    ? u"invalid"_s
-                : refusal.description() == unrestorablePasswordSentence() ? u"unrestorable"_s
-                                                                          : refusal.description();
+            result = refusal.description() == invalidAddressSentence()         ? u"invalid"_s
+                     : refusal.description() == unrestorablePasswordSentence() ? u"unrestorable"_s
+                                                                               : refusal.description();
         }
         QCOMPARE(result, expected);
     }
@@ -59,9 +59,8 @@ private Q_SLOTS:
     {
         const GitFailure failure = GitFailure::command({u"clone"_s, u"https://ann:s3cret@h/r.git"_s, u"/tmp/r"_s}, 128,
                                                        u"fatal: unable to access 'https://ann:s3cret@h/r.git/'"_s);
-        QCOMPARE(failure.description(),
-                 u"git clone https://ann:***@h/r.git /tmp/r exited with status 128.\n\n"
-                 "fatal: unable to access 'https://ann:***@h/r.git/'"_s);
+        QCOMPARE(failure.description(), u"git clone https://ann:***@h/r.git /tmp/r exited with status 128.\n\n"
+                                        "fatal: unable to access 'https://ann:***@h/r.git/'"_s);
         QCOMPARE(failure.arguments()[1], u"https://ann:s3cret@h/r.git"_s);
     }
 

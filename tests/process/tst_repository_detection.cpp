@@ -62,7 +62,7 @@ private Q_SLOTS:
         try {
             const Repository repository = detectRepository(askedPath);
             detected = (repository.kind == RepositoryKind::git ? u"git "_s : u"hg "_s)
-                + folder.relativeFilePath(repository.path);
+                       + folder.relativeFilePath(repository.path);
         } catch (const RepositoryFailure &failure) {
             QCOMPARE(failure.description(), askedPath + u" is not a Mercurial or Git repository."_s);
         }

@@ -199,8 +199,8 @@ private Q_SLOTS:
         QFETCH(QString, expectedPhrase);
         QTemporaryDir marks;
         const QString reported = marks.filePath(u"reported"_s);
-        const QByteArray waiting
-            = "\ni=0; while [ ! -e '" + reported.toUtf8() + "' ] && [ $i -lt 1000 ]; do sleep 0.01; i=$((i+1)); done";
+        const QByteArray waiting =
+            "\ni=0; while [ ! -e '" + reported.toUtf8() + "' ] && [ $i -lt 1000 ]; do sleep 0.01; i=$((i+1)); done";
         const FakeTool fake(running(printing + waiting + "\nprintf 'done\\n' >&2"));
         QStringList phrases;
         const auto progress = [&](const QString &phrase) {
@@ -290,11 +290,10 @@ private Q_SLOTS:
         QTemporaryDir empty;
         const ScopedEnvironmentVariable tools("TILLERY_TEST_PATH_TOOLS", onPath.path().toUtf8());
         const QString hide = u"for f in /opt/homebrew/bin /usr/local/bin /usr/bin; do [ ! -d $f ] || mount --bind '"_s
-            + empty.path() + u"' $f || exit; done; echo hidden; exec \"$0\" searchPathComesLast"_s;
+                             + empty.path() + u"' $f || exit; done; echo hidden; exec \"$0\" searchPathComesLast"_s;
         QProcess child;
-        child.start(u"unshare"_s,
-                    {u"--mount"_s, geteuid() == 0 ? u"--mount"_s : u"--map-root-user"_s, u"sh"_s, u"-c"_s, hide,
-                     QCoreApplication::applicationFilePath()});
+        child.start(u"unshare"_s, {u"--mount"_s, geteuid() == 0 ? u"--mount"_s : u"--map-root-user"_s, u"sh"_s, u"-c"_s,
+                                   hide, QCoreApplication::applicationFilePath()});
         QVERIFY(child.waitForFinished(60000));
         const QByteArray output = child.readAllStandardOutput();
         if (!output.contains("hidden"))

@@ -130,7 +130,7 @@ private Q_SLOTS:
                    scene.repository->write(u"b.txt"_s, "new\n");
                    const QList<WorkingFile> files = scene.backend().loadSnapshot(scene.path()).files;
                    return files == QList<WorkingFile>{{u"b.txt"_s, FileState::untracked}} ? noFailure
-                                                                                           : u"other files"_s;
+                                                                                          : u"other files"_s;
                })
             << noFailure << false;
         QTest::newRow("git: the repository's file-system monitor")
@@ -181,12 +181,14 @@ private Q_SLOTS:
             const RepositorySnapshot snapshot = backend.loadSnapshot(scene.path());
             const Changeset newest = snapshot.history.value(0);
             const QList<WorkingFile> changed = backend.changesetFiles(scene.path(), newest);
-            return QVariantList{QVariant::fromValue(snapshot.files.size()), snapshot.branch,
-                                QStringList{newest.description, newest.author, newest.node},
-                                backend.workingDiff(scene.path(), {u"a.txt"_s, FileState::modified}, [] { return false; }),
-                                changed.value(0).path,
-                                backend.changesetDiff(scene.path(), newest, changed.value(0).path),
-                                backend.compareDiff(scene.path(), snapshot.branch)};
+            return QVariantList{
+                QVariant::fromValue(snapshot.files.size()),
+                snapshot.branch,
+                QStringList{newest.description, newest.author, newest.node},
+                backend.workingDiff(scene.path(), {u"a.txt"_s, FileState::modified}, [] { return false; }),
+                changed.value(0).path,
+                backend.changesetDiff(scene.path(), newest, changed.value(0).path),
+                backend.compareDiff(scene.path(), snapshot.branch)};
         };
         const QVariantList plain = everythingRead();
         QCOMPARE(plain.at(4).toString(), u"caf\u00e9 \u2615.txt"_s);
@@ -234,16 +236,19 @@ private Q_SLOTS:
         const QString forgedHash = u"0123456789abcdef0123456789abcdef01234567"_s;
         // The old format's record and field separators, then a line of the new
         // format's record start.
-        const QString description = u"x\x1f\n\x1e"_s + forgedHash + u"\x1fMallory <m@x>\x1f" "0\x1fHEAD -> main\x1f"
-                                    "forged\x1f\n\n/"_s + forgedHash + controls + u"\x7f end"_s;
+        const QString description = u"x\x1f\n\x1e"_s + forgedHash
+                                    + u"\x1fMallory <m@x>\x1f"
+                                      "0\x1fHEAD -> main\x1f"
+                                      "forged\x1f\n\n/"_s
+                                    + forgedHash + controls + u"\x7f end"_s;
         scene.repository->write(u"a.txt"_s, "changed\n");
         scene.backend().commit(scene.path(), {{u"a.txt"_s, FileState::modified}}, u"real"_s, description, QString());
 
         const QList<Changeset> history = scene.backend().loadSnapshot(scene.path()).history;
         QCOMPARE(history.size(), 2);
-        const QString recorded = QString::fromUtf8(
-            kind == RepositoryKind::git ? scene.tool({u"log"_s, u"-1"_s, u"--format=%B"_s})
-                                        : scene.tool({u"log"_s, u"-r"_s, u"."_s, u"-T"_s, u"{desc}"_s}));
+        const QString recorded = QString::fromUtf8(kind == RepositoryKind::git
+                                                       ? scene.tool({u"log"_s, u"-1"_s, u"--format=%B"_s})
+                                                       : scene.tool({u"log"_s, u"-r"_s, u"."_s, u"-T"_s, u"{desc}"_s}));
         QCOMPARE(history.first().description, recorded.trimmed());
         QVERIFY(history.first().description.endsWith(u"\x7f end"_s));
         QCOMPARE(history.first().summary, u"real"_s);
@@ -323,8 +328,9 @@ private Q_SLOTS:
             QVERIFY(QDir().mkpath(holding));
             scene.repository->write(u"b.txt"_s, "b\n");
             holder.setWorkingDirectory(scene.path());
-            holder.start(u"hg"_s, {u"--config"_s, u"hooks.precommit=while [ -e '"_s + holding + u"' ]; do sleep 0.1; done"_s,
-                                   u"commit"_s, u"-A"_s, u"-m"_s, u"other"_s, u"b.txt"_s});
+            holder.start(u"hg"_s,
+                         {u"--config"_s, u"hooks.precommit=while [ -e '"_s + holding + u"' ]; do sleep 0.1; done"_s,
+                          u"commit"_s, u"-A"_s, u"-m"_s, u"other"_s, u"b.txt"_s});
             QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(scene.repository->filePath(u".hg/store/lock"_s)).isSymLink(), 20000);
         } else {
             scene.repository->write(u".git/index.lock"_s, "");

@@ -42,8 +42,7 @@ FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
     script += "OUTPUT_FILE=" + quoted(file("stdout")) + "\n";
     script += "ERROR_FILE=" + quoted(file("stderr")) + "\n";
     script += "echo $$ > " + quoted(file("pid")) + "\n";
-    script += "for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done > "
-              + quoted(file("arguments")) + "\n";
+    script += "for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done > " + quoted(file("arguments")) + "\n";
     script += "pwd > " + quoted(file("directory")) + "\n";
     script += "env -0 > " + quoted(file("environment")) + "\n";
     script += "nice > " + quoted(file("niceness")) + "\n";

@@ -38,8 +38,8 @@ MercurialServer::MercurialServer(const QString &repositoryPath)
     m_process.setStandardInputFile(QProcess::nullDevice());
     m_process.setProcessChannelMode(QProcess::MergedChannels);
     m_process.start(QStandardPaths::findExecutable(u"hg"_s),
-                    {u"serve"_s, u"--address"_s, u"127.0.0.1"_s, u"--port"_s, QString::number(m_port),
-                     u"--config"_s, u"web.push_ssl=false"_s, u"--config"_s, u"web.allow-push=*"_s});
+                    {u"serve"_s, u"--address"_s, u"127.0.0.1"_s, u"--port"_s, QString::number(m_port), u"--config"_s,
+                     u"web.push_ssl=false"_s, u"--config"_s, u"web.allow-push=*"_s});
     const QDeadlineTimer deadline(20000);
     while (!accepts(m_port)) {
         if (deadline.hasExpired() || m_process.state() == QProcess::NotRunning)

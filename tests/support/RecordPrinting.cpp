@@ -34,16 +34,16 @@ char *toString(const Bookmark &bookmark)
 {
     return print(u"%1 r%2 %3%4 %5%6"_s.arg(bookmark.name)
                      .arg(bookmark.revision)
-                     .arg(bookmark.node, bookmark.active ? u" active"_s : QString(),
-                          dateText(bookmark.date), bookmark.needsPush ? u" needs push"_s : QString()));
+                     .arg(bookmark.node, bookmark.active ? u" active"_s : QString(), dateText(bookmark.date),
+                          bookmark.needsPush ? u" needs push"_s : QString()));
 }
 
 char *toString(const Changeset &changeset)
 {
     return print(u"r%1 %2 \"%3\" by %4 on %5 [%6] bookmarks(%7) tags(%8) files(%9)"_s.arg(changeset.revision)
-                     .arg(changeset.node, changeset.summary, changeset.author,
-                          dateText(changeset.date), changeset.branch, changeset.bookmarks.join(u','),
-                          changeset.tags.join(u','), changeset.files.join(u',')));
+                     .arg(changeset.node, changeset.summary, changeset.author, dateText(changeset.date),
+                          changeset.branch, changeset.bookmarks.join(u','), changeset.tags.join(u','),
+                          changeset.files.join(u',')));
 }
 
 char *toString(const CommandOutput &output)

@@ -16,8 +16,7 @@ namespace tillery::test {
 
 namespace {
 
-void startTool(QProcess &process, const QString &program, const QStringList &arguments,
-               const QString &directory)
+void startTool(QProcess &process, const QString &program, const QStringList &arguments, const QString &directory)
 {
     const QString executable = QStandardPaths::findExecutable(program);
     if (executable.isEmpty())
@@ -200,8 +199,8 @@ void GitFixture::checkOut(const QString &branch) const
 void GitFixture::importCommits(const QString &branch, int count) const
 {
     const QByteArray ref = "refs/heads/" + branch.toUtf8();
-    const bool hasParent = runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s,
-                                                       QString::fromUtf8(ref)}, path()) == 0;
+    const bool hasParent =
+        runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, QString::fromUtf8(ref)}, path()) == 0;
     QByteArray stream;
     for (int index = 0; index < count; ++index) {
         const QByteArray number = QByteArray::number(index);
@@ -209,7 +208,8 @@ void GitFixture::importCommits(const QString &branch, int count) const
         const QByteArray content = "line " + number + "\n";
         stream += "commit " + ref + "\n";
         stream += "author Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
-        stream += "committer Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
+        stream +=
+            "committer Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
         stream += "data " + QByteArray::number(message.size()) + "\n" + message;
         if (index == 0 && hasParent)
             stream += "from " + ref + "^0\n";

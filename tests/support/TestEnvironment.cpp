@@ -79,8 +79,7 @@ QStringList temporaryFilesStartingWith(const QString &prefix)
     return QDir(QDir::tempPath()).entryList({prefix + u'*'}, QDir::Files | QDir::Hidden);
 }
 
-ScopedEnvironmentVariable::ScopedEnvironmentVariable(const char *name,
-                                                     const std::optional<QByteArray> &value)
+ScopedEnvironmentVariable::ScopedEnvironmentVariable(const char *name, const std::optional<QByteArray> &value)
     : m_name(name)
 {
     if (qEnvironmentVariableIsSet(name))
