@@ -1,17 +1,22 @@
 #include "WindowHarness.h"
 
 #include "ui/ChangedFileDelegate.h"
-#include "ui/ChangesView.h"
-#include "ui/RepositoryWorkspace.h"
 
-#include <QAction>
-#include <QListView>
-#include <QMenu>
-#include <QTest>
+#include <QAbstractItemModelTester>
+#include <QMenuBar>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
 namespace tillery::test {
+
+void prepareUiTest()
+{
+    pinTestEnvironment();
+    QStandardPaths::setTestModeEnabled(true);
+    // The Trash lives there; Qt does not make the folder.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+}
 
 WindowHarness::~WindowHarness()
 {
@@ -33,6 +38,10 @@ MainWindow &WindowHarness::open()
     AppModel &model = models.start();
     m_viewSettings = std::make_unique<ViewSettings>(models.settings());
     m_window = std::make_unique<MainWindow>(model, *m_viewSettings);
+    for (QAbstractItemModel *items : m_window->findChildren<QAbstractItemModel *>()) {
+        if (QByteArray(items->metaObject()->className()).startsWith("tillery::"))
+            new QAbstractItemModelTester(items, QAbstractItemModelTester::FailureReportingMode::QtTest, items);
+    }
     m_window->show();
     m_window->activateWindow();
     if (!QTest::qWaitForWindowActive(m_window.get()))
@@ -41,15 +50,10 @@ MainWindow &WindowHarness::open()
     return *m_window;
 }
 
-ChangesView &WindowHarness::changes()
-{
-    return *m_window->workspace()->changesView();
-}
-
 void WindowHarness::addThroughMenu(const QString &folder)
 {
     models.prompts.folderAnswers.append(folder);
-    m_window->menuAction(u"Add Local Repository…"_s)->trigger();
+    menuAction(*m_window, u"Add Local Repository…"_s)->trigger();
     models.settle();
 }
 
@@ -58,6 +62,39 @@ ChangesView &WindowHarness::openOn(const QString &repositoryPath)
     open();
     addThroughMenu(repositoryPath);
     return changes();
+}
+
+std::unique_ptr<RepositoryFixture> chartRepository(RepositoryKind kind)
+{
+    std::unique_ptr<RepositoryFixture> repository = makeFixture(kind);
+    repository->write(u"chart.txt"_s, "harbour\n");
+    repository->commitAll(u"Chart the harbour"_s);
+    return repository;
+}
+
+QAction *menuAction(const QMainWindow &window, const QString &label)
+{
+    for (const QAction *menu : window.menuBar()->actions()) {
+        if (QAction *item = menu->menu() ? findAction(menu->menu(), label) : nullptr)
+            return item;
+    }
+    return nullptr;
+}
+
+QAction *findAction(const QMenu *menu, const QString &label)
+{
+    for (QAction *action : menu->actions()) {
+        if (shownLabel(action->text()) == label && !action->isSeparator())
+            return action;
+        if (QAction *inner = action->menu() ? findAction(action->menu(), label) : nullptr)
+            return inner;
+    }
+    return nullptr;
+}
+
+void clickRow(QAbstractItemView *view, const QModelIndex &index, Qt::MouseButton button)
+{
+    QTest::mouseClick(view->viewport(), button, {}, view->visualRect(index).center());
 }
 
 void clickCheckBox(QListView *list, int row)
@@ -91,7 +128,7 @@ QStringList menuItems(const QMenu *menu)
     return items;
 }
 
-QStringList listedPaths(const QListView *list)
+QStringList listedPaths(const QAbstractItemView *list)
 {
     QStringList paths;
     for (int row = 0; row < list->model()->rowCount(); ++row)
