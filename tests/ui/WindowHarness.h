@@ -9,21 +9,29 @@
 
 #include "ui/ChangesView.h"
 #include "ui/CommitBox.h"
+#include "ui/DiffCanvas.h"
+#include "ui/DiffView.h"
 #include "ui/MainWindow.h"
 #include "ui/RepositoryWorkspace.h"
 #include "ui/ViewSettings.h"
+#include "ui/WelcomeView.h"
+#include "ui/WorkspaceTabHeader.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
+#include <QTreeView>
 
 #include <memory>
 

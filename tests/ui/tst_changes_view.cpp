@@ -1,13 +1,10 @@
 #include "WindowHarness.h"
 
-#include "ui/DiffCanvas.h"
-#include "ui/DiffView.h"
 #include "ui/ImagePreview.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QSettings>
 

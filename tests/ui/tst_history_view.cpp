@@ -1,14 +1,10 @@
 #include "WindowHarness.h"
 
 #include "ui/ChangesetHeader.h"
-#include "ui/DiffCanvas.h"
-#include "ui/DiffView.h"
 #include "ui/EmptyState.h"
 #include "ui/HistoryView.h"
 #include "ui/TextButton.h"
-#include "ui/WorkspaceTabHeader.h"
 
-#include <QPlainTextEdit>
 #include <QSignalSpy>
 
 using namespace Qt::StringLiterals;

@@ -4,16 +4,11 @@
 #include "ui/ActivityRow.h"
 #include "ui/CloneSheet.h"
 #include "ui/DesktopServices.h"
-#include "ui/WelcomeView.h"
-#include "ui/WorkspaceTabHeader.h"
 #include "ui/WorkspaceToolbar.h"
 
-#include <QApplication>
-#include <QComboBox>
 #include <QMenuBar>
 #include <QTextDocument>
 #include <QTimer>
-#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;

@@ -4,10 +4,8 @@
 #include "ui/SidebarModel.h"
 #include "ui/SidebarView.h"
 
-#include <QApplication>
 #include <QImage>
 #include <QMimeData>
-#include <QTreeView>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
