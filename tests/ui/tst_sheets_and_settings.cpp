@@ -98,9 +98,7 @@ private Q_SLOTS:
     void everyControlIsReachableAndNamed()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
-        repository->write(u"chart.txt"_s, "harbour\n");
-        repository->commitAll(u"Chart the harbour"_s);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::chartRepository(kind);
         repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
 
         WindowHarness harness;
@@ -136,12 +134,10 @@ private Q_SLOTS:
 
     void newBookmarkIsCheckedAndBecomesActive()
     {
-        const test::MercurialFixture repository;
-        repository.write(u"chart.txt"_s, "harbour\n");
-        repository.commitAll(u"Start"_s);
-        repository.bookmark(u"main"_s);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::chartRepository(RepositoryKind::mercurial);
+        static_cast<test::MercurialFixture &>(*repository).bookmark(u"main"_s);
         WindowHarness harness;
-        harness.openOn(repository.path());
+        harness.openOn(repository->path());
         test::menuAction(harness.window(), u"New Branch…"_s)->trigger();
         auto *sheet = qobject_cast<CreateBookmarkSheet *>(harness.window().sheet(Workspace::Sheet::bookmark));
         QVERIFY(sheet);
