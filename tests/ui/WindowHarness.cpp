@@ -72,24 +72,41 @@ std::unique_ptr<RepositoryFixture> chartRepository(RepositoryKind kind)
     return repository;
 }
 
-QAction *menuAction(const QMainWindow &window, const QString &label)
-{
-    for (const QAction *menu : window.menuBar()->actions()) {
-        if (QAction *item = menu->menu() ? findAction(menu->menu(), label) : nullptr)
-            return item;
-    }
-    return nullptr;
-}
+namespace {
 
-QAction *findAction(const QMenu *menu, const QString &label)
+QAction *itemIn(const QMenu *menu, const QString &label)
 {
     for (QAction *action : menu->actions()) {
         if (shownLabel(action->text()) == label && !action->isSeparator())
             return action;
-        if (QAction *inner = action->menu() ? findAction(action->menu(), label) : nullptr)
+        if (QAction *inner = action->menu() ? itemIn(action->menu(), label) : nullptr)
             return inner;
     }
     return nullptr;
+}
+
+// A missing item fails the test; the test goes on with an item that does nothing.
+QAction *orMissing(QAction *item, const QString &label)
+{
+    static QAction nothing;
+    if (!item)
+        QTest::qFail(qPrintable(u"No menu item \"%1\""_s.arg(label)), __FILE__, __LINE__);
+    return item ? item : &nothing;
+}
+
+} // namespace
+
+QAction *menuAction(const QMainWindow &window, const QString &label)
+{
+    QAction *item = nullptr;
+    for (const QAction *menu : window.menuBar()->actions())
+        item = item || !menu->menu() ? item : itemIn(menu->menu(), label);
+    return orMissing(item, label);
+}
+
+QAction *findAction(const QMenu *menu, const QString &label)
+{
+    return orMissing(itemIn(menu, label), label);
 }
 
 void clickRow(QAbstractItemView *view, const QModelIndex &index, Qt::MouseButton button)

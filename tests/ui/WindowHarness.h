@@ -88,7 +88,8 @@ T *child(const QObject &parent, const QString &name = QString())
     return found;
 }
 
-// A menu bar item, or a menu's item (in submenus too), by its label as shown.
+// A menu bar item, or a menu's item (in submenus too), by its label as shown; when there is none the
+// test fails.
 QAction *menuAction(const QMainWindow &window, const QString &label);
 QAction *findAction(const QMenu *menu, const QString &label);
 

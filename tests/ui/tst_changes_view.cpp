@@ -170,7 +170,6 @@ private Q_SLOTS:
         selectRows(changes.list(), {u"chart.txt"_s, u"scratch.txt"_s});
         const std::unique_ptr<QMenu> menu(changes.contextMenuFor(rowOf(changes.list(), u"chart.txt"_s)));
         QAction *discard = test::findAction(menu.get(), u"Discard 2 Selected Changes"_s);
-        QVERIFY(discard);
 
         harness.models.prompts.alertAnswers = {1};
         discard->trigger();
