@@ -122,13 +122,7 @@ void clickCheckBox(QListView *list, int row)
 
 QString shownLabel(const QString &text)
 {
-    QString shown;
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        if (text[index] == u'&' && ++index == text.size())
-            break;
-        shown.append(text[index]);
-    }
-    return shown;
+    return QString(text).replace(u"&&"_s, u"\x01"_s).remove(u'&').replace(u'\x01', u'&');
 }
 
 QStringList menuItems(const QMenu *menu)
