@@ -2,7 +2,7 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
-    <name>CommitBox</name>
+    <name>tillery::CommitBox</name>
     <message numerus="yes">
         <source>Commit %n File(s)</source>
         <translation>

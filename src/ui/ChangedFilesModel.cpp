@@ -86,7 +86,7 @@ bool ChangedFilesModel::setData(const QModelIndex &index, const QVariant &value,
 Qt::ItemFlags ChangedFilesModel::flags(const QModelIndex &index) const
 {
     const Qt::ItemFlags flags = QAbstractListModel::flags(index);
-    return m_source == Source::workingCopy ? flags | Qt::ItemIsUserCheckable : flags;
+    return m_source == Source::workingCopy && index.isValid() ? flags | Qt::ItemIsUserCheckable : flags;
 }
 
 } // namespace tillery

@@ -72,6 +72,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesView::listSelectionChanged);
 
+    m_selectAll->setObjectName(u"selectAllFiles"_s);
     m_selectAll->setToolTip(u"Select all changed files"_s);
     m_selectAll->setAccessibleName(u"Select all changed files"_s);
     connect(m_selectAll, &QCheckBox::clicked, this, [this](bool checked) {
@@ -134,11 +135,6 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     connect(&model.diffSelection(), &DiffSelection::selectedFileChanged, this, &ChangesView::showSelectionFromModel);
     updateState();
     updateSelectAll();
-}
-
-ChangesView::State ChangesView::state() const
-{
-    return static_cast<State>(m_pages->currentIndex());
 }
 
 void ChangesView::updateState()

@@ -25,11 +25,7 @@ public:
 
     ChangesView(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 
-    State state() const;
     QListView *list() const { return m_list; }
-    QCheckBox *selectAll() const { return m_selectAll; }
-    CommitBox *commitBox() const { return m_commitBox; }
-    DiffView *diffView() const { return m_diffView; }
 
     // The context menu of a row (the caller owns it).
     QMenu *contextMenuFor(int row);

@@ -33,7 +33,6 @@ public:
         setToolTip(plainToolTip(text));
         updateElision();
     }
-    const QString &fullText() const { return m_full; }
 
 protected:
     void resizeEvent(QResizeEvent *event) override
@@ -69,6 +68,7 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     pathFont.setWeight(QFont::Medium);
     m_path->setFont(pathFont);
     m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_path->setObjectName(u"diffPath"_s);
 
     m_settingsButton->setIcon(symbolIcon(u"gearshape"_s));
     m_settingsButton->setAccessibleName(u"Diff Settings"_s);
@@ -160,21 +160,6 @@ void DiffView::refresh()
         }
         m_body->setCurrentIndex(static_cast<int>(Body::rows));
     }
-}
-
-DiffView::Body DiffView::body() const
-{
-    return static_cast<Body>(m_body->currentIndex());
-}
-
-QString DiffView::shownFileName() const
-{
-    return static_cast<PathLabel *>(m_path)->fullText();
-}
-
-QString DiffView::messageText() const
-{
-    return m_message->toPlainText();
 }
 
 } // namespace tillery

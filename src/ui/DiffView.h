@@ -31,11 +31,6 @@ public:
     DiffView(AppModel &model, ViewSettings &settings, std::function<QString()> fileName, QString placeholder,
              QWidget *parent = nullptr);
 
-    Body body() const;
-    DiffCanvas *canvas() const { return m_canvas; }
-    QToolButton *settingsButton() const { return m_settingsButton; }
-    QString shownFileName() const;
-    QString messageText() const;
     void setPlaceholder(const QString &placeholder);
 
 public Q_SLOTS:

@@ -66,6 +66,11 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
           },
           QString()))
 {
+    m_list->setObjectName(u"history"_s);
+    m_fileList->setObjectName(u"changesetFiles"_s);
+    m_filesCount->setObjectName(u"changesetFileCount"_s);
+    m_empty->setObjectName(u"noHistory"_s);
+    m_nothingSelected->setObjectName(u"nothingSelected"_s);
     m_list->setModel(m_history);
     m_list->setItemDelegate(new CommitRowDelegate(m_list));
     m_fileList->setModel(m_files);
@@ -91,6 +96,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     auto *noFiles = new QLabel(u"No changed files"_s);
     noFiles->setAlignment(Qt::AlignCenter);
     noFiles->setForegroundRole(QPalette::PlaceholderText);
+    noFiles->setObjectName(u"noChangedFiles"_s);
     m_filesArea->addWidget(m_fileList);
     m_filesArea->addWidget(noFiles);
 
@@ -166,21 +172,6 @@ void HistoryView::setClock(HistoryModel::Clock clock, std::chrono::milliseconds 
 {
     m_history->setClock(std::move(clock));
     m_dateTimer.start(period);
-}
-
-HistoryView::State HistoryView::state() const
-{
-    return m_pages->currentWidget() == m_list ? State::list : State::empty;
-}
-
-HistoryView::Detail HistoryView::detail() const
-{
-    return static_cast<Detail>(m_details->currentIndex());
-}
-
-bool HistoryView::showsNoFiles() const
-{
-    return m_filesArea->currentWidget() != m_fileList;
 }
 
 void HistoryView::updateForRepository()

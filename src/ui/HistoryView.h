@@ -28,23 +28,10 @@ class HistoryView final : public QWidget {
     Q_OBJECT
 
 public:
-    enum class State { empty, list };
     enum class Detail { nothingSelected, loading, changeset };
     static constexpr std::chrono::milliseconds dateRefreshPeriod{60000};
 
     HistoryView(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
-
-    State state() const;
-    Detail detail() const;
-    QListView *list() const { return m_list; }
-    HistoryModel *historyModel() const { return m_history; }
-    EmptyState *emptyState() const { return m_empty; }
-    EmptyState *nothingSelected() const { return m_nothingSelected; }
-    ChangesetHeader *header() const { return m_header; }
-    QLabel *filesCount() const { return m_filesCount; }
-    QListView *fileList() const { return m_fileList; }
-    bool showsNoFiles() const;
-    DiffView *diffView() const { return m_diffView; }
 
     // The clock the relative dates are read from and how often they are read again.
     void setClock(HistoryModel::Clock clock, std::chrono::milliseconds period = dateRefreshPeriod);

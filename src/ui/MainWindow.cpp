@@ -229,19 +229,6 @@ void MainWindow::updatePage()
                                                                         : m_welcome);
 }
 
-QAction *MainWindow::menuAction(const QString &label) const
-{
-    for (QAction *menu : menuBar()->actions()) {
-        if (!menu->menu())
-            continue;
-        for (QAction *item : menu->menu()->actions()) {
-            if (item->text() == label)
-                return item;
-        }
-    }
-    return nullptr;
-}
-
 QDialog *MainWindow::sheet(Workspace::Sheet sheet) const
 {
     return m_sheets[static_cast<int>(sheet)];

@@ -28,14 +28,8 @@ class MainWindow final : public QMainWindow {
 public:
     MainWindow(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 
-    SidebarView *sidebar() const { return m_sidebar; }
     RepositoryWorkspace *workspace() const { return m_workspace; }
-    WelcomeView *welcome() const { return m_welcome; }
     QSplitter *splitter() const { return m_splitter; }
-    // The shown error alert, if any.
-    QMessageBox *errorAlert() const { return m_errorAlert; }
-    // A menu item by its label as shown now.
-    QAction *menuAction(const QString &label) const;
     QDialog *sheet(Workspace::Sheet sheet) const;
     // Shows the Settings window, opening it when it is not open yet.
     void openSettings();

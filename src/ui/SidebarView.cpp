@@ -64,6 +64,7 @@ SidebarView::SidebarView(AppModel &model, QWidget *parent)
     connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, &SidebarView::showSelection);
     connect(&model.library(), &RepositoryLibrary::selectedSidebarFolderIDChanged, this, &SidebarView::showSelection);
 
+    m_add->setObjectName(u"addRepository"_s);
     m_add->setIcon(symbolIcon(u"plus"_s));
     m_add->setToolTip(u"Add a repository"_s);
     m_add->setAccessibleName(u"Add a repository"_s);

@@ -21,11 +21,6 @@ class SidebarView final : public QWidget {
 public:
     explicit SidebarView(AppModel &model, QWidget *parent = nullptr);
 
-    QTreeView *tree() const { return m_tree; }
-    SidebarModel *sidebarModel() const { return m_sidebar; }
-    QToolButton *addButton() const { return m_add; }
-    ActivityRow *activityRow() const { return m_activity; }
-
     // The context menu of a row (the caller owns it); empty for the section.
     QMenu *contextMenuFor(const QModelIndex &index);
 

@@ -1,18 +1,23 @@
 #include "WindowHarness.h"
 
 #include "ui/ChangedFileDelegate.h"
-#include "ui/ChangesView.h"
-#include "ui/RepositoryWorkspace.h"
 #include "ui/Translations.h"
 
-#include <QAction>
-#include <QListView>
-#include <QMenu>
-#include <QTest>
+#include <QAbstractItemModelTester>
+#include <QMenuBar>
+#include <QStandardPaths>
 
 using namespace Qt::StringLiterals;
 
 namespace tillery::test {
+
+void prepareUiTest()
+{
+    pinTestEnvironment();
+    QStandardPaths::setTestModeEnabled(true);
+    // The Trash lives there; Qt does not make the folder.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+}
 
 WindowHarness::~WindowHarness()
 {
@@ -35,6 +40,10 @@ MainWindow &WindowHarness::open()
     AppModel &model = models.start();
     m_viewSettings = std::make_unique<ViewSettings>(models.settings());
     m_window = std::make_unique<MainWindow>(model, *m_viewSettings);
+    for (QAbstractItemModel *items : m_window->findChildren<QAbstractItemModel *>()) {
+        if (QByteArray(items->metaObject()->className()).startsWith("tillery::"))
+            new QAbstractItemModelTester(items, QAbstractItemModelTester::FailureReportingMode::QtTest, items);
+    }
     m_window->show();
     m_window->activateWindow();
     if (!QTest::qWaitForWindowActive(m_window.get()))
@@ -43,15 +52,10 @@ MainWindow &WindowHarness::open()
     return *m_window;
 }
 
-ChangesView &WindowHarness::changes()
-{
-    return *m_window->workspace()->changesView();
-}
-
 void WindowHarness::addThroughMenu(const QString &folder)
 {
     models.prompts.folderAnswers.append(folder);
-    m_window->menuAction(u"Add Local Repository…"_s)->trigger();
+    menuAction(*m_window, u"Add Local Repository…"_s)->trigger();
     models.settle();
 }
 
@@ -62,6 +66,56 @@ ChangesView &WindowHarness::openOn(const QString &repositoryPath)
     return changes();
 }
 
+std::unique_ptr<RepositoryFixture> chartRepository(RepositoryKind kind)
+{
+    std::unique_ptr<RepositoryFixture> repository = makeFixture(kind);
+    repository->write(u"chart.txt"_s, "harbour\n");
+    repository->commitAll(u"Chart the harbour"_s);
+    return repository;
+}
+
+namespace {
+
+QAction *itemIn(const QMenu *menu, const QString &label)
+{
+    for (QAction *action : menu->actions()) {
+        if (shownLabel(action->text()) == label && !action->isSeparator())
+            return action;
+        if (QAction *inner = action->menu() ? itemIn(action->menu(), label) : nullptr)
+            return inner;
+    }
+    return nullptr;
+}
+
+// A missing item fails the test; the test goes on with an item that does nothing.
+QAction *orMissing(QAction *item, const QString &label)
+{
+    static QAction nothing;
+    if (!item)
+        QTest::qFail(qPrintable(u"No menu item \"%1\""_s.arg(label)), __FILE__, __LINE__);
+    return item ? item : &nothing;
+}
+
+} // namespace
+
+QAction *menuAction(const QMainWindow &window, const QString &label)
+{
+    QAction *item = nullptr;
+    for (const QAction *menu : window.menuBar()->actions())
+        item = item || !menu->menu() ? item : itemIn(menu->menu(), label);
+    return orMissing(item, label);
+}
+
+QAction *findAction(const QMenu *menu, const QString &label)
+{
+    return orMissing(itemIn(menu, label), label);
+}
+
+void clickRow(QAbstractItemView *view, const QModelIndex &index, Qt::MouseButton button)
+{
+    QTest::mouseClick(view->viewport(), button, {}, view->visualRect(index).center());
+}
+
 void clickCheckBox(QListView *list, int row)
 {
     const QRect rowRect = list->visualRect(list->model()->index(row, 0));
@@ -70,13 +124,7 @@ void clickCheckBox(QListView *list, int row)
 
 QString shownLabel(const QString &text)
 {
-    QString shown;
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        if (text[index] == u'&' && ++index == text.size())
-            break;
-        shown.append(text[index]);
-    }
-    return shown;
+    return QString(text).replace(u"&&"_s, u"\x01"_s).remove(u'&').replace(u'\x01', u'&');
 }
 
 QStringList menuItems(const QMenu *menu)
@@ -93,7 +141,7 @@ QStringList menuItems(const QMenu *menu)
     return items;
 }
 
-QStringList listedPaths(const QListView *list)
+QStringList listedPaths(const QAbstractItemView *list)
 {
     QStringList paths;
     for (int row = 0; row < list->model()->rowCount(); ++row)

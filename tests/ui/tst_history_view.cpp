@@ -1,200 +1,179 @@
-#include "RepositoryFixtures.h"
-#include "TestEnvironment.h"
 #include "WindowHarness.h"
 
 #include "ui/ChangesetHeader.h"
-#include "ui/DiffView.h"
 #include "ui/EmptyState.h"
 #include "ui/HistoryView.h"
-#include "ui/RepositoryWorkspace.h"
 #include "ui/TextButton.h"
-#include "ui/WorkspaceTabHeader.h"
 
-#include <QLabel>
-#include <QListView>
 #include <QSignalSpy>
-#include <QTest>
-#include <QToolButton>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
-using test::RepositoryFixture;
-using test::WindowHarness;
-
-namespace {
-
-// Two changesets: the chart, then the tides (and a buoy on the chart) with a
-// bookmark (Git: a branch) on it.
-struct TwoChangesets {
-    explicit TwoChangesets(RepositoryKind kind)
-        : repository(test::makeFixture(kind))
-    {
-        repository->write(u"chart.txt"_s, "harbour\n");
-        first = repository->commitAll(u"Chart the harbour"_s);
-        repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
-        repository->write(u"tides.txt"_s, "high at six\n");
-        second = repository->commitAll(u"Add the tide table"_s);
-        if (kind == RepositoryKind::mercurial)
-            static_cast<test::MercurialFixture &>(*repository).bookmark(u"tides"_s);
-        else
-            static_cast<test::GitFixture &>(*repository).branch(u"tides"_s);
-    }
-    std::unique_ptr<RepositoryFixture> repository;
-    QString first;
-    QString second;
-};
-
-HistoryView &openHistory(WindowHarness &harness, const QString &repository)
-{
-    harness.openOn(repository);
-    TabButton *history = harness.window().workspace()->tabHeader()->historyButton();
-    QTest::mouseClick(history, Qt::LeftButton);
-    harness.settle();
-    return *harness.window().workspace()->historyView();
-}
-
-void clickRow(QListView *list, int row)
-{
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(list->model()->index(row, 0)).center());
-}
-
-} // namespace
 
 class HistoryViewTest : public QObject {
     Q_OBJECT
 
+    // Per kind two changesets: the chart, then the tides (and a buoy on the chart) with a bookmark
+    // (Git: a branch) on it. Besides, a Git repository without history and one whose only commit
+    // has no files. One window shows them all.
+    std::unique_ptr<test::RepositoryFixture> m_repositories[2];
+    QString m_first[2];
+    QString m_second[2];
+    std::unique_ptr<test::GitFixture> m_empty;
+    std::unique_ptr<test::GitFixture> m_withoutFiles;
+    std::unique_ptr<test::WindowHarness> m_harness;
+    QDateTime m_clock;
+
+    AppModel &model() { return m_harness->model(); }
+
+    // Shows the repository on the Changes page, then opens History as a person does.
+    HistoryView &openHistory(const test::RepositoryFixture &repository, RepositoryKind kind)
+    {
+        model().setTab(WorkspaceTab::changes);
+        model().select(Repository{QDir::cleanPath(repository.path()), kind});
+        m_harness->settle();
+        QTest::mouseClick(m_harness->window().workspace()->tabHeader()->historyButton(), Qt::LeftButton);
+        m_harness->settle();
+        return *m_harness->window().workspace()->historyView();
+    }
+
 private Q_SLOTS:
-    void initTestCase() { test::pinTestEnvironment(); }
+    void initTestCase()
+    {
+        test::prepareUiTest();
+        m_empty = std::make_unique<test::GitFixture>();
+        m_withoutFiles = std::make_unique<test::GitFixture>();
+        m_withoutFiles->commitAll(u"Nothing but a note"_s);
+        m_harness = std::make_unique<test::WindowHarness>();
+        m_harness->open();
+        m_harness->addThroughMenu(m_empty->path());
+        m_harness->addThroughMenu(m_withoutFiles->path());
+        for (const RepositoryKind kind : {RepositoryKind::git, RepositoryKind::mercurial}) {
+            const int k = int(kind);
+            m_repositories[k] = test::makeFixture(kind);
+            m_repositories[k]->write(u"chart.txt"_s, "harbour\n");
+            m_first[k] = m_repositories[k]->commitAll(u"Chart the harbour"_s);
+            m_repositories[k]->write(u"chart.txt"_s, "harbour\nbuoy\n");
+            m_repositories[k]->write(u"tides.txt"_s, "high at six\n");
+            m_second[k] = m_repositories[k]->commitAll(u"Add the tide table"_s);
+            if (kind == RepositoryKind::mercurial)
+                static_cast<test::MercurialFixture &>(*m_repositories[k]).bookmark(u"tides"_s);
+            else
+                static_cast<test::GitFixture &>(*m_repositories[k]).branch(u"tides"_s);
+            m_harness->addThroughMenu(m_repositories[k]->path());
+        }
+    }
+
+    void cleanupTestCase() { m_harness.reset(); }
 
     void rowsHeaderFilesAndDiff_data() { test::addKindColumn(); }
 
     void rowsHeaderFilesAndDiff()
     {
         QFETCH(RepositoryKind, kind);
-        const TwoChangesets fixture(kind);
-        WindowHarness harness;
-        HistoryView &view = openHistory(harness, fixture.repository->path());
-        QCOMPARE(harness.model().workspace().tab(), WorkspaceTab::history);
-        QCOMPARE(view.state(), HistoryView::State::list);
+        const int k = int(kind);
+        const bool git = kind == RepositoryKind::git;
+        HistoryView &view = openHistory(*m_repositories[k], kind);
+        QListView *list = test::child<QListView>(view, u"history"_s);
+        QListView *files = test::child<QListView>(view, u"changesetFiles"_s);
+        ChangesetHeader &header = *test::child<ChangesetHeader>(view);
+        const auto shownFile = [&view] { return test::child<QLabel>(view, u"diffPath"_s)->text(); };
         // Opening History shows the newest changeset.
-        QCOMPARE(view.detail(), HistoryView::Detail::changeset);
-        QCOMPARE(harness.model().diffSelection().selectedChangeset()->node, fixture.second);
-        QCOMPARE(view.list()->currentIndex().row(), 0);
-        QCOMPARE(view.nothingSelected()->title(),
-                 kind == RepositoryKind::git ? u"Select a commit"_s : u"Select a changeset"_s);
+        QCOMPARE(model().diffSelection().selectedChangeset()->node, m_second[k]);
+        QCOMPARE(list->currentIndex().row(), 0);
+        QVERIFY(header.isVisible());
+        QCOMPARE(test::child<EmptyState>(view, u"nothingSelected"_s)->title(),
+                 git ? u"Select a commit"_s : u"Select a changeset"_s);
 
-        const QAbstractItemModel *rows = view.list()->model();
-        QCOMPARE(rows->rowCount(), 2);
-        QCOMPARE(rows->index(0, 0).data().toString(), u"Add the tide table"_s);
-        QCOMPARE(rows->index(0, 0).data(HistoryModel::AuthorRole).toString(), u"Tillery Tester"_s);
-        QCOMPARE(rows->index(0, 0).data(HistoryModel::HashRole).toString(), fixture.second.first(12));
-        const QList<changesetText::Badge> badges = view.historyModel()->badgesAt(0);
-        QVERIFY(std::any_of(badges.cbegin(), badges.cend(),
-                            [](const changesetText::Badge &badge) { return badge.name == u"tides"; }));
+        const QModelIndex newest = list->model()->index(0, 0);
+        QCOMPARE(newest.data().toString(), u"Add the tide table"_s);
+        QCOMPARE(newest.data(HistoryModel::AuthorRole).toString(), u"Tillery Tester"_s);
+        QCOMPARE(newest.data(HistoryModel::HashRole).toString(), m_second[k].first(12));
+        const QList<changesetText::Badge> badges = test::child<HistoryModel>(view)->badgesAt(0);
+        QVERIFY(std::any_of(badges.cbegin(), badges.cend(), [](const auto &badge) { return badge.name == u"tides"; }));
 
-        clickRow(view.list(), 1);
-        QVERIFY(harness.settle());
-        QCOMPARE(harness.model().diffSelection().selectedChangeset()->node, fixture.first);
-        QCOMPARE(view.detail(), HistoryView::Detail::changeset);
-        ChangesetHeader &header = *view.header();
+        test::clickRow(list, list->model()->index(1, 0));
+        QVERIFY(m_harness->settle());
+        QCOMPARE(model().diffSelection().selectedChangeset()->node, m_first[k]);
         QCOMPARE(header.summary()->text(), u"Chart the harbour"_s);
-        QCOMPARE(header.hashLabel()->text(), kind == RepositoryKind::git ? u"Commit"_s : u"Changeset"_s);
-        QCOMPARE(header.hashButton()->text(), fixture.first.first(12));
+        QCOMPARE(header.hashLabel()->text(), git ? u"Commit"_s : u"Changeset"_s);
+        QCOMPARE(header.hashButton()->text(), m_first[k].first(12));
         QCOMPARE(header.author()->text(), u"Tillery Tester <tester@example.com>"_s);
-        QCOMPARE(view.filesCount()->text(), u"1"_s);
-        QVERIFY(!view.showsNoFiles());
-        QCOMPARE(test::listedPaths(view.fileList()), QStringList({u"chart.txt"_s}));
-        QCOMPARE(view.diffView()->body(), DiffView::Body::rows);
-        QCOMPARE(view.diffView()->shownFileName(), u"chart.txt"_s);
+        QCOMPARE(test::child<QLabel>(view, u"changesetFileCount"_s)->text(), u"1"_s);
+        QCOMPARE(test::listedPaths(files), QStringList({u"chart.txt"_s}));
+        QVERIFY(test::child<DiffCanvas>(view)->isVisible());
+        QCOMPARE(shownFile(), u"chart.txt"_s);
 
+        m_harness->models.desktop.clipboard.clear();
         header.copyButton()->click();
         header.hashButton()->click();
-        QCOMPARE(harness.models.desktop.clipboard, QStringList({fixture.first, fixture.first}));
+        QCOMPARE(m_harness->models.desktop.clipboard, QStringList({m_first[k], m_first[k]}));
 
         // Up the list with the keyboard: the newer changeset, its first file, then the other one.
-        view.list()->setFocus();
-        QTest::keyClick(view.list(), Qt::Key_Up);
-        QVERIFY(harness.settle());
-        QCOMPARE(harness.model().diffSelection().selectedChangeset()->node, fixture.second);
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Up);
+        QVERIFY(m_harness->settle());
+        QCOMPARE(model().diffSelection().selectedChangeset()->node, m_second[k]);
         QCOMPARE(header.summary()->text(), u"Add the tide table"_s);
-        QCOMPARE(view.filesCount()->text(), u"2"_s);
-        QCOMPARE(view.diffView()->shownFileName(), u"chart.txt"_s);
-        clickRow(view.fileList(), 1);
-        QVERIFY(harness.settle());
-        QCOMPARE(view.diffView()->shownFileName(), u"tides.txt"_s);
-        QVERIFY(harness.model().diffSelection().diff().text.contains(u"+high at six"_s));
-    }
-
-    void emptyRepository_data() { test::addKindColumn(); }
-
-    void emptyRepository()
-    {
-        QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<RepositoryFixture> repository = test::makeFixture(kind);
-        WindowHarness harness;
-        HistoryView &view = openHistory(harness, repository->path());
-        QCOMPARE(view.state(), HistoryView::State::empty);
-        QCOMPARE(view.emptyState()->title(), u"No History"_s);
-        QCOMPARE(view.emptyState()->detail(), kind == RepositoryKind::git ? u"This repository has no commits yet."_s
-                                                                          : u"This repository has no changesets yet."_s);
-        // One empty state, not a second one beside it.
-        QVERIFY(view.emptyState()->isVisible());
-        QVERIFY(!view.nothingSelected()->isVisible());
+        QCOMPARE(test::child<QLabel>(view, u"changesetFileCount"_s)->text(), u"2"_s);
+        QCOMPARE(shownFile(), u"chart.txt"_s);
+        test::clickRow(files, files->model()->index(1, 0));
+        QVERIFY(m_harness->settle());
+        QCOMPARE(shownFile(), u"tides.txt"_s);
+        QVERIFY(model().diffSelection().diff().text.contains(u"+high at six"_s));
     }
 
     // A comparison shows alone under its own title, not under a changeset's
     // header; choosing a changeset again brings its header back.
     void comparisonShowsWithItsTitle()
     {
-        const TwoChangesets fixture(RepositoryKind::git);
-        WindowHarness harness;
-        HistoryView &view = openHistory(harness, fixture.repository->path());
-        QTRY_VERIFY(view.header()->isVisible());
-        QCOMPARE(harness.model().diffSelection().selectedChangeset()->summary, u"Add the tide table"_s);
-        harness.models.prompts.choiceAnswers = {0};
-        harness.model().compare();
-        QVERIFY(harness.settle());
-        QCOMPARE(harness.model().diffSelection().selectedChangeset(), std::nullopt);
-        QVERIFY(!view.header()->isVisible());
-        QCOMPARE(view.diffView()->shownFileName(), u"Changes on main since tides"_s);
-        QCOMPARE(view.diffView()->messageText(), u"There are no differences from tides."_s);
+        HistoryView &view = openHistory(*m_repositories[int(RepositoryKind::git)], RepositoryKind::git);
+        m_harness->models.prompts.choiceAnswers = {0};
+        model().compare();
+        QVERIFY(m_harness->settle());
+        QCOMPARE(model().diffSelection().selectedChangeset(), std::nullopt);
+        QVERIFY(!test::child<ChangesetHeader>(view)->isVisible());
+        QCOMPARE(test::child<QLabel>(view, u"diffPath"_s)->text(), u"Changes on main since tides"_s);
+        QCOMPARE(test::child<QPlainTextEdit>(view)->toPlainText(), u"There are no differences from tides."_s);
 
-        clickRow(view.list(), 1);
-        QVERIFY(harness.settle());
-        QVERIFY(view.header()->isVisible());
-        QCOMPARE(view.diffView()->shownFileName(), u"chart.txt"_s);
+        QListView *list = test::child<QListView>(view, u"history"_s);
+        test::clickRow(list, list->model()->index(1, 0));
+        QVERIFY(m_harness->settle());
+        QVERIFY(test::child<ChangesetHeader>(view)->isVisible());
+        QCOMPARE(test::child<QLabel>(view, u"diffPath"_s)->text(), u"chart.txt"_s);
+    }
+
+    void emptyRepositoryShowsOneEmptyState()
+    {
+        HistoryView &view = openHistory(*m_empty, RepositoryKind::git);
+        QVERIFY(test::child<EmptyState>(view, u"noHistory"_s)->isVisible());
+        QVERIFY(!test::child<EmptyState>(view, u"nothingSelected"_s)->isVisible());
     }
 
     void changesetWithoutFiles()
     {
-        const test::GitFixture repository;
-        repository.commitAll(u"Nothing but a note"_s);
-        WindowHarness harness;
-        HistoryView &view = openHistory(harness, repository.path());
-        clickRow(view.list(), 0);
-        QVERIFY(harness.settle());
-        QCOMPARE(view.detail(), HistoryView::Detail::changeset);
-        QVERIFY(view.showsNoFiles());
-        QCOMPARE(view.filesCount()->text(), u"0"_s);
+        HistoryView &view = openHistory(*m_withoutFiles, RepositoryKind::git);
+        QVERIFY(test::child<ChangesetHeader>(view)->isVisible());
+        QVERIFY(test::child<QLabel>(view, u"noChangedFiles"_s)->isVisible());
+        QCOMPARE(test::child<QLabel>(view, u"changesetFileCount"_s)->text(), u"0"_s);
     }
 
+    // Last: the clock it sets stays.
     void datesAgeWithoutARefresh()
     {
-        const TwoChangesets fixture(RepositoryKind::git);
-        WindowHarness harness;
-        HistoryView &view = openHistory(harness, fixture.repository->path());
-        const QDateTime committed = harness.model().workspace().snapshot().history.first().date;
-        QDateTime clock = committed.addSecs(30);
-        view.setClock([&clock] { return clock; }, std::chrono::milliseconds(20));
-        const QModelIndex newest = view.historyModel()->index(0);
+        HistoryView &view = openHistory(*m_repositories[int(RepositoryKind::git)], RepositoryKind::git);
+        const QDateTime committed = model().workspace().snapshot().history.first().date;
+        m_clock = committed.addSecs(30);
+        view.setClock([this] { return m_clock; }, std::chrono::milliseconds(20));
+        HistoryModel *history = test::child<HistoryModel>(view);
+        const QModelIndex newest = history->index(0);
         QCOMPARE(newest.data(HistoryModel::DateRole).toString(), u"30 sec. ago"_s);
 
-        QSignalSpy aged(view.historyModel(), &QAbstractItemModel::dataChanged);
-        clock = committed.addSecs(2 * 3600 + 5);
+        QSignalSpy aged(history, &QAbstractItemModel::dataChanged);
+        m_clock = committed.addSecs(2 * 3600 + 5);
         QTRY_VERIFY(!aged.isEmpty());
         QCOMPARE(aged.last().at(2).value<QList<int>>(), QList<int>({HistoryModel::DateRole, Qt::AccessibleTextRole}));
         QCOMPARE(newest.data(HistoryModel::DateRole).toString(), u"2 hr. ago"_s);
-        QCOMPARE(harness.models.prompts.alerts.size(), 0);
     }
 };
 

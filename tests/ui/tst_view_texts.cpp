@@ -11,25 +11,19 @@
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QTimeZone>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
 using changesetText::Badge;
 
-Q_DECLARE_METATYPE(tillery::RepositoryKind)
-
 namespace {
 
 const QDateTime now = QDateTime(QDate(2026, 11, 21), QTime(12, 0, 0), Qt::UTC);
 
-Changeset changesetWith(const QString &summary, const QString &branch, const QStringList &bookmarks,
-                        const QStringList &tags)
+Changeset onBranch(const QString &branch, const QStringList &bookmarks = {}, const QStringList &tags = {})
 {
     Changeset changeset;
-    changeset.node = u"0123456789abcdef0123"_s;
-    changeset.summary = summary;
     changeset.branch = branch;
     changeset.bookmarks = bookmarks;
     changeset.tags = tags;
@@ -93,20 +87,16 @@ private Q_SLOTS:
         QCOMPARE(changesetText::authorName(author), expected);
     }
 
-    void titlesAndHashes()
+    void titlesAndBodies()
     {
-        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), versionControl(RepositoryKind::mercurial).traits()),
-                 u"Untitled changeset"_s);
-        QCOMPARE(changesetText::title(changesetWith(QString(), {}, {}, {}), versionControl(RepositoryKind::git).traits()),
-                 u"Untitled commit"_s);
-        QCOMPARE(changesetText::title(changesetWith(u"Fix"_s, {}, {}, {}), versionControl(RepositoryKind::git).traits()), u"Fix"_s);
-        QCOMPARE(changesetText::shortHash(u"0123456789abcdef"_s), u"0123456789ab"_s);
-        QCOMPARE(changesetText::shortHash(u"abc"_s), u"abc"_s);
-        Changeset described = changesetWith(u"Fix the chart"_s, {}, {}, {});
-        described.description = u"Fix the chart\n\nThe buoys moved.\n"_s;
-        QCOMPARE(changesetText::body(described), u"The buoys moved."_s);
-        described.description = u"Fix the chart"_s;
+        QCOMPARE(changesetText::title(Changeset(), versionControl(RepositoryKind::git).traits()), u"Untitled commit"_s);
+        Changeset described;
+        described.summary = u"Fix"_s;
+        described.description = u"Fix"_s;
+        QCOMPARE(changesetText::title(described, versionControl(RepositoryKind::git).traits()), u"Fix"_s);
         QCOMPARE(changesetText::body(described), QString());
+        described.description = u"Fix\n\nThe buoys moved.\n"_s;
+        QCOMPARE(changesetText::body(described), u"The buoys moved."_s);
     }
 
     void badges_data()
@@ -115,13 +105,13 @@ private Q_SLOTS:
         QTest::addColumn<Changeset>("changeset");
         QTest::addColumn<QList<Badge>>("expected");
         QTest::newRow("mercurial default branch, bookmark, tip left out")
-            << RepositoryKind::mercurial << changesetWith(u"s"_s, u"default"_s, {u"feature"_s}, {u"tip"_s, u"v1"_s})
+            << RepositoryKind::mercurial << onBranch(u"default"_s, {u"feature"_s}, {u"tip"_s, u"v1"_s})
             << QList<Badge>{{Badge::Kind::bookmark, u"feature"_s, true}, {Badge::Kind::tag, u"v1"_s, false}};
         QTest::newRow("mercurial named branch")
-            << RepositoryKind::mercurial << changesetWith(u"s"_s, u"stable"_s, {}, {})
+            << RepositoryKind::mercurial << onBranch(u"stable"_s)
             << QList<Badge>{{Badge::Kind::branch, u"stable"_s, true}};
         QTest::newRow("git branches are not repeated as a named branch")
-            << RepositoryKind::git << changesetWith(u"s"_s, u"main"_s, {u"main"_s, u"topic"_s}, {})
+            << RepositoryKind::git << onBranch(u"main"_s, {u"main"_s, u"topic"_s})
             << QList<Badge>{{Badge::Kind::bookmark, u"main"_s, false}, {Badge::Kind::bookmark, u"topic"_s, false}};
     }
 
@@ -130,52 +120,44 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(Changeset, changeset);
         QFETCH(QList<Badge>, expected);
-        const QSet<QString> unpushed{u"feature"_s, u"stable"_s};
-        QCOMPARE(changesetText::badges(changeset, versionControl(kind).traits(), unpushed), expected);
+        QCOMPARE(changesetText::badges(changeset, versionControl(kind).traits(), {u"feature"_s, u"stable"_s}), expected);
     }
 
+    // Which names the branch and bookmark sheets refuse; "main" is taken.
     void branchNames_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<QString>("name");
-        QTest::addColumn<QString>("problem");
-        const auto both = [](const char *row, const QString &name, const QString &problem) {
-            QTest::newRow((QByteArray(row) + " (mercurial)").constData())
-                << RepositoryKind::mercurial << name << problem;
-            QTest::newRow((QByteArray(row) + " (git)").constData()) << RepositoryKind::git << name << problem;
-        };
-        both("fine", u"feature/lights"_s, QString());
-        both("empty", u"  "_s, u"Enter a name."_s);
-        both("spaces around", u" topic"_s, u"A name cannot begin or end with a space."_s);
-        both("option", u"--force"_s, u"A name cannot begin with “-”."_s);
-        both("line break", u"a\nb"_s, u"A name cannot contain line breaks or other control characters."_s);
-        both("taken", u"main"_s, QString());
-        QTest::newRow("mercurial colon") << RepositoryKind::mercurial << u"a:b"_s << u"A bookmark name cannot contain “:”."_s;
-        QTest::newRow("mercurial number") << RepositoryKind::mercurial << u"42"_s << u"A bookmark name cannot be a number."_s;
-        QTest::newRow("mercurial tip") << RepositoryKind::mercurial << u"tip"_s << u"“tip” is a name Mercurial keeps for itself."_s;
-        QTest::newRow("mercurial space inside") << RepositoryKind::mercurial << u"my work"_s << QString();
-        QTest::newRow("git space inside") << RepositoryKind::git << u"my work"_s
-                                          << u"A branch name cannot contain spaces or any of ~ ^ : ? * [ \\."_s;
-        QTest::newRow("git dots") << RepositoryKind::git << u"a..b"_s << u"A branch name cannot contain “..”."_s;
-        QTest::newRow("git lock") << RepositoryKind::git << u"topic.lock"_s << u"A branch name cannot end with “.” or “.lock”."_s;
-        QTest::newRow("git hidden part") << RepositoryKind::git << u"team/.x"_s << u"No part of a branch name can begin with “.”."_s;
-        QTest::newRow("git double slash") << RepositoryKind::git << u"a//b"_s
-                                          << u"A branch name cannot begin or end with “/” or hold “//”."_s;
-        QTest::newRow("git reflog syntax") << RepositoryKind::git << u"a@{1}"_s << u"A branch name cannot be “@” or contain “@{”."_s;
-        QTest::newRow("git HEAD") << RepositoryKind::git << u"HEAD"_s << u"“HEAD” is a name Git keeps for itself."_s;
+        QTest::addColumn<bool>("refused");
+        for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
+            const QByteArray suffix = kind == RepositoryKind::git ? " (git)" : " (mercurial)";
+            QTest::newRow("fine" + suffix) << kind << u"feature/lights"_s << false;
+            QTest::newRow("empty" + suffix) << kind << u"  "_s << true;
+            QTest::newRow("spaces around" + suffix) << kind << u" topic"_s << true;
+            QTest::newRow("option" + suffix) << kind << u"--force"_s << true;
+            QTest::newRow("line break" + suffix) << kind << u"a\nb"_s << true;
+            QTest::newRow("taken" + suffix) << kind << u"main"_s << true;
+            QTest::newRow("space inside" + suffix) << kind << u"my work"_s << (kind == RepositoryKind::git);
+            QTest::newRow("colon" + suffix) << kind << u"a:b"_s << true;
+        }
+        QTest::newRow("mercurial number") << RepositoryKind::mercurial << u"42"_s << true;
+        QTest::newRow("mercurial tip") << RepositoryKind::mercurial << u"tip"_s << true;
+        QTest::newRow("git number") << RepositoryKind::git << u"42"_s << false;
+        QTest::newRow("git dots") << RepositoryKind::git << u"a..b"_s << true;
+        QTest::newRow("git lock") << RepositoryKind::git << u"topic.lock"_s << true;
+        QTest::newRow("git hidden part") << RepositoryKind::git << u"team/.x"_s << true;
+        QTest::newRow("git double slash") << RepositoryKind::git << u"a//b"_s << true;
+        QTest::newRow("git reflog syntax") << RepositoryKind::git << u"a@{1}"_s << true;
+        QTest::newRow("git HEAD") << RepositoryKind::git << u"HEAD"_s << true;
     }
 
     void branchNames()
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(QString, name);
-        QFETCH(QString, problem);
+        QFETCH(bool, refused);
         const QList<Bookmark> existing{Bookmark{u"main"_s, 0, {}, true, std::nullopt, false}};
-        QString expected = problem;
-        if (name == u"main")
-            expected = kind == RepositoryKind::git ? u"A branch named “main” already exists."_s
-                                                   : u"A bookmark named “main” already exists."_s;
-        QCOMPARE(branchNameProblem(name, kind, existing).value_or(QString()), expected);
+        QCOMPARE(branchNameProblem(name, kind, existing).has_value(), refused);
     }
 
     void codeSpans_data()
@@ -187,7 +169,6 @@ private Q_SLOTS:
         QTest::newRow("markup escaped") << u"Full Name <address> & `<b>`"_s
                                         << u"Full Name &lt;address&gt; &amp; <code>&lt;b&gt;</code>"_s;
         QTest::newRow("unpaired backtick kept") << u"a `b` c `d"_s << u"a <code>b</code> c `d"_s;
-        QTest::newRow("no backticks") << u"plain"_s << u"plain"_s;
     }
 
     void codeSpans()
@@ -230,16 +211,14 @@ private Q_SLOTS:
         QTemporaryDir parent;
         QDir(parent.path()).mkdir(u"taken"_s);
         const QString address = u"https://example.com/chart"_s;
-        QCOMPARE(cloneProblem(address, parent.path(), u"chart"_s), QString());
-        QCOMPARE(cloneProblem(u"  "_s, parent.path(), u"chart"_s),
-                 u"Enter the address of the repository to clone."_s);
-        QCOMPARE(cloneProblem(u"--upload-pack=touch x"_s, parent.path(), u"chart"_s),
-                 u"The address cannot begin with “-” or hold a line break."_s);
-        QCOMPARE(cloneProblem(address, parent.filePath(u"missing"_s), u"chart"_s),
-                 u"Choose an existing folder to clone into."_s);
-        QCOMPARE(cloneProblem(address, parent.path(), u"../chart"_s),
-                 u"The folder name cannot contain “/” or be “.” or “..”."_s);
-        QCOMPARE(cloneProblem(address, parent.path(), u"taken"_s), u"“taken” already exists in that folder."_s);
+        QVERIFY(cloneProblem(address, parent.path(), u"chart"_s).isEmpty());
+        const QStringList refused{cloneProblem(u"  "_s, parent.path(), u"chart"_s),
+                                  cloneProblem(u"--upload-pack=touch x"_s, parent.path(), u"chart"_s),
+                                  cloneProblem(u"a\nb"_s, parent.path(), u"chart"_s),
+                                  cloneProblem(address, parent.filePath(u"missing"_s), u"chart"_s),
+                                  cloneProblem(address, parent.path(), u"../chart"_s),
+                                  cloneProblem(address, parent.path(), u"taken"_s)};
+        QVERIFY2(!refused.contains(QString()), qPrintable(refused.join(u" | "_s)));
     }
 };
 
