@@ -1,7 +1,7 @@
 #include "ui/ChangesView.h"
 
-#include "model/Desktop.h"
 #include "model/AppModel.h"
+#include "model/Desktop.h"
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
 #include "ui/CommitBox.h"
@@ -203,8 +203,8 @@ QMenu *ChangesView::contextMenuFor(int row)
     const QString ignoreFile = m_model.ignoreFileName();
     const QString absolute = repository->path + u'/' + clicked.path;
 
-    const QString discardLabel = targets.size() == 1 ? u"Discard Changes"_s
-                                                     : u"Discard %1 Selected Changes"_s.arg(targets.size());
+    const QString discardLabel =
+        targets.size() == 1 ? u"Discard Changes"_s : u"Discard %1 Selected Changes"_s.arg(targets.size());
     connect(menu->addAction(discardLabel), &QAction::triggered, this, [this, targets] {
         m_model.selectChangeFiles(targets);
         m_model.discardSelected();

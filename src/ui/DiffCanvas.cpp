@@ -143,7 +143,8 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
                            const QList<std::optional<qint64>> &numbers, int x, int y, int width, bool selected)
 {
     const int gutters = static_cast<int>(numbers.size());
-    const DiffRowColors colors = line ? diffRowColors(line->kind, palette()) : diffRowColors(DiffLineKind::context, palette());
+    const DiffRowColors colors =
+        line ? diffRowColors(line->kind, palette()) : diffRowColors(DiffLineKind::context, palette());
     painter.fillRect(x, y, width, rowHeight, colors.background);
     if (selected) {
         QColor highlight = palette().color(QPalette::Highlight);
@@ -188,7 +189,8 @@ void DiffCanvas::paintEvent(QPaintEvent *)
     const int top = verticalScrollBar()->value();
     const int left = horizontalScrollBar()->value();
     const qsizetype first = top / rowHeight;
-    const qsizetype last = std::min<qsizetype>(rowCount(), (static_cast<qint64>(top) + viewport()->height()) / rowHeight + 1);
+    const qsizetype last =
+        std::min<qsizetype>(rowCount(), (static_cast<qint64>(top) + viewport()->height()) / rowHeight + 1);
     const int width = std::max(contentWidth(), viewport()->width());
 
     for (qsizetype row = first; row < last; ++row) {

@@ -4,9 +4,9 @@
 #include "ui/EmptyState.h"
 #include "ui/Icons.h"
 #include "ui/ImagePreview.h"
+#include "ui/ShownText.h"
 #include "ui/Spinner.h"
 #include "ui/ViewSettings.h"
-#include "ui/ShownText.h"
 
 #include <QFontDatabase>
 #include <QFrame>

@@ -2,15 +2,15 @@
 
 #include "ui/TextFieldKeys.h"
 
-#include "model/Desktop.h"
 #include "model/AppModel.h"
-#include "ui/RepositoryWorkspace.h"
+#include "model/Desktop.h"
 #include "ui/AboutSheet.h"
 #include "ui/CloneSheet.h"
 #include "ui/CreateBookmarkSheet.h"
-#include "ui/ShownText.h"
 #include "ui/RepositorySettingsSheet.h"
+#include "ui/RepositoryWorkspace.h"
 #include "ui/SettingsWindow.h"
+#include "ui/ShownText.h"
 #include "ui/SidebarView.h"
 #include "ui/ViewSettings.h"
 #include "ui/WelcomeView.h"
@@ -108,9 +108,11 @@ void MainWindow::buildMenus()
     AppModel &model = m_model;
 
     QMenu *appMenu = bar->addMenu(u"Tillery"_s);
-    QAction *about = add(appMenu, u"About Tillery"_s, {}, [&model] { model.setSheetShown(Workspace::Sheet::about, true); });
+    QAction *about =
+        add(appMenu, u"About Tillery"_s, {}, [&model] { model.setSheetShown(Workspace::Sheet::about, true); });
     about->setMenuRole(QAction::AboutRole);
-    QAction *settings = add(appMenu, u"Settings…"_s, QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
+    QAction *settings =
+        add(appMenu, u"Settings…"_s, QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
     settings->setMenuRole(QAction::PreferencesRole);
     appMenu->addSeparator();
     QAction *quit = add(appMenu, u"Quit Tillery"_s, QKeySequence::Quit, [this] { close(); });
@@ -124,21 +126,23 @@ void MainWindow::buildMenus()
         [&model] { model.setSheetShown(Workspace::Sheet::clone, true); });
 
     QMenu *repository = bar->addMenu(u"Repository"_s);
-    m_operationActions << add(repository, u"Push"_s, QKeySequence(Qt::CTRL | Qt::Key_P), [&model] { model.push(); })
-                       << add(repository, u"Pull"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P),
-                              [&model] { model.pull(); })
-                       << add(repository, u"Fetch"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T),
-                              [&model] { model.fetch(); });
-    m_repositoryActions << add(repository, u"Remove Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_Backspace), [&model] {
-        if (const std::optional<Repository> &selected = model.workspace().selectedRepository())
-            model.confirmRemove(*selected);
-    });
+    m_operationActions << add(repository, u"Push"_s, QKeySequence(Qt::CTRL | Qt::Key_P), [&model] {
+        model.push();
+    }) << add(repository, u"Pull"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [&model] {
+        model.pull();
+    }) << add(repository, u"Fetch"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), [&model] { model.fetch(); });
+    m_repositoryActions << add(
+        repository, u"Remove Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_Backspace), [&model] {
+            if (const std::optional<Repository> &selected = model.workspace().selectedRepository())
+                model.confirmRemove(*selected);
+        });
     repository->addSeparator();
     m_repositoryActions << add(repository, u"Open in Terminal"_s, controlKey(Qt::Key_QuoteLeft),
                                [&model] { model.openInTerminal(); })
                         << add(repository, fileManagerLabel(u"Show in Finder"_s),
                                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F), [&model] {
-                                   if (const std::optional<Repository> &selected = model.workspace().selectedRepository())
+                                   if (const std::optional<Repository> &selected =
+                                           model.workspace().selectedRepository())
                                        model.reveal(selected->path);
                                });
     m_openInEditor = add(repository, model.editorTitle(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
@@ -152,7 +156,8 @@ void MainWindow::buildMenus()
                                        m_model.openWith(editorTarget(), application);
                                });
     repository->addSeparator();
-    m_operationActions << add(repository, u"Refresh"_s, QKeySequence(Qt::CTRL | Qt::Key_R), [&model] { model.refresh(); });
+    m_operationActions << add(repository, u"Refresh"_s, QKeySequence(Qt::CTRL | Qt::Key_R),
+                              [&model] { model.refresh(); });
     m_repositoryActions << add(repository, u"Repository Settings…"_s, {},
                                [&model] { model.setSheetShown(Workspace::Sheet::remote, true); });
     connect(repository, &QMenu::aboutToShow, this, &MainWindow::updateActions);
@@ -188,9 +193,9 @@ void MainWindow::buildMenus()
                               [&model] { model.compare(); })
                        << add(branch, u"Merge into Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
                               [&model] { model.merge(); })
-                       << (m_squashMerge = add(branch, u"Squash and Merge into Current Branch…"_s,
-                                               QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H),
-                                               [&model] { model.squashMerge(); }))
+                       << (m_squashMerge =
+                               add(branch, u"Squash and Merge into Current Branch…"_s,
+                                   QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H), [&model] { model.squashMerge(); }))
                        << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
@@ -283,8 +288,8 @@ void MainWindow::showSheets()
         }
         return nullptr;
     };
-    for (const Workspace::Sheet sheet : {Workspace::Sheet::clone, Workspace::Sheet::bookmark, Workspace::Sheet::remote,
-                                         Workspace::Sheet::about}) {
+    for (const Workspace::Sheet sheet :
+         {Workspace::Sheet::clone, Workspace::Sheet::bookmark, Workspace::Sheet::remote, Workspace::Sheet::about}) {
         QPointer<QDialog> &dialog = m_sheets[static_cast<int>(sheet)];
         const bool shown = m_model.workspace().isSheetShown(sheet);
         if (shown && !dialog) {

@@ -3,8 +3,8 @@
 #include "model/Workspace.h"
 #include "ui/SettingsWindow.h"
 
-#include <QMainWindow>
 #include <QDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPointer>
 

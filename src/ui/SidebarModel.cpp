@@ -9,8 +9,8 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QGuiApplication>
-#include <QPalette>
 #include <QMimeData>
+#include <QPalette>
 
 using namespace Qt::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include "ui/SidebarView.h"
 
-#include "model/Desktop.h"
 #include "model/AppModel.h"
+#include "model/Desktop.h"
 #include "ui/ActivityRow.h"
 #include "ui/Icons.h"
 #include "ui/ShownText.h"
@@ -154,10 +154,11 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
             m_model.select(repository);
             m_model.openInTerminal();
         });
-        connect(menu->addAction(menuLabel(m_model.editorTitle())), &QAction::triggered, this, [this, repository = *repository] {
-            m_model.select(repository);
-            m_model.openInEditor(repository.path);
-        });
+        connect(menu->addAction(menuLabel(m_model.editorTitle())), &QAction::triggered, this,
+                [this, repository = *repository] {
+                    m_model.select(repository);
+                    m_model.openInEditor(repository.path);
+                });
         QMenu *move = menu->addMenu(u"Move to Folder"_s);
         connect(move->addAction(u"Repositories"_s), &QAction::triggered, this,
                 [this, path] { m_model.moveToTopLevel(path); });
@@ -166,7 +167,8 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
             connect(move->addAction(menuLabel(folder.name)), &QAction::triggered, this,
                     [this, path, id = folder.id] { m_model.moveIntoFolder(path, id); });
         }
-        connect(move->addAction(u"New Folder"_s), &QAction::triggered, this, [this, path] { m_model.createFolder(path); });
+        connect(move->addAction(u"New Folder"_s), &QAction::triggered, this,
+                [this, path] { m_model.createFolder(path); });
         menu->addSeparator();
         connect(menu->addAction(u"Remove Repository…"_s), &QAction::triggered, this,
                 [this, repository = *repository] { m_model.confirmRemove(repository); });

@@ -88,7 +88,8 @@ private Q_SLOTS:
         image.fill(Qt::red);
         image.save(git.filePath(u"buoy.png"_s));
         for (const std::unique_ptr<test::RepositoryFixture> &repository : m_repositories) {
-            for (const QString &path : {u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s, u"R&D/plan.a&b"_s})
+            for (const QString &path :
+                 {u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s, u"R&D/plan.a&b"_s})
                 repository->write(path, "text\n");
             m_shared->addThroughMenu(repository->path());
         }
@@ -106,7 +107,8 @@ private Q_SLOTS:
         const QStringList three{u"Makefile"_s, u"archive.tar.gz"_s, u"docs/guide/intro.md"_s};
         QTest::newRow("mercurial, nested file, nothing selected")
             << RepositoryKind::mercurial << QStringList() << u"docs/guide/intro.md"_s
-            << u"Discard Changes, -, Ignore File (Add to .hgignore), Ignore Folder (Add to .hgignore) [docs, docs/guide], "
+            << u"Discard Changes, -, Ignore File (Add to .hgignore), Ignore Folder (Add to .hgignore) [docs, "
+               u"docs/guide], "
                "Ignore All .md Files (Add to .hgignore)"_s;
         QTest::newRow("mercurial, three selected")
             << RepositoryKind::mercurial << three << u"archive.tar.gz"_s
@@ -267,7 +269,10 @@ private Q_SLOTS:
             QVERIFY(!test::findAction(menu, item)->icon().isNull() && test::findAction(menu, other)->icon().isNull());
             QCOMPARE(canvas.layout(), layout);
             m_shared->models.settings().sync();
-            QCOMPARE(QSettings(m_shared->models.settings().fileName(), QSettings::IniFormat).value(u"diffLayout.v1"_s).toString(), item);
+            QCOMPARE(QSettings(m_shared->models.settings().fileName(), QSettings::IniFormat)
+                         .value(u"diffLayout.v1"_s)
+                         .toString(),
+                     item);
         }
     }
 
@@ -306,7 +311,8 @@ private Q_SLOTS:
             canvas->horizontalScrollBar()->setValue(canvas->horizontalScrollBar()->maximum());
             const QImage picture = canvas->viewport()->grab().toImage();
             const int y = rowCentre(1);
-            const int background = picture.pixelColor(picture.width() - 1, y - DiffCanvas::rowHeight / 2 + 1).lightness();
+            const int background =
+                picture.pixelColor(picture.width() - 1, y - DiffCanvas::rowHeight / 2 + 1).lightness();
             int rightmost = -1;
             for (int x = 0; x < picture.width(); ++x) {
                 for (int row = y - 6; row <= y + 6; ++row) {
@@ -357,7 +363,8 @@ private Q_SLOTS:
         const std::unique_ptr<DiffCanvas> canvas = shownCanvas(500, 200, text);
         QScrollBar *vertical = canvas->verticalScrollBar();
         QVERIFY(vertical->maximum() > 0);
-        for (const Qt::KeyboardModifiers modifiers : {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::ControlModifier)}) {
+        for (const Qt::KeyboardModifiers modifiers :
+             {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::ControlModifier)}) {
             canvas->horizontalScrollBar()->setValue(canvas->horizontalScrollBar()->maximum());
             QTest::keyClick(canvas.get(), Qt::Key_End, modifiers);
             QCOMPARE(vertical->value(), vertical->maximum());

@@ -114,7 +114,8 @@ private Q_SLOTS:
             if (box)
                 QTest::keyClick(box, Qt::Key_Return);
         });
-        const std::optional<int> answer = prompts.alert({u"Discard changes to “a.txt”?"_s, QString(), {u"Discard"_s, u"Cancel"_s}});
+        const std::optional<int> answer =
+            prompts.alert({u"Discard changes to “a.txt”?"_s, QString(), {u"Discard"_s, u"Cancel"_s}});
         QCOMPARE(defaultButton, u"Cancel"_s);
         QCOMPARE(answer, std::optional<int>(1));
     }
@@ -194,7 +195,8 @@ private Q_SLOTS:
         for (const QLabel *label : window.findChildren<QLabel *>()) {
             const bool markup = label->textFormat() == Qt::RichText
                                 || (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text()));
-            QVERIFY2(!label->isVisibleTo(&window) || !markup || !label->text().contains(u"<b>bold"_s), qPrintable(label->text()));
+            QVERIFY2(!label->isVisibleTo(&window) || !markup || !label->text().contains(u"<b>bold"_s),
+                     qPrintable(label->text()));
         }
         alert->button(QMessageBox::Ok)->click();
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
@@ -223,7 +225,8 @@ private Q_SLOTS:
         QVERIFY(hiddenWhileLoading);
         QVERIFY(harness.settle());
         QVERIFY(!toolbar.pushButton()->isHidden());
-        QCOMPARE(toolbar.pushButton()->accessibleName(), kind == RepositoryKind::git ? u"Publish this branch"_s : u"Push"_s);
+        QCOMPARE(toolbar.pushButton()->accessibleName(),
+                 kind == RepositoryKind::git ? u"Publish this branch"_s : u"Push"_s);
         QCOMPARE(toolbar.title()->text(), QFileInfo(repository->path()).fileName());
         QCOMPARE(test::shownLabel(toolbar.branchPicker()->text()), u"main"_s);
         QVERIFY(test::findAction(toolbar.branchMenu(), u"main"_s)->isChecked());

@@ -51,9 +51,11 @@ QStringList faultsIn(QWidget &top, const QString &where)
         for (const char *type : {"QAbstractButton", "QLineEdit", "QComboBox", "QAbstractItemView", "QPlainTextEdit",
                                  "tillery::DiffCanvas", "tillery::IconWell"})
             control = control || widget->inherits(type);
-        if (!control || !widget->isVisibleTo(&top) || !widget->isEnabled() || widget->testAttribute(Qt::WA_TransparentForMouseEvents))
+        if (!control || !widget->isVisibleTo(&top) || !widget->isEnabled()
+            || widget->testAttribute(Qt::WA_TransparentForMouseEvents))
             continue;
-        const QString name = where + u": "_s + QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName();
+        const QString name =
+            where + u": "_s + QString::fromLatin1(widget->metaObject()->className()) + u' ' + widget->objectName();
         if (!(widget->focusPolicy() & Qt::TabFocus))
             faults.append(u"not reachable with Tab: "_s + name);
         if (QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).trimmed().isEmpty())
@@ -214,7 +216,8 @@ private Q_SLOTS:
     void appearanceWritesItsKeysAndButtonsFollow()
     {
         AppearanceSettings &appearance = *m_settings->appearance();
-        const QList<QPushButton *> buttons = test::child<WelcomeView>(m_harness->window())->findChildren<QPushButton *>();
+        const QList<QPushButton *> buttons =
+            test::child<WelcomeView>(m_harness->window())->findChildren<QPushButton *>();
         QVERIFY(!buttons.isEmpty());
         chooseWithKeyboard(appearance.buttonAppearance(), u"Mac OS 10.7"_s);
         QCOMPARE(stored(u"buttonAppearance.v1"_s), u"Mac OS 10.7"_s);
@@ -292,7 +295,8 @@ private Q_SLOTS:
             for (const int x : {indicator.left(), indicator.left() + 1})
                 lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
         }
-        QVERIFY2(lightest - window >= 40, qPrintable(u"outline lightness %1 on a window of %2"_s.arg(lightest).arg(window)));
+        QVERIFY2(lightest - window >= 40,
+                 qPrintable(u"outline lightness %1 on a window of %2"_s.arg(lightest).arg(window)));
     }
 };
 

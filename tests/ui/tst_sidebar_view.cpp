@@ -29,7 +29,10 @@ class SidebarViewTest : public QObject {
     AppModel &model() { return m_shared->harness.model(); }
     QString harbourPath() const { return QDir::cleanPath(m_shared->harbour.path()); }
     QModelIndex harbour() const { return m_sidebar->indexOfRepository(harbourPath()); }
-    QModelIndex lighthouse() const { return m_sidebar->indexOfRepository(QDir::cleanPath(m_shared->lighthouse.path())); }
+    QModelIndex lighthouse() const
+    {
+        return m_sidebar->indexOfRepository(QDir::cleanPath(m_shared->lighthouse.path()));
+    }
 
     // A drag of one sidebar row, dropped on another row (or the section).
     bool dragOnto(const QModelIndex &dragged, const QModelIndex &target)
@@ -94,7 +97,8 @@ private Q_SLOTS:
     {
         const std::unique_ptr<QMenu> rowMenu(m_view->contextMenuFor(lighthouse()));
         const QString folderName = model().library().repositoryFolders().first().name;
-        QVERIFY(test::menuItems(rowMenu.get()).contains(u"Move to Folder [Repositories, -, "_s + folderName + u", New Folder]"_s));
+        QVERIFY(test::menuItems(rowMenu.get())
+                    .contains(u"Move to Folder [Repositories, -, "_s + folderName + u", New Folder]"_s));
         const std::unique_ptr<QMenu> folderMenu(m_view->contextMenuFor(m_sidebar->indexOfFolder(m_folder)));
         QCOMPARE(test::menuItems(folderMenu.get()), QStringList({u"Rename Folder…"_s, u"Remove Folder…"_s}));
         QVERIFY(std::unique_ptr<QMenu>(m_view->contextMenuFor(m_sidebar->sectionIndex()))->isEmpty());
@@ -122,7 +126,8 @@ private Q_SLOTS:
         QCOMPARE(model().workspace().selectedRepository()->path, harbourPath());
 
         // Rows are as high as their 20-point icons need.
-        QVERIFY2(m_tree->visualRect(harbour()).height() >= 24, qPrintable(QString::number(m_tree->visualRect(harbour()).height())));
+        QVERIFY2(m_tree->visualRect(harbour()).height() >= 24,
+                 qPrintable(QString::number(m_tree->visualRect(harbour()).height())));
         test::clickRow(m_tree, lighthouse(), Qt::RightButton);
         if (QWidget *menu = QApplication::activePopupWidget())
             menu->close();
