@@ -237,21 +237,15 @@ private Q_SLOTS:
         QVERIFY(!snapshot.currentBranchIsPublished);
         gitBackend().push(clone->path());
         QVERIFY(origin->git({u"branch"_s, u"--list"_s, u"detached"_s}).contains("detached"));
+        // It tracks the branch it was published to.
+        QCOMPARE(clone->git({u"config"_s, u"--get"_s, u"branch.detached.remote"_s}), QByteArray("origin\n"));
         QVERIFY(loadGitSnapshot(clone->path()).currentBranchIsPublished);
     }
 
-    void publishingAndPushing()
+    // Without origin there is nowhere to publish a branch to.
+    void pushingWithoutOrigin()
     {
         const auto origin = GitFixture::bare();
-        const auto clone = GitFixture::cloneOf(origin->path());
-        clone->write(u"a.txt"_s, "a\n");
-        clone->commitAll(u"first"_s);
-        // A branch without an upstream goes to origin and tracks it there.
-        gitBackend().push(clone->path());
-        QCOMPARE(test::runTool(u"git"_s, {u"config"_s, u"--get"_s, u"branch.main.remote"_s}, clone->path()),
-                 QByteArray("origin\n"));
-
-        // Without origin there is nowhere to publish to.
         const GitFixture alone;
         alone.write(u"a.txt"_s, "a\n");
         alone.commitAll(u"first"_s);

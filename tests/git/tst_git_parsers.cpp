@@ -18,9 +18,9 @@ QDateTime at(qint64 seconds)
     return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
 }
 
-Bookmark branchNamed(const QString &name, bool active = false)
+Bookmark branchNamed(const QString &name)
 {
-    return Bookmark{name, 0, u"h"_s, active, std::nullopt, false};
+    return Bookmark{name, 0, u"h"_s, false, std::nullopt, false};
 }
 
 } // namespace
@@ -87,23 +87,6 @@ private Q_SLOTS:
         QCOMPARE(branches[2].date, std::nullopt);
     }
 
-    void trackingNeedsPush_data()
-    {
-        QTest::addColumn<QString>("tracking");
-        QTest::addColumn<bool>("expected");
-        QTest::newRow("ahead and behind") << u"[ahead 2, behind 1]"_s << true;
-        QTest::newRow("behind") << u"[behind 3]"_s << false;
-        QTest::newRow("gone") << u"[gone]"_s << true;
-        QTest::newRow("in step") << QString() << false;
-    }
-
-    void trackingNeedsPush()
-    {
-        QFETCH(QString, tracking);
-        QFETCH(bool, expected);
-        QCOMPARE(git::trackingNeedsPush(tracking), expected);
-    }
-
     void remoteCounterpart_data()
     {
         QTest::addColumn<QString>("branch");
@@ -133,17 +116,6 @@ private Q_SLOTS:
         QFETCH(QStringList, remoteBranches);
         QFETCH(OptionalString, expected);
         QCOMPARE(git::remoteCounterpart(branch, remoteBranches), expected);
-    }
-
-    void sortsActiveFirstThenByName()
-    {
-        QList<Bookmark> branches{branchNamed(u"zeta"_s), branchNamed(u"release10"_s), branchNamed(u"Alpha"_s),
-                                 branchNamed(u"work"_s, true), branchNamed(u"release9"_s)};
-        sortBranches(branches);
-        QStringList names;
-        for (const Bookmark &branch : branches)
-            names.append(branch.name);
-        QCOMPARE(names, (QStringList{u"work"_s, u"Alpha"_s, u"release9"_s, u"release10"_s, u"zeta"_s}));
     }
 
     void history()
