@@ -1,10 +1,13 @@
 #include "process/ToolRunner.h"
 
 #include "process/ChildProcess.h"
+#include "process/CommandServerPool.h"
 #include "process/Executables.h"
+#include "process/MercurialConfigurationFiles.h"
 #include "process/Progress.h"
 
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -134,14 +137,39 @@ ToolInvocation gitInvocation()
     return {findGitExecutable(), gitLeadingArguments(), gitEnvironment(), latestGitProgress, {}, {}};
 }
 
+// The run of a command on one of the repository's command servers, or
+// nullopt where it has to run as a process of its own.
+std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const QStringList &arguments,
+                                              const std::optional<QString> &directory, const RunControl &control)
+{
+    if (!tool.executable || !directory || control.progress || control.ownProcess
+        || !QFileInfo(*directory + u"/.hg"_s).isDir())
+        return std::nullopt;
+    if (isCancelled(control))
+        throw CancellationFailure();
+    const ServerLaunch launch{*tool.executable,
+                              tool.leadingArguments + QStringList{u"serve"_s, u"--cmdserver"_s, u"pipe"_s},
+                              tool.environment.toStringList(), *directory};
+    const QByteArray configuration =
+        mercurialConfigurationFingerprint(*tool.executable, tool.environment, *directory);
+    const std::optional<ServedRun> served =
+        CommandServerPool::shared().run(launch, configuration, tool.leadingArguments + arguments,
+                                        [&control] { return isCancelled(control); });
+    if (!served)
+        return std::nullopt;
+    return FinishedRun{served->standardOutput, served->standardError, served->status, false};
+}
+
 } // namespace
 
 CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,
                            const RunControl &control)
 {
-    return judge<MercurialFailure>(
-        runToEnd<MercurialFailure>(mercurialInvocation(), command.arguments, directory, control), command.arguments,
-        command.acceptedStatuses);
+    const ToolInvocation tool = mercurialInvocation();
+    std::optional<FinishedRun> run = runOnCommandServer(tool, command.arguments, directory, control);
+    if (!run)
+        run = runToEnd<MercurialFailure>(tool, command.arguments, directory, control);
+    return judge<MercurialFailure>(std::move(*run), command.arguments, command.acceptedStatuses);
 }
 
 CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory, const RunControl &control)

@@ -22,6 +22,9 @@ struct RunControl {
     // Given the newest progress phrase ("Receiving objects: 45%") a few times
     // a second, on the thread that runs the tool.
     std::function<void(const QString &)> progress;
+    // Runs the command as a process of its own even where a command server
+    // could serve it.
+    bool ownProcess = false;
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks
@@ -30,6 +33,12 @@ struct RunControl {
 // statuses it accepts; any other status is a `command` failure that carries
 // the command's arguments and the tool's error and output text (a lock held
 // by another process is a `locked` failure).
+//
+// Mercurial commands in a repository go to one of its command servers
+// (see CommandServerPool), which answer them exactly as a process of their
+// own would, without paying Python's start-up each time; commands that
+// report progress, and any a server cannot take, run as processes of their
+// own.
 //
 // These two are the only doors to the tools.
 CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,

@@ -39,6 +39,9 @@ FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
     writeFile(file("stderr"), behaviour.standardError);
 
     QByteArray script = "#!/bin/sh\n";
+    // Asked to serve commands, a stand-in declines, as a tool whose server
+    // cannot start: every command then reaches the script itself.
+    script += "case \" $* \" in *' serve --cmdserver pipe '*) exit 97 ;; esac\n";
     script += "OUTPUT_FILE=" + quoted(file("stdout")) + "\n";
     script += "ERROR_FILE=" + quoted(file("stderr")) + "\n";
     script += "echo $$ > " + quoted(file("pid")) + "\n";
