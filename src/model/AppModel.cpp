@@ -1,6 +1,7 @@
 #include "model/AppModel.h"
 
 #include "integrations/IgnoreFile.h"
+#include "process/CommandServerPool.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 
@@ -74,6 +75,7 @@ AppModel::~AppModel()
     // Quitting stops every tool still running (a hung push among them),
     // waits a moment for the workers, and drops their results.
     m_pool.stop(quitWaitMilliseconds);
+    stopAllCommandServers();
     delete m_diffSelection;
 }
 
@@ -200,6 +202,14 @@ void AppModel::remove(const Repository &repository)
 {
     const bool wasSelected = isSelected(repository);
     m_library->remove(repository);
+    // Its command servers end off the main thread: each may take a moment to exit.
+    runInBackground(
+        &m_pool, this,
+        [path = repository.path] {
+            stopCommandServers(path);
+            return true;
+        },
+        [](auto) {});
     if (!wasSelected)
         return;
     const std::optional<Repository> next = m_library->firstInSidebarOrder();

@@ -138,8 +138,7 @@ CommandServer::~CommandServer()
 #ifdef Q_OS_UNIX
     if (m_processId <= 0)
         return;
-    ::close(m_input);
-    ::close(m_output);
+    closePipes();
     if (!waitForExit(pid_t(m_processId), exitGraceMilliseconds))
         stop();
 #endif
@@ -230,6 +229,17 @@ void CommandServer::write(const QByteArray &bytes)
 #endif
 }
 
+void CommandServer::closePipes()
+{
+#ifdef Q_OS_UNIX
+    for (int *end : {&m_input, &m_output}) {
+        if (*end >= 0)
+            ::close(*end);
+        *end = -1;
+    }
+#endif
+}
+
 void CommandServer::fail()
 {
     stop();
@@ -243,8 +253,7 @@ void CommandServer::stop()
         return;
     const pid_t processId = pid_t(m_processId);
     m_processId = 0;
-    ::close(m_input);
-    ::close(m_output);
+    closePipes();
     ::kill(-processId, SIGTERM);
     ::kill(processId, SIGTERM);
     if (!waitForExit(processId, exitGraceMilliseconds)) {

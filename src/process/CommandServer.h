@@ -62,6 +62,7 @@ private:
     void write(const QByteArray &bytes);
     [[noreturn]] void fail();
     void stop();
+    void closePipes();
 
     qint64 m_processId = 0;
     int m_input = -1;

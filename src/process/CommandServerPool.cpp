@@ -48,13 +48,14 @@ std::optional<ServedRun> CommandServerPool::run(const ServerLaunch &launch, cons
 {
     const QString key = keyOf(launch);
     std::unique_ptr<CommandServer> server;
+    unsigned generation = 0;
     {
         std::vector<std::unique_ptr<CommandServer>> stale;
         bool mayStart = false;
         {
             const std::lock_guard lock(m_mutex);
             m_servers[key].directory = launch.directory;
-            server = take(key, configuration, stale, mayStart);
+            server = take(key, configuration, stale, mayStart, generation);
         }
         // Stale servers end here, outside the lock.
         if (!server && !mayStart)
@@ -73,7 +74,7 @@ std::optional<ServedRun> CommandServerPool::run(const ServerLaunch &launch, cons
     }
     try {
         ServedRun run = server->run(arguments, isCancelled);
-        giveBack(key, std::move(server), configuration);
+        giveBack(key, std::move(server), configuration, generation);
         return run;
     } catch (const ServerUnavailable &) {
         server.reset();
@@ -88,9 +89,10 @@ std::optional<ServedRun> CommandServerPool::run(const ServerLaunch &launch, cons
 
 std::unique_ptr<CommandServer> CommandServerPool::take(const QString &key, const QByteArray &configuration,
                                                        std::vector<std::unique_ptr<CommandServer>> &stale,
-                                                       bool &mayStart)
+                                                       bool &mayStart, unsigned &generation)
 {
     Servers &servers = m_servers[key];
+    generation = servers.generation;
     // Servers that read a configuration that has changed since are of no use.
     for (auto idle = servers.idle.begin(); idle != servers.idle.end();) {
         if (idle->configuration == configuration) {
@@ -114,13 +116,20 @@ std::unique_ptr<CommandServer> CommandServerPool::take(const QString &key, const
 }
 
 void CommandServerPool::giveBack(const QString &key, std::unique_ptr<CommandServer> server,
-                                 const QByteArray &configuration)
+                                 const QByteArray &configuration, unsigned generation)
 {
-    const std::lock_guard lock(m_mutex);
-    Servers &servers = m_servers[key];
-    --servers.busy;
-    servers.failedAt.reset();
-    servers.idle.push_back({std::move(server), configuration, Clock::now()});
+    {
+        const std::lock_guard lock(m_mutex);
+        Servers &servers = m_servers[key];
+        --servers.busy;
+        servers.failedAt.reset();
+        if (servers.generation == generation) {
+            servers.idle.push_back({std::move(server), configuration, Clock::now()});
+            return;
+        }
+    }
+    // Its repository left the list, or the application is quitting, while it ran.
+    server.reset();
 }
 
 void CommandServerPool::forget(const QString &key, bool startFailed)
@@ -132,32 +141,30 @@ void CommandServerPool::forget(const QString &key, bool startFailed)
         servers.failedAt = Clock::now();
 }
 
+template <typename Accepts>
+std::vector<std::unique_ptr<CommandServer>> CommandServerPool::retire(Accepts accepts)
+{
+    std::vector<std::unique_ptr<CommandServer>> retired;
+    const std::lock_guard lock(m_mutex);
+    for (auto &[key, servers] : m_servers) {
+        if (!accepts(servers))
+            continue;
+        ++servers.generation;
+        for (IdleServer &idle : servers.idle)
+            retired.push_back(std::move(idle.server));
+        servers.idle.clear();
+    }
+    return retired;
+}
+
 void CommandServerPool::stopServersIn(const QString &directory)
 {
-    std::vector<std::unique_ptr<CommandServer>> stopping;
-    {
-        const std::lock_guard lock(m_mutex);
-        for (auto &[key, servers] : m_servers) {
-            if (servers.directory != directory)
-                continue;
-            for (IdleServer &idle : servers.idle)
-                stopping.push_back(std::move(idle.server));
-            servers.idle.clear();
-        }
-    }
+    retire([&directory](const Servers &servers) { return servers.directory == directory; });
 }
 
 void CommandServerPool::stopAll()
 {
-    std::vector<std::unique_ptr<CommandServer>> stopping;
-    {
-        const std::lock_guard lock(m_mutex);
-        for (auto &[key, servers] : m_servers) {
-            for (IdleServer &idle : servers.idle)
-                stopping.push_back(std::move(idle.server));
-            servers.idle.clear();
-        }
-    }
+    retire([](const Servers &) { return true; });
 }
 
 QList<qint64> CommandServerPool::processIds() const

@@ -3,9 +3,9 @@
 #include "process/Cancellation.h"
 #include "process/CommandServer.h"
 
-#include <map>
 #include <QList>
 #include <QString>
+#include <map>
 
 #include <chrono>
 #include <condition_variable>
@@ -57,13 +57,22 @@ private:
         std::vector<IdleServer> idle;
         int busy = 0;
         std::optional<Clock::time_point> failedAt;
+        // Advanced when the servers are stopped: a busy one that comes back
+        // from an older generation is stopped instead of kept.
+        unsigned generation = 0;
     };
 
     std::unique_ptr<CommandServer> take(const QString &key, const QByteArray &configuration,
-                                        std::vector<std::unique_ptr<CommandServer>> &stale, bool &mayStart);
-    void giveBack(const QString &key, std::unique_ptr<CommandServer> server, const QByteArray &configuration);
+                                        std::vector<std::unique_ptr<CommandServer>> &stale, bool &mayStart,
+                                        unsigned &generation);
+    void giveBack(const QString &key, std::unique_ptr<CommandServer> server, const QByteArray &configuration,
+                  unsigned generation);
     void forget(const QString &key, bool startFailed);
     void reapIdleServers();
+    // Takes the idle servers of every repository the predicate accepts, so
+    // that they stop outside the lock.
+    template <typename Accepts>
+    std::vector<std::unique_ptr<CommandServer>> retire(Accepts accepts);
 
     mutable std::mutex m_mutex;
     std::map<QString, Servers> m_servers;
