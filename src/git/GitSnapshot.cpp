@@ -3,6 +3,7 @@
 #include "git/GitParsers.h"
 #include "git/GitTool.h"
 #include "process/BackendSteps.h"
+#include "process/Concurrently.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
 
@@ -113,20 +114,27 @@ std::optional<QString> currentBranch(const QString &repositoryPath)
 RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
 {
     using namespace git;
+    // Status takes longest on a large working copy; the other queries run beside it.
+    std::future<QList<WorkingFile>> files =
+        startConcurrently([&repositoryPath] { return workingFiles(repositoryPath); });
     RepositorySnapshot snapshot;
-    snapshot.files = workingFiles(repositoryPath);
-    const QList<LocalBranchRecord> branchRecords =
-        parseLocalBranches(outputOf(GitTool::localBranchesCommand(), repositoryPath));
-    const QStringList remoteBranchList = parseLines(outputOf(GitTool::remoteBranchesCommand(), repositoryPath));
-    const std::optional<QString> current = currentBranch(repositoryPath);
-    snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
-    snapshot.branch = current.value_or(u"detached"_s);
-    snapshot.history = history(branchRecords, repositoryPath);
-    snapshot.paths = remotes(repositoryPath);
-    snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
-    snapshot.defaultBranch = chooseDefaultBranch(
-        parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
-    snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
+    try {
+        const QList<LocalBranchRecord> branchRecords =
+            parseLocalBranches(outputOf(GitTool::localBranchesCommand(), repositoryPath));
+        const QStringList remoteBranchList = parseLines(outputOf(GitTool::remoteBranchesCommand(), repositoryPath));
+        const std::optional<QString> current = currentBranch(repositoryPath);
+        snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
+        snapshot.branch = current.value_or(u"detached"_s);
+        snapshot.history = history(branchRecords, repositoryPath);
+        snapshot.paths = remotes(repositoryPath);
+        snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
+        snapshot.defaultBranch = chooseDefaultBranch(
+            parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
+        snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
+    } catch (...) {
+        rethrowInOrder(files);
+    }
+    snapshot.files = files.get();
     return snapshot;
 }
 

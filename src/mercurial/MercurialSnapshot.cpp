@@ -3,6 +3,7 @@
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialTool.h"
 #include "process/BackendSteps.h"
+#include "process/Concurrently.h"
 #include "process/ToolRunner.h"
 
 #include <exception>
@@ -36,20 +37,31 @@ QList<Bookmark> loadBookmarks(const QString &repositoryPath)
 
 RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
 {
+    // Status takes longest on a large working copy: it runs on a server of its
+    // own while the other queries run one after another on another.
+    std::future<QList<WorkingFile>> files = startConcurrently([&repositoryPath] {
+        return parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
+    });
     RepositorySnapshot snapshot;
-    snapshot.files = parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
-    mercurial::markUnresolved(
-        snapshot.files, mercurial::parseUnresolvedPaths(
-                            runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput));
-    snapshot.history =
-        mercurial::parseHistory(runMercurial(MercurialTool::historyCommand(), repositoryPath).standardOutput);
-    snapshot.bookmarks = loadBookmarks(repositoryPath);
-    snapshot.branch = mercurial::parseCurrentBranch(
-        runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);
-    snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
-    snapshot.paths = mercurial::parsePaths(runMercurial(MercurialTool::pathsCommand(), repositoryPath).standardOutput);
-    snapshot.defaultBranch = u"default"_s;
-    snapshot.currentBranchIsPublished = true;
+    QSet<QString> unresolved;
+    try {
+        unresolved = mercurial::parseUnresolvedPaths(
+            runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput);
+        snapshot.history =
+            mercurial::parseHistory(runMercurial(MercurialTool::historyCommand(), repositoryPath).standardOutput);
+        snapshot.bookmarks = loadBookmarks(repositoryPath);
+        snapshot.branch = mercurial::parseCurrentBranch(
+            runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);
+        snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
+        snapshot.paths =
+            mercurial::parsePaths(runMercurial(MercurialTool::pathsCommand(), repositoryPath).standardOutput);
+        snapshot.defaultBranch = u"default"_s;
+        snapshot.currentBranchIsPublished = true;
+    } catch (...) {
+        rethrowInOrder(files);
+    }
+    snapshot.files = files.get();
+    mercurial::markUnresolved(snapshot.files, unresolved);
     return snapshot;
 }
 

@@ -25,7 +25,17 @@ bool RunCancellationScope::isActive()
 
 bool RunCancellationScope::isCancelled()
 {
-    for (const RunCancellationScope *scope = innermostScope; scope; scope = scope->m_outer) {
+    return anySaysStop(innermostScope);
+}
+
+CancellationCheck RunCancellationScope::current()
+{
+    return [innermost = innermostScope] { return anySaysStop(innermost); };
+}
+
+bool RunCancellationScope::anySaysStop(const RunCancellationScope *innermost)
+{
+    for (const RunCancellationScope *scope = innermost; scope; scope = scope->m_outer) {
         if (scope->m_check && scope->m_check())
             return true;
     }

@@ -30,8 +30,13 @@ public:
     // Whether a scope is installed on this thread, and whether it says stop.
     static bool isActive();
     static bool isCancelled();
+    // The scopes in force on this thread as one check, for work this thread
+    // hands to another and waits for.
+    static CancellationCheck current();
 
 private:
+    static bool anySaysStop(const RunCancellationScope *innermost);
+
     CancellationCheck m_check;
     RunCancellationScope *m_outer;
 };
