@@ -30,18 +30,24 @@ bool hasDisplay()
 }
 
 // Prints one line once the window system shows the window (it has been
-// mapped and exposed), for scripts that wait for the application.
-void reportWhenExposed(QWidget &window, QTextStream &out)
+// mapped and exposed), and another once the model has loaded what it shows
+// and nothing runs any more, for scripts that wait for the application.
+void reportWhenExposed(QWidget &window, const ApplicationScene &scene, QTextStream &out)
 {
     auto *poll = new QTimer(&window);
-    QObject::connect(poll, &QTimer::timeout, &window, [&window, &out, poll] {
-        if (!window.windowHandle() || !window.windowHandle()->isExposed())
+    QObject::connect(poll, &QTimer::timeout, &window, [&window, &scene, &out, poll, exposed = false]() mutable {
+        if (!exposed && window.windowHandle() && window.windowHandle()->isExposed()) {
+            exposed = true;
+            out << "Tillery: the main window is on screen\n";
+            out.flush();
+        }
+        if (!exposed || !scene.isIdle())
             return;
         poll->stop();
-        out << "Tillery: the main window is on screen\n";
+        out << "Tillery: the window is idle\n";
         out.flush();
     });
-    poll->start(20);
+    poll->start(5);
 }
 
 } // namespace
@@ -127,7 +133,7 @@ int main(int argc, char *argv[])
     if (screenshot.isEmpty()) {
         window.show();
         if (parser.isSet(reportOption))
-            reportWhenExposed(window, out);
+            reportWhenExposed(window, *scene, out);
         return QApplication::exec();
     }
 

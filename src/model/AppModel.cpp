@@ -79,6 +79,12 @@ AppModel::~AppModel()
     delete m_diffSelection;
 }
 
+bool AppModel::isIdle() const
+{
+    return runningBackgroundWork() == 0 && !m_activity->isBusy() && !m_diffSelection->isLoadingDiff()
+           && !m_diffSelection->isLoadingChangesetFiles();
+}
+
 void AppModel::start()
 {
     m_settings.migrateEditorSetting();

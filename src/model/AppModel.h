@@ -70,6 +70,8 @@ public:
     QString shownRemoteAddress() const;
     // How many pieces of background work are running now.
     int runningBackgroundWork() const { return m_pool.threads()->activeThreadCount(); }
+    // No background work runs and no operation or load waits for its result.
+    bool isIdle() const;
 
     // Repositories.
     void select(const Repository &repository);

@@ -67,6 +67,11 @@ void ApplicationScene::waitUntilIdle()
     tillery::waitUntilIdle(*m_model);
 }
 
+bool ApplicationScene::isIdle() const
+{
+    return m_model->isIdle();
+}
+
 std::optional<QString> ApplicationScene::presentedError() const
 {
     const std::optional<PresentedError> &error = m_model->activityState().presentedError();

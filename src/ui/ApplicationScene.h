@@ -41,6 +41,7 @@ public:
     void select(const Repository &repository);
     // Lets the model finish what it started before a picture is taken.
     void waitUntilIdle();
+    bool isIdle() const;
     // The message of the error the model presents, if any.
     std::optional<QString> presentedError() const;
     // The page ("changes" or "history") with the file selected (see showPage()).

@@ -22,9 +22,7 @@ void waitUntilIdle(const AppModel &model)
     int quietTurns = 0;
     while (!deadline.hasExpired() && quietTurns < 5) {
         QApplication::processEvents(QEventLoop::AllEvents, 20);
-        const bool idle = model.runningBackgroundWork() == 0 && !model.activityState().isBusy()
-                          && !model.diffSelection().isLoadingDiff() && !model.diffSelection().isLoadingChangesetFiles();
-        quietTurns = idle ? quietTurns + 1 : 0;
+        quietTurns = model.isIdle() ? quietTurns + 1 : 0;
         QThread::msleep(10);
     }
 }
