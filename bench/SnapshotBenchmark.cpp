@@ -1,5 +1,7 @@
 #include "SnapshotBenchmark.h"
 
+#include "process/CommandServerPool.h"
+
 #include "Measuring.h"
 
 #include <QCommandLineParser>
@@ -42,8 +44,11 @@ QList<QStringList> commandsOfOneLoad(const SnapshotLoader &loader, const QString
     const QString wrapper = folder.filePath(u"tool"_s);
     QFile script(wrapper);
     script.open(QIODevice::WriteOnly);
-    script.write("#!/bin/sh\nfor a in \"$@\"; do printf '%s\\037' \"$a\"; done >> '" + log.toUtf8()
-                 + "'\nprintf '\\036' >> '" + log.toUtf8() + "'\nexec '" + loader.executable.toUtf8() + "' \"$@\"\n");
+    // A command server would hide the commands it serves: the wrapper will not be one.
+    script.write("#!/bin/sh\ncase \"$*\" in *'serve --cmdserver pipe'*) exit 97 ;; esac\n"
+                 "for a in \"$@\"; do printf '%s\\037' \"$a\"; done >> '"
+                 + log.toUtf8() + "'\nprintf '\\036' >> '" + log.toUtf8() + "'\nexec '" + loader.executable.toUtf8()
+                 + "' \"$@\"\n");
     script.close();
     script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 
@@ -104,7 +109,14 @@ BenchmarkOptions parseBenchmarkOptions(const QCoreApplication &application, cons
 int measureSnapshotLoading(const SnapshotLoader &loader, const QString &repository, int runs)
 {
     const QList<QStringList> commands = commandsOfOneLoad(loader, repository);
-    RepositorySnapshot snapshot = loader.load(repository); // warms the file-system cache
+    // The first load after start-up pays for starting the tool's servers, if it keeps any.
+    stopAllCommandServers();
+    QElapsedTimer firstTimer;
+    firstTimer.start();
+    RepositorySnapshot snapshot = loader.load(repository);
+    const double firstLoad = milliseconds(firstTimer.nsecsElapsed());
+    const auto isStatus = [](const QStringList &command) { return command.contains(u"status"_s); };
+    const qsizetype statusIndex = std::find_if(commands.cbegin(), commands.cend(), isStatus) - commands.cbegin();
 
     QList<double> loadTimes;
     QList<double> directTimes;
@@ -156,7 +168,14 @@ int measureSnapshotLoading(const SnapshotLoader &loader, const QString &reposito
     }
     out() << QString::asprintf("%-32s %9.1f ms\n", qPrintable(loader.title + u':'), load);
     out() << QString::asprintf("%-32s %9.1f ms\n", "same commands run directly:", direct);
-    out() << QString::asprintf("ratio: %.3f (target: at most 1.05)\n", load / direct);
+    out() << QString::asprintf("ratio: %.3f\n", load / direct);
+    out() << QString::asprintf("first load after start-up:       %9.1f ms\n", firstLoad);
+    if (statusIndex < commands.size()) {
+        const double status = median(perCommand[statusIndex]);
+        out() << QString::asprintf(
+            "status alone, run directly:      %9.1f ms; load / status %.3f (target: at most %s)\n", status,
+            load / status, loader.title.contains(u"Git"_s) ? "1.2" : "1.1");
+    }
     out() << QString::asprintf("heap held by one snapshot: %.2f MiB\n",
                                static_cast<double>(heapAfter - heapBefore) / (1024.0 * 1024.0));
     out() << QString::asprintf("peak memory: benchmark process %.1f MiB, largest tool child %.1f MiB\n",
