@@ -51,6 +51,6 @@ int main(int argc, char *argv[])
         document.reset();
     }
     out << "ratio: build time over a plain split of the same text into lines (target: at most 3)\n";
-    out << "x UTF-16: the text plus what the document holds, over the text as UTF-16 (target: at most 3)\n";
+    out << "x UTF-16: the text plus what the document holds, over the text as UTF-16 (target: at most 2)\n";
     return 0;
 }

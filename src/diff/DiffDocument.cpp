@@ -25,24 +25,23 @@ const QRegularExpression &hunkHeaderPattern()
 
 // Lines end at each line feed, except one that follows a carriage return:
 // a CR LF pair is one character in the text model these diffs came from,
-// and such a text deliberately stays in fewer, longer lines.
+// and such a text deliberately stays in fewer, longer lines. Each line comes
+// with its index and where it starts in the text.
 template <typename Visit>
 void forEachLine(QStringView text, Visit visit)
 {
     qsizetype start = 0;
     qint64 index = 0;
-    qsizetype from = 0;
     while (true) {
-        qsizetype feed = text.indexOf(u'\n', from);
+        qsizetype feed = text.indexOf(u'\n', start);
         while (feed > 0 && text[feed - 1] == u'\r')
             feed = text.indexOf(u'\n', feed + 1);
         if (feed < 0) {
-            visit(index, text.sliced(start));
+            visit(index, start, text.sliced(start));
             return;
         }
-        visit(index++, text.sliced(start, feed - start));
+        visit(index++, start, text.sliced(start, feed - start));
         start = feed + 1;
-        from = start;
     }
 }
 
@@ -110,32 +109,28 @@ QList<PresentedDiffLine> classifyDiffLines(QStringView text)
 {
     QList<PresentedDiffLine> lines;
     lines.reserve(text.count(u'\n') + 1);
-    std::optional<qint64> oldLine;
-    std::optional<qint64> newLine;
-    const auto addLine = [&lines](qint64 id, QStringView line, std::optional<qint64> oldNumber,
-                                  std::optional<qint64> newNumber, DiffLineKind kind) {
-        lines.append(PresentedDiffLine{id, line.toString(), oldNumber, newNumber, kind});
-    };
+    // Numbers count on only once a hunk header has set them.
+    qint64 oldLine = noLineNumber;
+    qint64 newLine = noLineNumber;
+    const auto numbered = [](qint64 &number) { return number == noLineNumber ? noLineNumber : number++; };
 
-    forEachLine(text, [&](qint64 id, QStringView line) {
+    forEachLine(text, [&](qint64 id, qsizetype start, QStringView line) {
+        const auto add = [&](qint64 oldNumber, qint64 newNumber, DiffLineKind kind) {
+            lines.append(PresentedDiffLine{start, line.size(), id, oldNumber, newNumber, kind});
+        };
         if (line.isEmpty())
             return;
         if (const auto header = parseHunkHeader(line)) {
             oldLine = header->first;
             newLine = header->second;
-            addLine(id, line, std::nullopt, std::nullopt, DiffLineKind::hunk);
+            add(noLineNumber, noLineNumber, DiffLineKind::hunk);
         } else if (line.front() == u'+' && !line.startsWith(u"+++")) {
-            addLine(id, line, std::nullopt, newLine, DiffLineKind::addition);
-            if (newLine)
-                ++*newLine;
+            add(noLineNumber, numbered(newLine), DiffLineKind::addition);
         } else if (line.front() == u'-' && !line.startsWith(u"---")) {
-            addLine(id, line, oldLine, std::nullopt, DiffLineKind::deletion);
-            if (oldLine)
-                ++*oldLine;
-        } else if (line.front() == u' ' && oldLine && newLine) {
-            addLine(id, line, oldLine, newLine, DiffLineKind::context);
-            ++*oldLine;
-            ++*newLine;
+            add(numbered(oldLine), noLineNumber, DiffLineKind::deletion);
+        } else if (line.front() == u' ' && oldLine != noLineNumber && newLine != noLineNumber) {
+            const qint64 oldNumber = numbered(oldLine);
+            add(oldNumber, numbered(newLine), DiffLineKind::context);
         }
     });
     return lines;
@@ -145,15 +140,8 @@ QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
 {
     QList<SplitDiffLine> rows;
     rows.reserve(lines.size());
-    const auto append = [&rows](const PresentedDiffLine *left, const PresentedDiffLine *right, bool isHeader) {
-        SplitDiffLine row;
-        row.id = rows.size();
-        if (left)
-            row.left = *left;
-        if (right)
-            row.right = *right;
-        row.isHeader = isHeader;
-        rows.append(std::move(row));
+    const auto append = [&rows](qsizetype left, qsizetype right, bool isHeader) {
+        rows.append(SplitDiffLine{static_cast<qint32>(left), static_cast<qint32>(right), isHeader});
     };
     const auto runEnd = [&lines](qsizetype from, DiffLineKind kind) {
         while (from < lines.size() && lines[from].kind == kind)
@@ -163,15 +151,14 @@ QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
 
     qsizetype cursor = 0;
     while (cursor < lines.size()) {
-        const PresentedDiffLine &line = lines[cursor];
-        switch (line.kind) {
+        switch (lines[cursor].kind) {
         case DiffLineKind::addition:
-            append(nullptr, &line, false);
+            append(-1, cursor, false);
             ++cursor;
             break;
         case DiffLineKind::hunk:
         case DiffLineKind::context:
-            append(&line, &line, line.kind == DiffLineKind::hunk);
+            append(cursor, cursor, lines[cursor].kind == DiffLineKind::hunk);
             ++cursor;
             break;
         case DiffLineKind::deletion: {
@@ -179,10 +166,8 @@ QList<SplitDiffLine> pairSplitLines(const QList<PresentedDiffLine> &lines)
             const qsizetype additionsEnd = runEnd(deletionsEnd, DiffLineKind::addition);
             const qsizetype deletions = deletionsEnd - cursor;
             const qsizetype additions = additionsEnd - deletionsEnd;
-            for (qsizetype k = 0; k < std::max(deletions, additions); ++k) {
-                append(k < deletions ? &lines[cursor + k] : nullptr, k < additions ? &lines[deletionsEnd + k] : nullptr,
-                       false);
-            }
+            for (qsizetype k = 0; k < std::max(deletions, additions); ++k)
+                append(k < deletions ? cursor + k : -1, k < additions ? deletionsEnd + k : -1, false);
             cursor = additionsEnd;
             break;
         }
@@ -200,7 +185,7 @@ PresentedDiffDocument buildDiffDocument(const QString &text)
     document.text = document.unifiedLines.isEmpty() && isBinaryDiff(text) ? binaryFileNotice() : text;
     document.splitLines = pairSplitLines(document.unifiedLines);
     for (qsizetype index = 0; index < document.unifiedLines.size(); ++index) {
-        const QString &line = document.unifiedLines[index].text;
+        const QStringView line = document.textOf(document.unifiedLines[index]);
         // A line without tabs is no wider than two cells a character.
         if (line.size() * 2 <= document.widestLineColumns && !line.contains(u'\t'))
             continue;

@@ -11,23 +11,29 @@ namespace tillery {
 
 enum class DiffLineKind { hunk, context, addition, deletion };
 
-// One line of the unified layout. `id` is the line's index in the raw text,
-// counting the lines that were dropped, so ids rise with gaps.
+// One line of the unified layout: a stretch of the document's text, which
+// holds it once. `id` is the line's index in the raw text, counting the
+// lines that were dropped, so ids rise with gaps. A side without a number
+// has noLineNumber.
+inline constexpr qint64 noLineNumber = -1;
+
 struct PresentedDiffLine {
+    qsizetype start = 0;
+    qsizetype length = 0;
     qint64 id = 0;
-    QString text;
-    std::optional<qint64> oldLine;
-    std::optional<qint64> newLine;
+    qint64 oldLine = noLineNumber;
+    qint64 newLine = noLineNumber;
     DiffLineKind kind = DiffLineKind::context;
 
     friend bool operator==(const PresentedDiffLine &, const PresentedDiffLine &) = default;
 };
 
-// One row of the side-by-side layout; ids run 0, 1, 2, ... over the rows.
+// One row of the side-by-side layout: the unified lines on each side, by
+// index, or -1 for an empty side. (A diff with 2^31 lines would not fit in
+// memory in the first place.)
 struct SplitDiffLine {
-    qint64 id = 0;
-    std::optional<PresentedDiffLine> left;
-    std::optional<PresentedDiffLine> right;
+    qint32 left = -1;
+    qint32 right = -1;
     bool isHeader = false;
 
     friend bool operator==(const SplitDiffLine &, const SplitDiffLine &) = default;
@@ -42,7 +48,18 @@ struct PresentedDiffDocument {
     qsizetype widestLine = -1;
     qint64 widestLineColumns = 0;
 
+    QStringView textOf(const PresentedDiffLine &line) const
+    {
+        return QStringView(text).sliced(line.start, line.length);
+    }
+    // The row's line on one side, or none.
+    const PresentedDiffLine *leftOf(const SplitDiffLine &row) const { return lineAt(row.left); }
+    const PresentedDiffLine *rightOf(const SplitDiffLine &row) const { return lineAt(row.right); }
+
     friend bool operator==(const PresentedDiffDocument &, const PresentedDiffDocument &) = default;
+
+private:
+    const PresentedDiffLine *lineAt(qint32 index) const { return index < 0 ? nullptr : &unifiedLines[index]; }
 };
 
 // Tabs stop at every eighth cell.

@@ -11,6 +11,7 @@
 #include <QScrollBar>
 #include <QTextLayout>
 
+#include <array>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -27,9 +28,9 @@ QFont monospaceFont(qreal pointSize)
 }
 
 // What a line shows: carriage returns and the like would draw as boxes.
-QString displayText(const QString &text)
+QString displayText(QStringView text)
 {
-    QString shown = text;
+    QString shown = text.toString();
     for (QChar &character : shown) {
         if (character == u'\r' || character == u'\n')
             character = u' ';
@@ -65,7 +66,7 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
     m_widestLineWidth = m_document.widestLineColumns * m_characterWidth;
     if (m_document.widestLine >= 0) {
         // Through a const view: the rows are shared with the model's document.
-        const QString &widest = std::as_const(m_document).unifiedLines.at(m_document.widestLine).text;
+        const QStringView widest = m_document.textOf(std::as_const(m_document).unifiedLines.at(m_document.widestLine));
         QTextLayout layout(displayText(widest), m_textFont);
         layout.setTextOption(m_textOption);
         layout.beginLayout();
@@ -139,8 +140,8 @@ bool DiffCanvas::isSelected(qsizetype row) const
     return row >= std::min(m_selectionAnchor, m_selectionEnd) && row <= std::max(m_selectionAnchor, m_selectionEnd);
 }
 
-void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
-                           const QList<std::optional<qint64>> &numbers, int x, int y, int width, bool selected)
+void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std::span<const qint64> numbers, int x,
+                           int y, int width, bool selected)
 {
     const int gutters = static_cast<int>(numbers.size());
     const DiffRowColors colors =
@@ -160,9 +161,9 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
     painter.setFont(m_numberFont);
     painter.setPen(palette().color(QPalette::PlaceholderText));
     for (int cell = 0; cell < gutters; ++cell) {
-        if (numbers[cell])
+        if (numbers[cell] != noLineNumber)
             painter.drawText(QRect(x + cell * gutterWidth, y, gutterWidth - 6, rowHeight),
-                             Qt::AlignRight | Qt::AlignVCenter, QString::number(*numbers[cell]));
+                             Qt::AlignRight | Qt::AlignVCenter, QString::number(numbers[cell]));
     }
     painter.setFont(m_textFont);
     painter.setPen(colors.text);
@@ -170,12 +171,13 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line,
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
     const QRect textArea(textX, y, std::max(0, width - (textX - x)) + (1 << 20), rowHeight);
-    if (line->text.contains(u'\t')) {
+    const QStringView text = std::as_const(m_document).textOf(*line);
+    if (text.contains(u'\t')) {
         // Tab stops count from the line's own start, wherever it is scrolled to.
         painter.translate(textX, y);
-        painter.drawText(QRectF(0, 0, textArea.width(), rowHeight), displayText(line->text), m_textOption);
+        painter.drawText(QRectF(0, 0, textArea.width(), rowHeight), displayText(text), m_textOption);
     } else {
-        painter.drawText(textArea, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, displayText(line->text));
+        painter.drawText(textArea, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, displayText(text));
     }
     painter.restore();
 }
@@ -197,19 +199,20 @@ void DiffCanvas::paintEvent(QPaintEvent *)
         const int y = static_cast<int>(static_cast<qint64>(row) * rowHeight - top);
         if (m_layout == Layout::unified) {
             const PresentedDiffLine &line = document.unifiedLines[row];
-            paintLine(painter, &line, {line.oldLine, line.newLine}, -left, y, width, isSelected(row));
+            const std::array numbers{line.oldLine, line.newLine};
+            paintLine(painter, &line, numbers, -left, y, width, isSelected(row));
             continue;
         }
         // The old side numbers its lines by the old file, the new side by the new one.
         const SplitDiffLine &split = document.splitLines[row];
         const int half = splitHalfWidth();
-        const PresentedDiffLine *leftLine = split.left ? &*split.left : nullptr;
-        const PresentedDiffLine *rightLine = split.right ? &*split.right : nullptr;
-        paintLine(painter, leftLine, {leftLine ? leftLine->oldLine : std::nullopt}, -left, y, half,
-                  isSelected(row) && !m_selectionOnRight);
+        const PresentedDiffLine *leftLine = document.leftOf(split);
+        const PresentedDiffLine *rightLine = document.rightOf(split);
+        const std::array leftNumber{leftLine ? leftLine->oldLine : noLineNumber};
+        const std::array rightNumber{rightLine ? rightLine->newLine : noLineNumber};
+        paintLine(painter, leftLine, leftNumber, -left, y, half, isSelected(row) && !m_selectionOnRight);
         painter.fillRect(-left + half, y, 1, rowHeight, palette().color(QPalette::Mid));
-        paintLine(painter, rightLine, {rightLine ? rightLine->newLine : std::nullopt}, -left + half + 1, y, half,
-                  isSelected(row) && m_selectionOnRight);
+        paintLine(painter, rightLine, rightNumber, -left + half + 1, y, half, isSelected(row) && m_selectionOnRight);
     }
 }
 
@@ -230,13 +233,12 @@ QString DiffCanvas::selectedText() const
     const qsizetype last = std::min(std::max(m_selectionAnchor, m_selectionEnd), rowCount() - 1);
     for (qsizetype row = first; row <= last; ++row) {
         if (m_layout == Layout::unified) {
-            lines.append(m_document.unifiedLines[row].text);
+            lines.append(m_document.textOf(m_document.unifiedLines[row]).toString());
             continue;
         }
         const SplitDiffLine &split = m_document.splitLines[row];
-        const std::optional<PresentedDiffLine> &side = m_selectionOnRight ? split.right : split.left;
-        if (side)
-            lines.append(side->text);
+        if (const PresentedDiffLine *side = m_selectionOnRight ? m_document.rightOf(split) : m_document.leftOf(split))
+            lines.append(m_document.textOf(*side).toString());
     }
     return lines.join(u'\n');
 }

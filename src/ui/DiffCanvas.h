@@ -6,6 +6,8 @@
 #include <QFont>
 #include <QTextOption>
 
+#include <span>
+
 namespace tillery {
 
 // Draws a diff document's rows, unified or side by side, at a fixed row
@@ -49,8 +51,8 @@ private:
     void updateScrollBars();
     qsizetype rowAt(int viewportY) const;
     // A line with its number cells (one per gutter) at x; an absent line is an empty pane.
-    void paintLine(QPainter &painter, const PresentedDiffLine *line, const QList<std::optional<qint64>> &numbers, int x,
-                   int y, int width, bool selected);
+    void paintLine(QPainter &painter, const PresentedDiffLine *line, std::span<const qint64> numbers, int x, int y,
+                   int width, bool selected);
     bool isSelected(qsizetype row) const;
 
     PresentedDiffDocument m_document;

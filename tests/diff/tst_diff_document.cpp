@@ -9,34 +9,34 @@ using namespace tillery;
 
 namespace {
 
-QString number(const std::optional<qint64> &value)
+QString number(qint64 value)
 {
-    return value ? QString::number(*value) : u"."_s;
+    return value == noLineNumber ? u"."_s : QString::number(value);
 }
 
 // "id kind old new text" for each line, with kind h, c, + or - and "." for
 // an absent number, joined by "|".
-QString describeUnified(const QList<PresentedDiffLine> &lines)
+QString describeUnified(const PresentedDiffDocument &document)
 {
     static const char *const kinds[] = {"h", "c", "+", "-"};
     QStringList described;
-    for (const PresentedDiffLine &line : lines) {
+    for (const PresentedDiffLine &line : document.unifiedLines) {
         described.append(u"%1 %2 %3 %4 %5"_s.arg(line.id).arg(QLatin1StringView(kinds[static_cast<int>(line.kind)]),
-                                                              number(line.oldLine), number(line.newLine), line.text));
+                                                              number(line.oldLine), number(line.newLine),
+                                                              document.textOf(line)));
     }
     return described.join(u'|');
 }
 
 // "left/right" unified ids for each row, "." for an absent side and a
-// trailing "H" for a header row. Rows are numbered from 0.
-QString describeSplit(const QList<SplitDiffLine> &rows)
+// trailing "H" for a header row.
+QString describeSplit(const PresentedDiffDocument &document)
 {
+    const auto id = [](const PresentedDiffLine *line) { return line ? QString::number(line->id) : u"."_s; };
     QStringList described;
-    for (const SplitDiffLine &row : rows) {
-        described.append(u"%1/%2%3%4"_s.arg(
-            row.left ? QString::number(row.left->id) : u"."_s, row.right ? QString::number(row.right->id) : u"."_s,
-            row.isHeader ? u"H"_s : QString(), row.id == described.size() ? QString() : u"(misnumbered)"_s));
-    }
+    for (const SplitDiffLine &row : document.splitLines)
+        described.append(id(document.leftOf(row)) + u'/' + id(document.rightOf(row))
+                         + (row.isHeader ? u"H"_s : QString()));
     return described.join(u' ');
 }
 
@@ -113,8 +113,8 @@ private Q_SLOTS:
         const PresentedDiffDocument document = buildDiffDocument(text);
         const bool binary = QByteArray(QTest::currentDataTag()).contains("binary");
         QCOMPARE(document.text, binary ? binaryFileNotice() : text);
-        QCOMPARE(describeUnified(document.unifiedLines), unified);
-        QCOMPARE(describeSplit(document.splitLines), split);
+        QCOMPARE(describeUnified(document), unified);
+        QCOMPARE(describeSplit(document), split);
     }
 };
 
