@@ -23,11 +23,7 @@ AppModel &ModelHarness::start()
 
 bool ModelHarness::settle(int timeoutMilliseconds)
 {
-    // Idle: no worker running and no operation or load waiting for its result.
-    const auto idle = [this] {
-        return m_model->runningBackgroundWork() == 0 && !m_model->activityState().isBusy()
-               && !m_model->diffSelection().isLoadingDiff() && !m_model->diffSelection().isLoadingChangesetFiles();
-    };
+    const auto idle = [this] { return m_model->isIdle(); };
     const QDeadlineTimer deadline(timeoutMilliseconds);
     while (!deadline.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
