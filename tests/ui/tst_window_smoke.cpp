@@ -1,7 +1,6 @@
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
-#include <QDeadlineTimer>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
@@ -55,9 +54,6 @@ private Q_SLOTS:
         const QString display = u":"_s + QString::fromLatin1(server.readLine().trimmed());
 
         const test::MercurialFixture repository;
-        repository.write(u"chart.txt"_s, "harbour\n");
-        repository.commitAll(u"Start"_s);
-        repository.write(u"chart.txt"_s, "harbour\nbuoy\n");
         QProcess application;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"DISPLAY"_s, display);
@@ -67,13 +63,9 @@ private Q_SLOTS:
         application.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         application.start(QStringLiteral(TILLERY_BINARY), {u"--repository"_s, repository.path(), u"--report-window"_s});
         QByteArray output;
-        const QDeadlineTimer deadline(60000);
-        while (!deadline.hasExpired() && application.state() != QProcess::NotRunning
-               && !output.contains("the main window is on screen")) {
-            application.waitForReadyRead(100);
-            output += application.readAllStandardOutput();
-        }
-        QVERIFY2(output.contains("Tillery: the main window is on screen"), output.constData());
+        QTRY_VERIFY2_WITH_TIMEOUT(
+            (output += application.readAllStandardOutput()).contains("Tillery: the main window is on screen"),
+            output.constData(), 60000);
 
         application.terminate();
         QVERIFY(application.waitForFinished(20000));
