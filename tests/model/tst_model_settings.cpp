@@ -108,17 +108,6 @@ private Q_SLOTS:
         QCOMPARE(fromDisk.sidebarLayout().has_value(), false);
     }
 
-    void defaults()
-    {
-        QCOMPARE(settings().buttonAppearance(), u"macOS Default"_s);
-        QCOMPARE(settings().diffLayout(), u"Unified"_s);
-        QCOMPARE(settings().defaultTerminal(), u"com.apple.Terminal"_s);
-        QCOMPARE(settings().editorArguments(), u"%TARGET_PATH%"_s);
-        QCOMPARE(settings().editorSelection(), std::nullopt);
-        settings().setCommitUsername(QString());
-        QCOMPARE(settings().commitUsername(), QString());
-    }
-
     void rememberedFilesAccumulate()
     {
         settings().rememberSelectedFile(u"/r/a"_s, u"one.txt"_s);

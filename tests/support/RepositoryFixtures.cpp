@@ -251,4 +251,20 @@ std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind)
     return std::make_unique<MercurialFixture>();
 }
 
+const char *toolVariable(RepositoryKind kind)
+{
+    return kind == RepositoryKind::git ? "GIT" : "HG";
+}
+
+QByteArray interceptedBody(RepositoryKind kind, const QByteArray &word, const QByteArray &body)
+{
+    const QByteArray tool = kind == RepositoryKind::git ? "git" : "hg";
+    return "case \" $* \" in *' " + word + " '*) " + body + " ;; esac\nexec " + tool + " \"$@\"";
+}
+
+QByteArray waitForFile(const QString &path)
+{
+    return "while [ ! -e '" + path.toUtf8() + "' ]; do sleep 0.02; done";
+}
+
 } // namespace tillery::test

@@ -100,4 +100,15 @@ void addKindColumn();
 // A fresh empty repository of the kind.
 std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
 
+// The environment variable that points the code at a stand-in for the kind's tool.
+const char *toolVariable(RepositoryKind kind);
+
+// A stand-in's shell commands: `body` for runs whose arguments include the
+// word, the real tool for all others.
+QByteArray interceptedBody(RepositoryKind kind, const QByteArray &word, const QByteArray &body);
+
+// Shell commands that wait until the file exists: a stand-in that holds
+// until the test lets it go.
+QByteArray waitForFile(const QString &path);
+
 } // namespace tillery::test

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -33,6 +34,7 @@ void pinTestEnvironment()
     if (!root.isValid())
         qFatal("cannot create the test folder");
     pinnedRoot() = root.path();
+    QStandardPaths::setTestModeEnabled(true);
     const QDir folder(root.path());
     for (const char *name : {"home", "tmp", "config", "data"})
         folder.mkpath(QString::fromLatin1(name));
