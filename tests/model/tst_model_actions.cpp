@@ -128,11 +128,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("informative");
         QTest::newRow("one untracked") << QStringList{u"new.txt"_s} << false << u"Discard changes to “new.txt”?"_s
                                        << u"The untracked file will be moved to the Trash."_s;
-        QTest::newRow("two untracked") << QStringList{u"new.txt"_s, u"other.txt"_s} << false
-                                       << u"Discard changes to 2 selected files?"_s
-                                       << u"The untracked files will be moved to the Trash."_s;
-        QTest::newRow("one tracked") << QStringList{u"a.txt"_s} << false << u"Discard changes to “a.txt”?"_s
-                                     << u"The file will be restored to its last committed state."_s;
         QTest::newRow("two tracked") << QStringList{u"a.txt"_s, u"b.txt"_s} << false
                                      << u"Discard changes to 2 selected files?"_s
                                      << u"The files will be restored to their last committed state."_s;

@@ -173,19 +173,6 @@ private Q_SLOTS:
             QCOMPARE(written.pixelColor(255, y), QColor(Qt::red));
         }
     }
-
-    void iconFromSmallPictureFillsTheSquare()
-    {
-        QImage picture(16, 16, QImage::Format_ARGB32);
-        picture.fill(Qt::blue);
-        const std::optional<QImage> icon = RepositoryIconStore::normalised(picture);
-        QVERIFY(icon);
-        for (const QPoint point : {QPoint(0, 0), QPoint(255, 255), QPoint(128, 0)})
-            QCOMPARE(icon->pixelColor(point), QColor(Qt::blue));
-        QCOMPARE(RepositoryIconStore::normalised(QImage()), std::nullopt);
-        const RepositoryIconStore store(m_folder.filePath(u"icons"_s));
-        QCOMPARE(store.store("not a picture"), std::nullopt);
-    }
 };
 
 QTEST_GUILESS_MAIN(ModelSettingsTest)

@@ -125,15 +125,6 @@ private Q_SLOTS:
         QCOMPARE(describe(layout), expected);
     }
 
-    void firstRepositoryInSidebarOrder()
-    {
-        const RepositorySidebarLayout layout =
-            layoutOf({Item::folder(folderA), Item::folder(folderB), Item::repository(u"z"_s)},
-                     {{folderA, u"A"_s, {}}, {folderB, u"B"_s, {u"stale"_s, u"y"_s}}});
-        QCOMPARE(sidebar::firstRepositoryPath(layout, {u"y"_s, u"z"_s}), std::optional(u"y"_s));
-        QCOMPARE(sidebar::firstRepositoryPath(RepositorySidebarLayout{}, {u"y"_s}), std::nullopt);
-    }
-
     void foldersAndMoves()
     {
         RepositorySidebarLayout layout =
