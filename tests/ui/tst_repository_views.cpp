@@ -368,14 +368,11 @@ private Q_SLOTS:
         auto *sheet = qobject_cast<RepositorySettingsSheet *>(harness.window().sheet(Workspace::Sheet::remote));
         QCOMPARE(test::accessibilityFaults(*sheet), QStringList());
         QVERIFY(!sheet->removeIconButton()->isEnabled());
-        QTemporaryDir folder;
-        sheet->takePicture(folder.filePath(u"missing.png"_s));
+        sheet->takePicture(repository.filePath(u"missing.png"_s));
         QVERIFY(harness.settle());
         QVERIFY(!sheet->iconProblem()->isHidden());
-        QFile picture(folder.filePath(u"wide.png"_s));
-        QVERIFY(picture.open(QIODevice::WriteOnly) && picture.write(test::pngBytes(300, 120, Qt::blue)) > 0);
-        picture.close();
-        sheet->takePicture(picture.fileName());
+        repository.write(u"wide.png"_s, test::pngBytes(300, 120, Qt::blue));
+        sheet->takePicture(repository.filePath(u"wide.png"_s));
         QVERIFY(harness.settle());
         QVERIFY(sheet->iconProblem()->isHidden());
         const auto drawn = [&] {
