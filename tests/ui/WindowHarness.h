@@ -162,14 +162,6 @@ public:
         models.settle();
     }
 
-    // Opens the window and adds the repository through the menu; its Changes page.
-    ChangesView &openOn(const QString &repositoryPath)
-    {
-        open();
-        addThroughMenu(repositoryPath);
-        return changes();
-    }
-
     ModelHarness models;
 
 private:
