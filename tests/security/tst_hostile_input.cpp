@@ -346,19 +346,6 @@ private Q_SLOTS:
         QCOMPARE(test::readFile(scene.repository->filePath(u"a.txt"_s)), QByteArray("my work\n"));
     }
 
-    // Every remote name Git accepts works, "-x" too.
-    void remoteNamedLikeAnOption()
-    {
-        const Scene scene(RepositoryKind::git);
-        scene.tool({u"remote"_s, u"add"_s, u"--"_s, u"-x"_s, scene.folder(u"remote"_s)});
-        scene.tool({u"update-ref"_s, u"refs/remotes/-x/main"_s, u"HEAD"_s});
-        const RepositorySnapshot snapshot = scene.backend().loadSnapshot(scene.path());
-        QCOMPARE(snapshot.bookmarks.size(), 1);
-        QCOMPARE(snapshot.bookmarks.first().name, u"main"_s);
-        QVERIFY(!snapshot.bookmarks.first().needsPush);
-        QVERIFY(snapshot.currentBranchIsPublished);
-    }
-
     // A tool that reports a path out of the repository gets nothing of it
     // moved to the Trash.
     void discardStaysInTheRepository()
