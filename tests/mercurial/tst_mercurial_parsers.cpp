@@ -35,9 +35,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<QList<WorkingFile>>("expected");
 
-        QTest::newRow("modified and untracked")
-            << bytes("M a.txt\0? b.txt\0")
-            << QList<WorkingFile>{{u"a.txt"_s, FileState::modified}, {u"b.txt"_s, FileState::untracked}};
         QTest::newRow("too short, unknown and undecodable records skipped")
             << bytes("M\0X x.txt\0? caf\xe9.txt\0M \0R gone.c\0")
             << QList<WorkingFile>{{u"gone.c"_s, FileState::removed}};
@@ -58,7 +55,6 @@ private Q_SLOTS:
                                   {u"caf\u00e9"_s, FileState::added},
                                   {u"re:x"_s, FileState::added},
                                   {u"tab\there"_s, FileState::added}};
-        QTest::newRow("empty") << QByteArray() << QList<WorkingFile>{};
     }
 
     void status()
