@@ -447,7 +447,6 @@ private Q_SLOTS:
         const QList<Case> cases{
             {u"no final line feed.txt"_s, "x", "y", {u"-x"_s, u"+y"_s}},
             {u"empty file filled.txt"_s, {}, "z\n", {u"+z"_s}},
-            {u"binary.bin"_s, QByteArray("a\0b", 3), QByteArray("a\0c", 3), {}},
             {u"not UTF-8.txt"_s, "caf\xe9\n", "caf\xe9s\n", {u"<empty>"_s}},
         };
         const Scene scene(kind);
@@ -510,12 +509,14 @@ private Q_SLOTS:
                  QStringList{u"-last words"_s});
     }
 
-    void failingDiffSaysWhatRan_data() { test::addKindColumn(); }
-    void failingDiffSaysWhatRan()
+    // A stand-in tool: a failing diff says what ran, a hanging one stops
+    // when cancelled.
+    void failingAndHangingDiffs_data() { test::addKindColumn(); }
+    void failingAndHangingDiffs()
     {
         QFETCH(RepositoryKind, kind);
-        const FakeTool tool({{}, "abort: damaged\n", 2, 0, {}});
-        const ScopedEnvironmentVariable override(variableOf(kind), tool.path().toUtf8());
+        const FakeTool failing({{}, "abort: damaged\n", 2, 0, {}});
+        std::optional<ScopedEnvironmentVariable> override(std::in_place, variableOf(kind), failing.path().toUtf8());
         const QString command =
             kind == RepositoryKind::git
                 ? u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ HEAD"_s
@@ -525,21 +526,14 @@ private Q_SLOTS:
                                                       {u"src/a b.c"_s, FileState::modified}, never);
                  }),
                  command + u" -- src/a b.c exited with status 2.\n\nabort: damaged"_s);
-    }
 
-    void cancellingStopsTheDiff_data() { test::addKindColumn(); }
-    void cancellingStopsTheDiff()
-    {
-        QFETCH(RepositoryKind, kind);
-        const FakeTool tool({"partial", {}, 0, 60, {}});
-        const ScopedEnvironmentVariable override(variableOf(kind), tool.path().toUtf8());
+        const FakeTool hanging({"partial", {}, 0, 60, {}});
+        override.emplace(variableOf(kind), hanging.path().toUtf8());
         const test::CancellationOutcome outcome =
-            test::cancelWhileToolRuns(tool, [kind](const CancellationCheck &check) {
+            test::cancelWhileToolRuns(hanging, [kind](const CancellationCheck &check) {
                 versionControl(kind).workingDiff(test::testTemporaryFolder(), {u"a.txt"_s, FileState::modified}, check);
             });
-        QVERIFY(outcome.childStarted);
-        QVERIFY(outcome.threwCancellation);
-        QVERIFY(outcome.childGone);
+        QVERIFY(outcome.childStarted && outcome.threwCancellation && outcome.childGone);
     }
 };
 

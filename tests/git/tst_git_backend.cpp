@@ -105,7 +105,6 @@ private Q_SLOTS:
         clone->git({u"branch"_s, u"--quiet"_s, u"--track"_s, u"behind"_s, u"origin/behind"_s});
         clone->git({u"branch"_s, u"--quiet"_s, u"--track"_s, u"doomed"_s, u"origin/doomed"_s});
         clone->git({u"update-ref"_s, u"refs/heads/-x"_s, u"origin/-x"_s});
-        clone->git({u"reset"_s, u"--quiet"_s, u"--hard"_s, u"origin/behind~1"_s});
         clone->git({u"branch"_s, u"--quiet"_s, u"-f"_s, u"behind"_s, u"origin/behind~1"_s});
         clone->write(u"b.txt"_s, "local\n");
         clone->commitAll(u"local work"_s);

@@ -240,15 +240,6 @@ private Q_SLOTS:
         QCOMPARE(parseCommitFiles(output), expected);
     }
 
-    void countsAndCurrentBranch()
-    {
-        QCOMPARE(parseCount("42\n"), std::optional<qint64>(42));
-        QCOMPARE(parseCount(""), std::nullopt);
-        QCOMPARE(parseCurrentBranch("main\n"), OptionalString(u"main"_s));
-        QCOMPARE(parseCurrentBranch(""), OptionalString());
-        QCOMPARE(parseCurrentBranch("caf\xe9\n"), OptionalString());
-    }
-
     void identity_data()
     {
         QTest::addColumn<QString>("text");
