@@ -15,6 +15,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QtConcurrent>
 
 #include <functional>
 
@@ -404,31 +405,50 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(repository->filePath(u"PWNED"_s)));
     }
 
-    void untrackedFilesNeedNoTool_data()
+    // What an untracked entry holds is shown without the tool, and without
+    // following a link, reading a device or a pipe, or reading without end.
+    void untrackedEntries_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
-        QTest::addColumn<QByteArray>("contents");
-        QTest::addColumn<QString>("body");
+        QTest::addColumn<QString>("making"); // a shell command that makes ":notes"
+        QTest::addColumn<QString>("body"); // what follows the diff's header
         for (const RepositoryKind kind : allRepositoryKinds()) {
             const QByteArray name = toolName(kind).toUtf8();
-            QTest::addRow("%s: lines", name.constData()) << kind << QByteArray("x\ny\n") << u"+x\n+y\n+"_s;
+            QTest::addRow("%s: lines", name.constData()) << kind << u"printf 'x\\ny\\n' > :notes"_s << u"+x\n+y\n+"_s;
             QTest::addRow("%s: not UTF-8", name.constData())
-                << kind << QByteArray("caf\xe9") << u"+Binary or unreadable file"_s;
+                << kind << u"printf 'caf\\351' > :notes"_s << u"+Binary or unreadable file"_s;
         }
+        // Reading the entry is the same for both kinds.
+        const RepositoryKind git = RepositoryKind::git;
+        QTest::newRow("link to a device") << git << u"ln -s /dev/zero :notes"_s << u"+/dev/zero"_s;
+        QTest::newRow("link to a pipe") << git << u"mkfifo pipe && ln -s pipe :notes"_s << u"+pipe"_s;
+        QTest::newRow("a pipe") << git << u"mkfifo :notes"_s << u"+Binary or unreadable file"_s;
+        QTest::newRow("link out of the folder") << git << u"ln -s /etc/passwd :notes"_s << u"+/etc/passwd"_s;
+        QTest::newRow("larger than the show limit")
+            << git << u"truncate -s 52428801 :notes"_s << u"+File too large to show"_s;
     }
-    void untrackedFilesNeedNoTool()
+    void untrackedEntries()
     {
         QFETCH(RepositoryKind, kind);
-        QFETCH(QByteArray, contents);
+        QFETCH(QString, making);
         QFETCH(QString, body);
         const QTemporaryDir folder;
-        QFile file(folder.path() + u"/:notes"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size());
-        file.close();
+        test::runTool(u"sh"_s, {u"-c"_s, making}, folder.path());
         const FakeTool broken({{}, "must not run", 9, 0, {}});
         const ScopedEnvironmentVariable override(variableOf(kind), broken.path().toUtf8());
-        QCOMPARE(versionControl(kind).workingDiff(folder.path(), {u":notes"_s, FileState::untracked}, never),
-                 u"diff --git a/:notes b/:notes\nnew file\n--- /dev/null\n+++ b/:notes\n"_s + body);
+        QFuture<QString> diff = QtConcurrent::run([&] {
+            return versionControl(kind).workingDiff(folder.path(), {u":notes"_s, FileState::untracked}, never);
+        });
+        const bool finished = QTest::qWaitFor([&] { return diff.isFinished(); }, 10000);
+        if (!finished) {
+            // Unblock a reader stuck on the pipe before failing.
+            QFile writer(folder.filePath(making.contains(u"pipe"_s) ? u"pipe"_s : u":notes"_s));
+            writer.open(QIODevice::WriteOnly);
+            writer.close();
+            diff.waitForFinished();
+        }
+        QVERIFY2(finished, "the diff did not finish");
+        QCOMPARE(diff.result(), u"diff --git a/:notes b/:notes\nnew file\n--- /dev/null\n+++ b/:notes\n"_s + body);
         QCOMPARE(broken.processId(), 0);
     }
 

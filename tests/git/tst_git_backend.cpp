@@ -167,9 +167,12 @@ private Q_SLOTS:
                  qPrintable(failure));
     }
 
+    // More history than is shown, with tags and a merge on top.
     void historyWithMergesAndTags()
     {
         const GitFixture repository;
+        repository.importCommits(u"main"_s, 250);
+        repository.git({u"checkout"_s, u"--quiet"_s, u"-f"_s, u"main"_s});
         repository.write(u"a.txt"_s, "a\n");
         const QString first = repository.commitAll(u"First\n\nWith a body"_s);
         repository.git({u"tag"_s, u"-a"_s, u"v1.0"_s, u"-m"_s, u"release"_s});
@@ -183,39 +186,31 @@ private Q_SLOTS:
         repository.git({u"merge"_s, u"--quiet"_s, u"--no-ff"_s, u"-m"_s, u"Merge topic"_s, u"topic"_s});
 
         const QList<Changeset> history = loadGitSnapshot(repository.path()).history;
-        QCOMPARE(history.size(), 4);
+        QCOMPARE(history.size(), 250);
         const Changeset &newest = history.first();
         QCOMPARE(newest.node, repository.head());
-        QCOMPARE(newest.revision, 3);
+        QCOMPARE(newest.revision, 253);
         QCOMPARE(newest.summary, u"Merge topic"_s);
         QCOMPARE(newest.bookmarks, QStringList{u"main"_s});
         QCOMPARE(newest.author, u"Tillery Tester <tester@example.com>"_s);
-        const Changeset &oldest = history.last();
-        QCOMPARE(oldest.node, first);
-        QCOMPARE(oldest.revision, 0);
-        QCOMPARE(oldest.description, u"First\n\nWith a body"_s);
-        QCOMPARE(oldest.tags, (QStringList{u"light"_s, u"v1.0"_s}));
-        QCOMPARE(oldest.files, QStringList{u"a.txt"_s});
+        const Changeset &tagged = history[3];
+        QCOMPARE(tagged.node, first);
+        QCOMPARE(tagged.revision, 250);
+        QCOMPARE(tagged.description, u"First\n\nWith a body"_s);
+        QCOMPARE(tagged.tags, (QStringList{u"light"_s, u"v1.0"_s}));
+        QCOMPARE(tagged.files, QStringList{u"a.txt"_s});
+        QCOMPARE(history.last().revision, 4);
+        QCOMPARE(history.last().summary, u"Imported commit 4"_s);
         for (const Changeset &changeset : history)
             QCOMPARE(changeset.bookmarks.contains(u"topic"_s), changeset.node == topic);
     }
 
-    void historyStopsAt250()
+    // A squash merge stages the other branch's work without committing; a
+    // switch to a name that is only a file's restores nothing.
+    void squashMergeAndSwitch()
     {
         const GitFixture repository;
-        repository.importCommits(u"main"_s, 1000);
-        repository.git({u"checkout"_s, u"--quiet"_s, u"-f"_s, u"main"_s});
-        const QList<Changeset> history = loadGitSnapshot(repository.path()).history;
-        QCOMPARE(history.size(), 250);
-        QCOMPARE(history.first().revision, 999);
-        QCOMPARE(history.first().summary, u"Imported commit 999"_s);
-        QCOMPARE(history.last().revision, 750);
-    }
-
-    void squashMergeStagesWithoutCommitting()
-    {
-        const GitFixture repository;
-        repository.write(u"a.txt"_s, "a\n");
+        repository.write(u"notes"_s, "committed\n");
         repository.commitAll(u"base"_s);
         repository.branch(u"topic"_s, true);
         repository.write(u"t.txt"_s, "t\n");
@@ -229,13 +224,7 @@ private Q_SLOTS:
         QCOMPARE(repository.head(), mainTip);
         QCOMPARE(loadGitSnapshot(repository.path()).files,
                  (QList<WorkingFile>{{u"t.txt"_s, FileState::added}, {u"t2.txt"_s, FileState::added}}));
-    }
 
-    void switchingToAFileNameRestoresNothing()
-    {
-        const GitFixture repository;
-        repository.write(u"notes"_s, "committed\n");
-        repository.commitAll(u"base"_s);
         repository.write(u"notes"_s, "unsaved work\n");
         QVERIFY(failureOf([&] {
                     gitBackend().switchTo(repository.path(), u"notes"_s);

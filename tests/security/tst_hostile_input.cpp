@@ -11,7 +11,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QtConcurrent>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
@@ -237,41 +236,6 @@ private Q_SLOTS:
         QVERIFY(history.first().description.endsWith(u"\x7f end"_s));
         QCOMPARE(history.first().summary, u"real"_s);
         QVERIFY(history.first().node != forgedHash && history.last().node != forgedHash);
-    }
-
-    // What an untracked entry holds is shown without following a link,
-    // reading a device or a pipe, or reading without end.
-    void untrackedEntriesAreReadSafely_data()
-    {
-        QTest::addColumn<QString>("making"); // a shell command that makes "entry"
-        QTest::addColumn<QString>("shown"); // the diff's last line
-        QTest::newRow("link to a device") << u"ln -s /dev/zero entry"_s << u"+/dev/zero"_s;
-        QTest::newRow("link to a pipe") << u"mkfifo pipe && ln -s pipe entry"_s << u"+pipe"_s;
-        QTest::newRow("a pipe") << u"mkfifo entry"_s << u"+Binary or unreadable file"_s;
-        QTest::newRow("link out of the repository") << u"ln -s /etc/passwd entry"_s << u"+/etc/passwd"_s;
-        QTest::newRow("larger than the show limit") << u"truncate -s 52428801 entry"_s << u"+File too large to show"_s;
-    }
-
-    void untrackedEntriesAreReadSafely()
-    {
-        QFETCH(QString, making);
-        QFETCH(QString, shown);
-        // What an untracked entry shows is read by Tillery alone, whatever the kind.
-        const Scene scene(RepositoryKind::git);
-        test::runTool(u"sh"_s, {u"-c"_s, making}, scene.path());
-        QFuture<QString> diff = QtConcurrent::run([&] {
-            return scene.backend().workingDiff(scene.path(), {u"entry"_s, FileState::untracked}, [] { return false; });
-        });
-        const bool finished = QTest::qWaitFor([&] { return diff.isFinished(); }, 10000);
-        if (!finished) {
-            // Unblock a reader stuck on the pipe before failing.
-            QFile writer(scene.repository->filePath(making.contains(u"pipe"_s) ? u"pipe"_s : u"entry"_s));
-            writer.open(QIODevice::WriteOnly);
-            writer.close();
-            diff.waitForFinished();
-        }
-        QVERIFY2(finished, "the diff did not finish");
-        QCOMPARE(diff.result().section(u'\n', -1), shown);
     }
 
     // Another process holds the repository's lock: the command ends soon with
