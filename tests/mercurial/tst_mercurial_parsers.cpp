@@ -186,7 +186,6 @@ private Q_SLOTS:
         const QList<Bookmark> bookmarks = parseBookmarks(output, dates);
         QCOMPARE(bookmarks, (QList<Bookmark>{{u"main"_s, 12, u"aaa"_s, true, at(1700000000), false},
                                              {u"old"_s, 0, u"zzz"_s, false, std::nullopt, false}}));
-        QCOMPARE(parseBookmarks("[\n]\n", dates), QList<Bookmark>{});
     }
 
     void paths_data()
@@ -208,12 +207,6 @@ private Q_SLOTS:
         QFETCH(QByteArray, output);
         QFETCH(StringMap, expected);
         QCOMPARE(parsePaths(output), expected);
-    }
-
-    void currentBranch()
-    {
-        QCOMPARE(parseCurrentBranch(" stable \n"), u"stable"_s);
-        QCOMPARE(parseCurrentBranch("caf\xe9\n"), QString());
     }
 };
 

@@ -36,12 +36,7 @@ struct Scene {
     QString path() const { return repository->path(); }
     QString marker() const { return m_folder.filePath(u"PWNED"_s); }
     QString folder(const QString &name) const { return m_folder.filePath(name); }
-    bool markerAppeared() const { return QFile::exists(marker()); }
 
-    QByteArray tool(const QStringList &arguments) const
-    {
-        return test::runTool(kind == RepositoryKind::mercurial ? u"hg"_s : u"git"_s, arguments, path());
-    }
     // A script in the test's folder that leaves the marker when it runs.
     QString markingProgram() const
     {
@@ -139,7 +134,7 @@ private Q_SLOTS:
             << false;
         QTest::newRow("git: the repository's file-system monitor")
             << RepositoryKind::git << Attack([](const Scene &scene) {
-                   scene.tool({u"config"_s, u"core.fsmonitor"_s, scene.markingProgram()});
+                   scene.repository->tool({u"config"_s, u"core.fsmonitor"_s, scene.markingProgram()});
                    scene.backend().loadSnapshot(scene.path());
                    return noFailure;
                })
@@ -164,7 +159,7 @@ private Q_SLOTS:
         QFETCH(bool, markerExpected);
         const Scene scene(kind);
         QCOMPARE(attack(scene), noFailure);
-        QCOMPARE(scene.markerAppeared(), markerExpected);
+        QCOMPARE(QFile::exists(scene.marker()), markerExpected);
     }
 
     // A person's configuration may change everything a tool prints for people;
@@ -255,9 +250,10 @@ private Q_SLOTS:
         QCOMPARE(test::readFile(scene.repository->filePath(u"a.txt"_s)), QByteArray("my work\n"));
     }
 
-    // A tool that reports a path out of the repository gets nothing of it
-    // moved to the Trash.
-    void discardStaysInTheRepository()
+    // Paths beyond the work: a file a tool reports out of the repository is
+    // not moved to the Trash; an empty or relative clone destination, the
+    // current folder that a stopped clone would clear, runs nothing.
+    void pathsBeyondTheWork()
     {
         const Scene scene(RepositoryKind::git);
         const QString victim = scene.repository->filePath(u"../victim.txt"_s);
@@ -267,9 +263,15 @@ private Q_SLOTS:
                                "exec git \"$@\"";
         const test::FakeTool git(behaviour);
         const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-
         test::ModelHarness harness;
         AppModel &model = harness.start();
+        for (const QString &destination : {QString(), u" "_s, u"clone"_s, u"/"_s}) {
+            model.clone(u"https://example.com/chart.git"_s, destination, RepositoryKind::git);
+            QVERIFY2(!model.activityState().isBusy(), qPrintable(destination));
+            QCOMPARE(model.activityState().presentedError()->message, u"Choose a folder to clone into."_s);
+        }
+        QCOMPARE(git.processId(), 0);
+
         model.adoptRepository(Repository{scene.path(), RepositoryKind::git});
         QVERIFY(harness.settle());
         QCOMPARE(model.workspace().snapshot().files, (QList<WorkingFile>{{u"../victim.txt"_s, FileState::untracked}}));
@@ -279,25 +281,8 @@ private Q_SLOTS:
         QVERIFY(harness.settle());
         QCOMPARE(harness.desktop.trashed, QStringList());
         QCOMPARE(test::readFile(victim), QByteArray("keep me\n"));
-        QVERIFY(model.activityState().presentedError());
         QCOMPARE(model.activityState().presentedError()->message,
                  u"“../victim.txt” is not inside the repository; it was not moved to the Trash."_s);
-    }
-
-    // Stopping a clone removes what it made at its destination: an empty or
-    // relative destination, which would be the current folder, runs nothing.
-    void cloneNeedsADestination()
-    {
-        const test::FakeTool git({{}, {}, 0, 60, {}});
-        const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-        test::ModelHarness harness;
-        AppModel &model = harness.start();
-        for (const QString &destination : {QString(), u" "_s, u"clone"_s, u"/"_s}) {
-            model.clone(u"https://example.com/chart.git"_s, destination, RepositoryKind::git);
-            QVERIFY2(!model.activityState().isBusy(), qPrintable(destination));
-            QCOMPARE(model.activityState().presentedError()->message, u"Choose a folder to clone into."_s);
-        }
-        QCOMPARE(git.processId(), 0);
     }
 };
 
