@@ -21,8 +21,6 @@ private Q_SLOTS:
         QTest::addColumn<QString>("value");
         QTest::addColumn<OptionalString>("expected");
         QTest::newRow("empty text") << QString() << u"/srv/a"_s << OptionalString(u"[paths]\ndefault = /srv/a\n"_s);
-        QTest::newRow("other section only") << u"[ui]\nusername = Ann\n"_s << u"/srv/a"_s
-                                            << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
         QTest::newRow("other section without final line feed")
             << u"[ui]\nusername = Ann"_s << u"/srv/a"_s
             << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
