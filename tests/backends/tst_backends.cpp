@@ -1,6 +1,5 @@
 // What both backends do alike, asked through the one interface the model
 // uses, on real repositories of each kind.
-#include "Cancellation.h"
 #include "Checks.h"
 #include "DiffText.h"
 #include "FakeTool.h"
@@ -525,33 +524,6 @@ private Q_SLOTS:
         QCOMPARE(scene.backend.parentContents(scene.path(), u"file10.txt"_s), QByteArray("10\n"));
         QCOMPARE(changedLines(scene.backend.changesetDiff(scene.path(), changeset, u"doomed.txt"_s)),
                  QStringList{u"-last words"_s});
-    }
-
-    // A stand-in tool: a failing diff says what ran, a hanging one stops
-    // when cancelled.
-    void failingAndHangingDiffs_data() { test::addKindColumn(); }
-    void failingAndHangingDiffs()
-    {
-        QFETCH(RepositoryKind, kind);
-        const FakeTool failing({{}, "abort: damaged\n", 2, 0, {}});
-        std::optional<ScopedEnvironmentVariable> override(std::in_place, variableOf(kind), failing.path().toUtf8());
-        const QString command =
-            kind == RepositoryKind::git
-                ? u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ HEAD"_s
-                : u"hg diff --git"_s;
-        QCOMPARE(failureOf([&] {
-                     versionControl(kind).workingDiff(test::testTemporaryFolder(),
-                                                      {u"src/a b.c"_s, FileState::modified}, never);
-                 }),
-                 command + u" -- src/a b.c exited with status 2.\n\nabort: damaged"_s);
-
-        const FakeTool hanging({"partial", {}, 0, 60, {}});
-        override.emplace(variableOf(kind), hanging.path().toUtf8());
-        const test::CancellationOutcome outcome =
-            test::cancelWhileToolRuns(hanging, [kind](const CancellationCheck &check) {
-                versionControl(kind).workingDiff(test::testTemporaryFolder(), {u"a.txt"_s, FileState::modified}, check);
-            });
-        QVERIFY(outcome.childStarted && outcome.threwCancellation && outcome.childGone);
     }
 };
 

@@ -15,19 +15,20 @@ using test::workingFile;
 
 namespace {
 
-// A Mercurial repository with three modified files, added to a started model.
+// A repository with three modified files, added to a started model.
 struct ThreeChanges {
-    test::MercurialFixture repository;
+    std::unique_ptr<test::RepositoryFixture> repository;
     ModelHarness harness;
 
-    ThreeChanges()
+    explicit ThreeChanges(RepositoryKind kind = RepositoryKind::mercurial)
+        : repository(test::makeFixture(kind))
     {
         for (const char *name : {"one.txt", "two.txt", "three.txt"})
-            repository.write(QString::fromLatin1(name), QByteArray(name) + " before\n");
-        repository.commitAll(u"base"_s);
+            repository->write(QString::fromLatin1(name), QByteArray(name) + " before\n");
+        repository->commitAll(u"base"_s);
         for (const char *name : {"one.txt", "two.txt", "three.txt"})
-            repository.write(QString::fromLatin1(name), QByteArray(name) + " after\n");
-        harness.start().adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
+            repository->write(QString::fromLatin1(name), QByteArray(name) + " after\n");
+        harness.start().adoptRepository(Repository{repository->path(), kind});
         harness.settle();
     }
 
@@ -107,19 +108,22 @@ private Q_SLOTS:
     // file, or from History back to Changes.
     void movingOnEndsTheOldLoad_data()
     {
+        QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<bool>("inHistory");
-        QTest::newRow("changes") << false;
-        QTest::newRow("history") << true;
+        QTest::newRow("hg changes") << RepositoryKind::mercurial << false;
+        QTest::newRow("hg history") << RepositoryKind::mercurial << true;
+        QTest::newRow("git changes") << RepositoryKind::git << false;
     }
 
     void movingOnEndsTheOldLoad()
     {
+        QFETCH(RepositoryKind, kind);
         QFETCH(bool, inHistory);
-        ThreeChanges fixture;
+        ThreeChanges fixture(kind);
         AppModel &model = fixture.model();
-        fixture.repository.write(u"new.txt"_s, "new\n");
+        fixture.repository->write(u"new.txt"_s, "new\n");
         if (inHistory)
-            fixture.repository.commitAll(u"three"_s);
+            fixture.repository->commitAll(u"three"_s);
         model.refresh();
         QVERIFY(fixture.harness.settle());
         model.setTab(inHistory ? WorkspaceTab::history : WorkspaceTab::changes);
@@ -127,7 +131,8 @@ private Q_SLOTS:
         if (inHistory)
             QCOMPARE(model.diffSelection().selectedChangeset()->summary, u"three"_s);
         const test::FakeTool stuck({{}, {}, 0, 60, {}});
-        std::optional<test::ScopedEnvironmentVariable> override(std::in_place, "HG", stuck.path().toUtf8());
+        std::optional<test::ScopedEnvironmentVariable> override(std::in_place, test::toolVariable(kind),
+                                                                stuck.path().toUtf8());
 
         if (inHistory)
             model.selectChangesetFile(WorkingFile{u"two.txt"_s, FileState::modified});
@@ -146,17 +151,30 @@ private Q_SLOTS:
             QVERIFY(model.diffSelection().diff().text.endsWith(u"+++ b/new.txt\n+new\n+"_s));
     }
 
+    // The error says what ran.
+    void failedLoadIsPresented_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QString>("command");
+        QTest::newRow("hg") << RepositoryKind::mercurial << u"hg diff --git"_s;
+        QTest::newRow("git") << RepositoryKind::git
+                             << u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ "
+                                "--dst-prefix=b/ HEAD"_s;
+    }
+
     void failedLoadIsPresented()
     {
-        ThreeChanges fixture;
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QString, command);
+        ThreeChanges fixture(kind);
         AppModel &model = fixture.model();
-        const test::FakeTool brokenHg({{}, "abort: broken\n", 255, 0, {}});
-        const test::ScopedEnvironmentVariable override("HG", brokenHg.path().toUtf8());
+        const test::FakeTool broken({{}, "abort: broken\n", 255, 0, {}});
+        const test::ScopedEnvironmentVariable override(test::toolVariable(kind), broken.path().toUtf8());
         model.selectFile(fixture.file(u"one.txt"_s));
         QVERIFY(fixture.harness.settle());
         QCOMPARE(model.activityState().presentedError()->title, u"Loading diff"_s);
         QCOMPARE(model.activityState().presentedError()->message,
-                 u"hg diff --git -- one.txt exited with status 255.\n\nabort: broken"_s);
+                 command + u" -- one.txt exited with status 255.\n\nabort: broken"_s);
     }
 
     void selectionSurvivesRefreshAndRestart()
@@ -168,7 +186,7 @@ private Q_SLOTS:
         QVERIFY(fixture.harness.settle());
 
         // A refresh after one.txt was committed keeps what still exists.
-        fixture.repository.hg({u"commit"_s, u"-m"_s, u"one"_s, u"one.txt"_s});
+        fixture.repository->tool({u"commit"_s, u"-m"_s, u"one"_s, u"one.txt"_s});
         model.refresh();
         QVERIFY(fixture.harness.settle());
         QCOMPARE(model.diffSelection().selectedFilePaths(), QSet<QString>{u"two.txt"_s});
@@ -181,7 +199,7 @@ private Q_SLOTS:
         QVERIFY(restarted.diffSelection().diff().text.contains(u"+two.txt after"_s));
 
         // A refresh that removes the focused file clears the diff.
-        fixture.repository.hg({u"revert"_s, u"--no-backup"_s, u"two.txt"_s});
+        fixture.repository->tool({u"revert"_s, u"--no-backup"_s, u"two.txt"_s});
         restarted.refresh();
         QVERIFY(fixture.harness.settle());
         QCOMPARE(restarted.diffSelection().selectedFile(), std::nullopt);

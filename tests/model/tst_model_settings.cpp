@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QFile>
 #include <QPainter>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,22 +17,11 @@ using namespace tillery;
 
 namespace {
 
-void writeInfoPlist(const QString &bundle, const QString &identifier, bool binary = false)
+void writeInfoPlist(const QString &bundle, const QString &identifier)
 {
     QDir().mkpath(bundle + u"/Contents"_s);
     QFile plist(bundle + u"/Contents/Info.plist"_s);
     QVERIFY(plist.open(QIODevice::WriteOnly));
-    if (binary) {
-        QProcess python;
-        python.start(u"python3"_s, {u"-c"_s,
-                                    u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps("
-                                    "{'CFBundleName': 'Editor', 'CFBundleIdentifier': sys.argv[1]}, "
-                                    "fmt=plistlib.FMT_BINARY))"_s,
-                                    identifier});
-        QVERIFY(python.waitForFinished(30000));
-        plist.write(python.readAllStandardOutput());
-        return;
-    }
     plist.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
                 "<key>CFBundleName</key><string>Editor</string>\n"
                 "<key>CFBundleIdentifier</key><string>"
@@ -124,7 +112,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("pathStored");
         QTest::newRow("deleted application") << u"deleted"_s << QString() << false;
         QTest::newRow("known editor") << u"known"_s << u"sublimeText"_s << false;
-        QTest::newRow("known editor, binary Info.plist") << u"known binary"_s << u"sublimeText"_s << false;
         QTest::newRow("other application") << u"unknown"_s << u"other"_s << true;
         QTest::newRow("already chosen") << u"selection set"_s << u"vsCode"_s << false;
     }
@@ -136,8 +123,8 @@ private Q_SLOTS:
         QFETCH(bool, pathStored);
         const QString bundle = m_folder.filePath(u"Editor.app"_s);
         QDir(bundle).removeRecursively();
-        if (legacy.startsWith(u"known"_s))
-            writeInfoPlist(bundle, u"com.sublimetext.3"_s, legacy.endsWith(u"binary"_s));
+        if (legacy == u"known")
+            writeInfoPlist(bundle, u"com.sublimetext.3"_s);
         else if (legacy != u"deleted")
             writeInfoPlist(bundle, u"org.example.editor"_s);
         if (legacy == u"selection set")
