@@ -187,13 +187,11 @@ private Q_SLOTS:
         QTemporaryDir folder;
         const QString path = folder.filePath(u"a/b/new repo"_s);
         QCOMPARE(backend.createRepository(path), (Repository{path, kind}));
-        QFile file(path + u"/first.txt"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("first\n") == 6);
-        file.close();
+        test::writeFile(path + u"/first.txt"_s, "first\n");
         test::runTool(toolName(kind), {u"add"_s, u"first.txt"_s}, path);
         backend.discard(path, {u"first.txt"_s});
         QCOMPARE(backend.loadSnapshot(path).files, (QList<WorkingFile>{{u"first.txt"_s, FileState::untracked}}));
-        QCOMPARE(readFile(file.fileName()), QByteArray("first\n"));
+        QCOMPARE(readFile(path + u"/first.txt"_s), QByteArray("first\n"));
     }
 
     void stashTakesTheChanges_data() { test::addKindColumn(); }
@@ -274,9 +272,7 @@ private Q_SLOTS:
         const QString nothingToPush = failureOf([&] { backend.push(clone); });
         if (kind == RepositoryKind::mercurial)
             QVERIFY2(nothingToPush.startsWith(u"hg push exited with status 1."_s), qPrintable(nothingToPush));
-        QFile file(clone + u"/d.txt"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("d\n") == 2);
-        file.close();
+        test::writeFile(clone + u"/d.txt"_s, "d\n");
         backend.commit(clone, {{u"d.txt"_s, FileState::untracked}}, u"from the clone"_s, QString(), QString());
         backend.push(clone);
         QCOMPARE(origin.newestMessage(), u"from the clone"_s);

@@ -41,16 +41,6 @@ FakeToolBehaviour answering(const QMap<QByteArray, QByteArray> &answers)
     return behaviour;
 }
 
-QString loadFailure(const QString &path)
-{
-    try {
-        loadMercurialSnapshot(path);
-    } catch (const Failure &failure) {
-        return failure.description();
-    }
-    return u"(loaded)"_s;
-}
-
 } // namespace
 
 class MercurialBackendTest : public QObject {
@@ -149,13 +139,13 @@ private Q_SLOTS:
         QFETCH(QString, expected);
         const FakeTool hg(answering({{query, answer}}));
         const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        QCOMPARE(loadFailure(test::testTemporaryFolder()), expected);
+        QCOMPARE(failureOf([] { loadMercurialSnapshot(test::testTemporaryFolder()); }), expected);
     }
 
     void notARepository()
     {
         QTemporaryDir plain;
-        const QString failure = loadFailure(plain.path());
+        const QString failure = failureOf([&] { loadMercurialSnapshot(plain.path()); });
         QVERIFY2(failure.startsWith(u"hg status -0 exited with status 255.\n\nabort: "_s), qPrintable(failure));
     }
 
@@ -180,11 +170,9 @@ private Q_SLOTS:
                                                          : hgrc;
         const QByteArray original =
             kind == u"not UTF-8" ? QByteArray("[ui]\nusername = caf\xe9\n") : QByteArray("[ui]\nusername = Keep Me\n");
-        QFile file(target);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(original) == original.size());
-        file.close();
-        QVERIFY(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
-        const QFile::Permissions permissions = file.permissions();
+        test::writeFile(target, original);
+        QVERIFY(QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner));
+        const QFile::Permissions permissions = QFile::permissions(target);
         if (target != hgrc)
             QVERIFY(QFile::link(target, hgrc));
 

@@ -1,3 +1,4 @@
+#include "Checks.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
 #include "Pictures.h"
@@ -91,7 +92,7 @@ private Q_SLOTS:
         QVERIFY(model.workspace().isSwitchingRepository());
         model.adoptRepository(git(fast));
         QTRY_COMPARE(shownPaths(model), QStringList{u"from-fast.txt"_s});
-        QFile(gate.filePath(u"go"_s)).open(QIODevice::WriteOnly);
+        test::writeFile(gate.filePath(u"go"_s), {});
         QVERIFY(harness.settle());
         QCOMPARE(shownPaths(model), QStringList{u"from-fast.txt"_s});
         QVERIFY(!model.workspace().isSwitchingRepository());
@@ -191,10 +192,8 @@ private Q_SLOTS:
         const GitFixture repository;
         QTemporaryDir pictures;
         const auto pictureFile = [&pictures](const QString &name, const QByteArray &bytes) {
-            QFile file(pictures.filePath(name));
-            file.open(QIODevice::WriteOnly);
-            file.write(bytes);
-            return file.fileName();
+            test::writeFile(pictures.filePath(name), bytes);
+            return pictures.filePath(name);
         };
         ModelHarness harness;
         AppModel &model = harness.start();

@@ -1,3 +1,4 @@
+#include "Checks.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
 #include "Pictures.h"
@@ -98,7 +99,7 @@ private Q_SLOTS:
         model.selectFile(fixture.file(u"one.txt"_s));
         QVERIFY(!model.diffSelection().showDiffLoadingIndicator());
         QTRY_VERIFY(model.diffSelection().showDiffLoadingIndicator());
-        QFile(gate.filePath(u"go"_s)).open(QIODevice::WriteOnly);
+        test::writeFile(gate.filePath(u"go"_s), {});
         QTRY_VERIFY(!model.diffSelection().isLoadingDiff());
         QVERIFY(!model.diffSelection().showDiffLoadingIndicator());
         QCOMPARE(model.diffSelection().diff().unifiedLines.size(), 3);

@@ -308,9 +308,7 @@ private Q_SLOTS:
         QVERIFY(harness.settle());
         QVERIFY(QFile::exists(clonePath + u"/b.txt"_s) && QFile::exists(clonePath + u"/b2.txt"_s));
 
-        QFile file(clonePath + u"/c.txt"_s);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("c\n") == 2);
-        file.close();
+        test::writeFile(clonePath + u"/c.txt"_s, "c\n");
         model.refresh();
         QVERIFY(harness.settle());
         model.setSelectedFilePaths({u"c.txt"_s});
@@ -339,7 +337,7 @@ private Q_SLOTS:
         const test::ScopedEnvironmentVariable override("GIT", slowGit.path().toUtf8());
         model.fetch();
         QTRY_COMPARE(model.activityState().activity(), u"Fetching commits — Receiving objects: 35%"_s);
-        QFile(seen).open(QIODevice::WriteOnly);
+        test::writeFile(seen, {});
         QVERIFY(fixture.harness.settle());
         QCOMPARE(model.activityState().activity(), QString());
     }

@@ -1,3 +1,5 @@
+#include "Checks.h"
+#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
@@ -19,22 +21,11 @@ namespace {
 
 void writeInfoPlist(const QString &bundle, const QString &identifier)
 {
-    QDir().mkpath(bundle + u"/Contents"_s);
-    QFile plist(bundle + u"/Contents/Info.plist"_s);
-    QVERIFY(plist.open(QIODevice::WriteOnly));
-    plist.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
-                "<key>CFBundleName</key><string>Editor</string>\n"
-                "<key>CFBundleIdentifier</key><string>"
-                + identifier.toUtf8() + "</string>\n</dict></plist>\n");
-}
-
-QByteArray pngOf(const QImage &image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
+    test::writeFile(bundle + u"/Contents/Info.plist"_s,
+                    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
+                    "<key>CFBundleName</key><string>Editor</string>\n"
+                    "<key>CFBundleIdentifier</key><string>"
+                        + identifier.toUtf8() + "</string>\n</dict></plist>\n");
 }
 
 } // namespace
@@ -143,10 +134,8 @@ private Q_SLOTS:
     // A 1024 x 512 picture is drawn 256 x 128 with transparent bands of 64.
     void iconFromWidePicture()
     {
-        QImage picture(1024, 512, QImage::Format_ARGB32);
-        picture.fill(Qt::red);
         const RepositoryIconStore store(m_folder.filePath(u"Tillery/Repository Icons"_s));
-        const auto stored = store.store(pngOf(picture));
+        const auto stored = store.store(test::pngBytes(1024, 512, Qt::red));
         QVERIFY(stored);
         QVERIFY(QRegularExpression(u"^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.png$"_s)
                     .match(stored->first)

@@ -22,12 +22,11 @@ public:
     StandIn(const QTemporaryDir &folder, const QString &name)
         : m_record(folder.filePath(name + u".record"_s))
     {
-        QFile script(folder.filePath(name));
-        script.open(QIODevice::WriteOnly);
-        script.write("#!/bin/sh\n{ pwd; for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done; } > '"
-                     + m_record.toUtf8() + ".part' && mv '" + m_record.toUtf8() + ".part' '" + m_record.toUtf8()
-                     + "'\n");
-        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::writeFile(folder.filePath(name),
+                        "#!/bin/sh\n{ pwd; for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done; } > '"
+                            + m_record.toUtf8() + ".part' && mv '" + m_record.toUtf8() + ".part' '" + m_record.toUtf8()
+                            + "'\n",
+                        true);
     }
 
     bool ran() const { return QFile::exists(m_record); }
@@ -98,17 +97,14 @@ private Q_SLOTS:
     {
         const StandIn editor(m_programs, u"kate-standin"_s);
         const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
-        QVERIFY(QDir().mkpath(applications));
-        QFile entry(applications + u"/org.kde.kate.desktop"_s);
-        QVERIFY(entry.open(QIODevice::WriteOnly));
-        entry.write("[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
-        entry.close();
+        const QString entry = applications + u"/org.kde.kate.desktop"_s;
+        test::writeFile(entry, "[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
         const QString runMe = m_repository->filePath(u"run-me"_s);
         m_repository->write(u"run-me"_s, "#!/bin/sh\ntouch '" + m_repository->filePath(u"PWNED"_s).toUtf8() + "'\n");
         QVERIFY(QFile::setPermissions(runMe, QFile::ReadOwner | QFile::ExeOwner));
         startedWith(u"externalEditor.selection.v2"_s, u"kate"_s).openInEditor(runMe);
         QTRY_VERIFY(editor.ran());
-        entry.remove();
+        QFile::remove(entry);
         QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, runMe}));
         QVERIFY(!QFile::exists(m_repository->filePath(u"PWNED"_s)));
     }

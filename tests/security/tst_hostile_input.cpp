@@ -41,10 +41,7 @@ struct Scene {
     QString markingProgram() const
     {
         const QString program = folder(u"marking-program"_s);
-        QFile file(program);
-        file.open(QIODevice::WriteOnly);
-        file.write("#!/bin/sh\ntouch '" + marker().toUtf8() + "'\n");
-        file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        test::writeFile(program, "#!/bin/sh\ntouch '" + marker().toUtf8() + "'\n", true);
         return program;
     }
 
@@ -259,8 +256,8 @@ private Q_SLOTS:
         const QString victim = scene.repository->filePath(u"../victim.txt"_s);
         scene.repository->write(u"../victim.txt"_s, "keep me\n");
         test::FakeToolBehaviour behaviour;
-        behaviour.customBody = "case \" $* \" in *' status '*) printf '?? ../victim.txt\\0'; exit 0 ;; esac\n"
-                               "exec git \"$@\"";
+        behaviour.customBody =
+            test::interceptedBody(RepositoryKind::git, "status", "printf '?? ../victim.txt\\0'; exit 0");
         const test::FakeTool git(behaviour);
         const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
         test::ModelHarness harness;

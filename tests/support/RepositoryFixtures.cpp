@@ -1,5 +1,7 @@
 #include "RepositoryFixtures.h"
 
+#include "Checks.h"
+
 #include <QTest>
 
 #include <QDir>
@@ -68,11 +70,7 @@ QString RepositoryFixture::filePath(const QString &relative) const
 
 void RepositoryFixture::write(const QString &relative, const QByteArray &contents) const
 {
-    const QString target = filePath(relative);
-    QDir().mkpath(QFileInfo(target).absolutePath());
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        throw std::runtime_error("cannot write " + target.toStdString());
+    writeFile(filePath(relative), contents);
 }
 
 void RepositoryFixture::removeFromDisk(const QString &relative) const
@@ -192,7 +190,8 @@ void GitFixture::importCommits(const QString &branch, int count) const
         const QByteArray person = "Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index);
         stream += "commit " + ref + "\nauthor " + person + " +0000\ncommitter " + person + " +0000\n";
         stream += "data <<END\nImported commit " + number + "\nEND\n";
-        if (index == 0 && runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, branch}, path()) == 0)
+        if (index == 0
+            && runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, branch}, path()) == 0)
             stream += "from " + ref + "^0\n";
         stream += "M 100644 inline imported.txt\ndata <<END\nline " + number + "\nEND\n\n";
     }

@@ -1,5 +1,7 @@
 #include "TestEnvironment.h"
 
+#include "Checks.h"
+
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
@@ -15,13 +17,6 @@ QString &pinnedRoot()
 {
     static QString root;
     return root;
-}
-
-void writeFile(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        qFatal("cannot write %s", qPrintable(path));
 }
 
 } // namespace
