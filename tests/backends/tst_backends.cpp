@@ -62,11 +62,6 @@ QString toolName(RepositoryKind kind)
     return kind == RepositoryKind::git ? u"git"_s : u"hg"_s;
 }
 
-const char *variableOf(RepositoryKind kind)
-{
-    return kind == RepositoryKind::git ? "GIT" : "HG";
-}
-
 // A remote of the kind on a local path (for Git a bare one that work is
 // pushed to), and a way to add work to it.
 struct Remote {
@@ -348,7 +343,7 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(Operation, operation);
         const FakeTool watch({});
-        const ScopedEnvironmentVariable override(variableOf(kind), watch.path().toUtf8());
+        const ScopedEnvironmentVariable override(test::toolVariable(kind), watch.path().toUtf8());
         QVERIFY_THROWS_EXCEPTION(RefusedInput, operation(versionControl(kind), test::testTemporaryFolder()));
         QCOMPARE(watch.processId(), 0);
     }
@@ -428,7 +423,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         test::runTool(u"sh"_s, {u"-c"_s, making}, folder.path());
         const FakeTool broken({{}, "must not run", 9, 0, {}});
-        const ScopedEnvironmentVariable override(variableOf(kind), broken.path().toUtf8());
+        const ScopedEnvironmentVariable override(test::toolVariable(kind), broken.path().toUtf8());
         QFuture<QString> diff = QtConcurrent::run([&] {
             return versionControl(kind).workingDiff(folder.path(), {u":notes"_s, FileState::untracked}, never);
         });

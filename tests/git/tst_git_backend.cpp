@@ -1,6 +1,5 @@
 #include "Checks.h"
 #include "DiffText.h"
-#include "FakeTool.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
@@ -69,20 +68,6 @@ private Q_SLOTS:
         repository.write(u"a.txt"_s, "one\n2\nthree\n");
         QCOMPARE(changedLines(gitBackend().workingDiff(repository.path(), {u"a.txt"_s, FileState::modified}, never)),
                  (QStringList{u"-two"_s, u"+2"_s, u"+three"_s}));
-    }
-
-    void failureOfTheIndexDiffSaysWhatRan()
-    {
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody = "case \" $* \" in *' HEAD '*) exit 128 ;; *) echo 'fatal: index' >&2; exit 128 ;; esac";
-        const test::FakeTool git(behaviour);
-        const test::ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
-        QCOMPARE(
-            failureOf([] {
-                gitBackend().workingDiff(test::testTemporaryFolder(), {u"a b.txt"_s, FileState::modified}, never);
-            }),
-            u"git -c core.quotePath=false diff --no-ext-diff --no-color --src-prefix=a/ --dst-prefix=b/ --cached -- "
-            "a b.txt exited with status 128.\n\nfatal: index"_s);
     }
 
     // Push state, publishing and the default branch against real remotes:

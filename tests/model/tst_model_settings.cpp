@@ -87,15 +87,6 @@ private Q_SLOTS:
         QCOMPARE(fromDisk.sidebarLayout().has_value(), false);
     }
 
-    void rememberedFilesAccumulate()
-    {
-        settings().rememberSelectedFile(u"/r/a"_s, u"one.txt"_s);
-        settings().rememberSelectedFile(u"/r/b"_s, u"two.txt"_s);
-        settings().rememberSelectedFile(u"/r/a"_s, u"three.txt"_s);
-        QCOMPARE(settings().selectedFilesByRepository(),
-                 (QMap<QString, QString>{{u"/r/a"_s, u"three.txt"_s}, {u"/r/b"_s, u"two.txt"_s}}));
-    }
-
     void editorMigration_data()
     {
         QTest::addColumn<QString>("legacy"); // "deleted", "known", "unknown", "selection set"
