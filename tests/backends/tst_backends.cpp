@@ -344,7 +344,7 @@ private Q_SLOTS:
         QFETCH(Operation, operation);
         const FakeTool watch({});
         const ScopedEnvironmentVariable override(test::toolVariable(kind), watch.path().toUtf8());
-        QVERIFY_THROWS_EXCEPTION(RefusedInput, operation(versionControl(kind), test::testTemporaryFolder()));
+        QVERIFY_THROWS_EXCEPTION(RefusedInput, operation(versionControl(kind), QDir::tempPath()));
         QCOMPARE(watch.processId(), 0);
     }
 

@@ -9,6 +9,7 @@
 #include "mercurial/MercurialSnapshot.h"
 #include "process/ToolFailure.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -115,7 +116,7 @@ private Q_SLOTS:
             answering({{"bookmarks -Tjson", "echo '[{\"bookmark\": \"b\", \"node\": \"n\", \"active\": true}]'"},
                        {"log -r", "echo 'abort: no dates' >&2; exit 255"}}));
         const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        const RepositorySnapshot snapshot = loadMercurialSnapshot(test::testTemporaryFolder());
+        const RepositorySnapshot snapshot = loadMercurialSnapshot(QDir::tempPath());
         QCOMPARE(snapshot.bookmarks, (QList<Bookmark>{{u"b"_s, 0, u"n"_s, true, std::nullopt, false}}));
         QCOMPARE(snapshot.activeBookmark, std::optional(u"b"_s));
     }
@@ -139,7 +140,7 @@ private Q_SLOTS:
         QFETCH(QString, expected);
         const FakeTool hg(answering({{query, answer}}));
         const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        QCOMPARE(failureOf([] { loadMercurialSnapshot(test::testTemporaryFolder()); }), expected);
+        QCOMPARE(failureOf([] { loadMercurialSnapshot(QDir::tempPath()); }), expected);
     }
 
     void notARepository()

@@ -66,11 +66,6 @@ void pinTestEnvironment()
         qunsetenv(name);
 }
 
-QString testTemporaryFolder()
-{
-    return QDir::tempPath();
-}
-
 QStringList temporaryFilesStartingWith(const QString &prefix)
 {
     return QDir(QDir::tempPath()).entryList({prefix + u'*'}, QDir::Files | QDir::Hidden);
