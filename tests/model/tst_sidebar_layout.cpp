@@ -37,11 +37,6 @@ RepositorySidebarLayout decoded(const QByteArray &json)
     return {};
 }
 
-RepositorySidebarLayout layoutOf(const QList<RepositorySidebarItem> &items, const QList<RepositoryFolder> &folders)
-{
-    return RepositorySidebarLayout{items, folders};
-}
-
 } // namespace
 
 using Item = RepositorySidebarItem;
@@ -54,8 +49,8 @@ private Q_SLOTS:
 
     void writesItsJsonForm()
     {
-        const RepositorySidebarLayout layout =
-            layoutOf({Item::folder(folderA), Item::repository(u"/r/x"_s)}, {{folderA, u"Work"_s, {u"/r/y"_s}}});
+        const RepositorySidebarLayout layout{{Item::folder(folderA), Item::repository(u"/r/x"_s)},
+                                             {{folderA, u"Work"_s, {u"/r/y"_s}}}};
         QCOMPARE(encodeSidebarLayout(layout),
                  QByteArray(R"({"topLevelItems":[{"folder":{"_0":"11111111-1111-1111-1111-111111111111"}},)"
                             R"({"repository":{"_0":"/r/x"}}],"folders":[{"id":"11111111-1111-1111-1111-111111111111",)"
@@ -127,9 +122,8 @@ private Q_SLOTS:
 
     void foldersAndMoves()
     {
-        RepositorySidebarLayout layout =
-            layoutOf({Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
-                     {{folderA, u"A"_s, {u"b"_s, u"c"_s}}});
+        RepositorySidebarLayout layout{{Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
+                                       {{folderA, u"A"_s, {u"b"_s, u"c"_s}}}};
         QCOMPARE(sidebar::topLevelIndexOf(layout, u"c"_s), std::optional<qsizetype>(1));
         sidebar::insertFolder(layout, {folderB, u"New Folder"_s, {}}, *sidebar::topLevelIndexOf(layout, u"a"_s) + 1);
         QCOMPARE(describe(layout), u"a [New Folder:] [A: b c] d"_s);
@@ -149,9 +143,9 @@ private Q_SLOTS:
 
     void sortsByName()
     {
-        RepositorySidebarLayout layout = layoutOf({Item::repository(u"/r/zeta"_s), Item::folder(folderA),
-                                                   Item::repository(u"/r/app10"_s), Item::repository(u"/r/App9"_s)},
-                                                  {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}});
+        RepositorySidebarLayout layout{{Item::repository(u"/r/zeta"_s), Item::folder(folderA),
+                                        Item::repository(u"/r/app10"_s), Item::repository(u"/r/App9"_s)},
+                                       {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}}};
         sidebar::sortByName(layout, [](const QString &path) { return path.section(u'/', -1); });
         QCOMPARE(describe(layout), u"/r/App9 /r/app10 [beta: /r/x1 /r/x2 /r/X10] /r/zeta"_s);
     }
