@@ -58,11 +58,7 @@ struct PlanCase {
 };
 } // namespace
 
-Q_DECLARE_METATYPE(PlanCase)
-
 namespace Arguments = tillery::ExternalEditorArguments;
-
-Q_DECLARE_METATYPE(tillery::RepositoryKind)
 
 class IntegrationsTest : public QObject {
     Q_OBJECT
@@ -183,7 +179,6 @@ private Q_SLOTS:
         QTest::newRow("plain") << entry(u"Exec=kate -b %U"_s) << u"kate | -b | FILE"_s;
         QTest::newRow("quoted program") << entry(u"Exec=\"/opt/My Editor/bin/edit\" %F"_s)
                                         << u"/opt/My Editor/bin/edit | FILE"_s;
-        QTest::newRow("escapes") << entry(u"Exec=\"/opt/a\\s\\\"b\\\"/ed\" %f"_s) << u"/opt/a \"b\"/ed | FILE"_s;
         QTest::newRow("no field code") << entry(u"Exec = gedit"_s) << u"gedit | FILE"_s;
         QTest::newRow("other codes") << entry(u"Exec=ed %i --name=%c 100%% %k %F"_s) << u"ed | --name= | 100% | FILE"_s;
         QTest::newRow("actions are not the main entry")

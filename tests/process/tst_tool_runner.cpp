@@ -15,14 +15,12 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QtConcurrent>
 
 #include <csignal>
 #include <sys/resource.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
@@ -60,8 +58,6 @@ struct Judged {
 };
 
 } // namespace
-
-Q_DECLARE_METATYPE(Judged)
 
 class ToolRunnerTest : public QObject {
     Q_OBJECT
@@ -261,35 +257,6 @@ private Q_SLOTS:
         QVERIFY(!test::processIsRunning(fake.processId()));
     }
 
-    // With no tool in any of the fixed folders the search path is tried;
-    // with none there either nothing can run. The fixed folders are hidden in
-    // a private mount namespace of a child test process.
-    void searchPathComesLast()
-    {
-        if (qEnvironmentVariableIsSet("TILLERY_TEST_PATH_TOOLS")) {
-            const QString onPath = qEnvironmentVariable("TILLERY_TEST_PATH_TOOLS");
-            const ScopedEnvironmentVariable path("PATH", onPath.toUtf8());
-            QCOMPARE(findMercurialExecutable(), std::optional(onPath + u"/hg"_s));
-            QVERIFY_THROWS_EXCEPTION(GitFailure, runGit({u"status"_s}, std::nullopt, {0}));
-            return;
-        }
-        QTemporaryDir onPath;
-        QFile hg(onPath.filePath(u"hg"_s));
-        QVERIFY(hg.open(QIODevice::WriteOnly) && hg.setPermissions(QFile::ReadOwner | QFile::ExeOwner));
-        QTemporaryDir empty;
-        const ScopedEnvironmentVariable tools("TILLERY_TEST_PATH_TOOLS", onPath.path().toUtf8());
-        const QString hide = u"for f in /opt/homebrew/bin /usr/local/bin /usr/bin; do [ ! -d $f ] || mount --bind '"_s
-                             + empty.path() + u"' $f || exit; done; echo hidden; exec \"$0\" searchPathComesLast"_s;
-        QProcess child;
-        child.start(u"unshare"_s, {u"--mount"_s, geteuid() == 0 ? u"--mount"_s : u"--map-root-user"_s, u"sh"_s, u"-c"_s,
-                                   hide, QCoreApplication::applicationFilePath()});
-        QVERIFY(child.waitForFinished(60000));
-        const QByteArray output = child.readAllStandardOutput();
-        if (!output.contains("hidden"))
-            QSKIP(qPrintable(u"cannot hide the tool folders: "_s + QString::fromUtf8(child.readAllStandardError())));
-        QVERIFY2(child.exitCode() == 0, output.constData());
-    }
-
     // What a tool printed on its error stream: the progress phrase read from it, and the text a
     // terminal would show of it once the tool ended (an alert quotes that).
     void errorStream_data()
@@ -308,8 +275,6 @@ private Q_SLOTS:
         QTest::newRow("git: cut multi-byte letter at the start")
             << true << QByteArray(4096, 'x') + QByteArray("\xc3\rUnpacking:  3% (1/30)\r") << u"Unpacking: 3%"_s
             << QString();
-        QTest::newRow("hg: with a total")
-            << false << QByteArray("\rupdating 3/12\r") << u"Updating: 25%"_s << QString();
         QTest::newRow("hg: several topics")
             << false << QByteArray("\rchanges 3/4\rfiles 9/10\r") << u"Files: 90%"_s << QString();
         QTest::newRow("hg: without a total")

@@ -31,7 +31,6 @@ private Q_SLOTS:
             << QByteArray(R"({"path":"FOLDER/plain","kind":"git"})") << u"git"_s;
         QTest::newRow("kind is case-sensitive")
             << QByteArray(R"({"path":"FOLDER/plain","kind":"Mercurial"})") << QString();
-        QTest::newRow("kind of wrong type") << QByteArray(R"({"path":"FOLDER/plain","kind":1})") << QString();
         QTest::newRow("no kind, .git folder") << QByteArray(R"({"path":"FOLDER/dir"})") << u"git"_s;
         QTest::newRow("no kind, .git file (worktree)") << QByteArray(R"({"path":"FOLDER/file"})") << u"git"_s;
         QTest::newRow("no kind, no .git") << QByteArray(R"({"path":"FOLDER/plain"})") << u"mercurial"_s;

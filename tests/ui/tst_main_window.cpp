@@ -76,7 +76,6 @@ private Q_SLOTS:
             for (const QAction *item : menu->menu()->actions())
                 QVERIFY2(item->isSeparator() || item->isEnabled() != needsRepository, qPrintable(item->text()));
         }
-        QCOMPARE(test::menuAction(window, u"Quit Tillery"_s)->shortcut(), QKeySequence(QKeySequence::Quit));
         QCOMPARE(test::accessibilityFaults(window), QStringList());
         test::menuAction(window, u"About Tillery"_s)->trigger();
         QCOMPARE(test::accessibilityFaults(*window.sheet(Workspace::Sheet::about)), QStringList());

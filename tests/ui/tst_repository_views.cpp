@@ -394,13 +394,12 @@ private Q_SLOTS:
         QListView *list = showChanges(*m_git).list();
         const QModelIndex row = list->model()->index(rowOf(list, hostile), 0);
         click(list, row);
-        test::WindowHarness &harness = *m_harness;
         QCOMPARE(row.data().toString(), hostile);
         QTextDocument tip;
         tip.setHtml(row.data(Qt::ToolTipRole).toString());
         QCOMPARE(tip.toPlainText(), hostile);
 
-        MainWindow &window = harness.window();
+        MainWindow &window = m_harness->window();
         model().presentError(u"Pushing changes"_s, u"abort: no remote"_s);
         auto *alert = test::child<QMessageBox>(window);
         QTRY_VERIFY(alert->isVisible());
