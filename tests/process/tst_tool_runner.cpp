@@ -129,8 +129,6 @@ private Q_SLOTS:
                       {0},
                       u"git clone https://ann:***@h/r.git /tmp/r exited with status 128.\n\n"
                       "fatal: no 'https://ann:***@h/r.git/'"_s};
-        QTest::newRow("white-space output counts as none")
-            << Judged{u"hg pull -u"_s, " \n", "\t", 255, {0}, u"hg pull -u exited with status 255."_s};
         QTest::newRow("error before output, joined by a line feed")
             << Judged{u"git merge"_s, "out\n", "err\n", 1, {0}, u"git merge exited with status 1.\n\nerr\n\nout"_s};
         QTest::newRow("output that is not UTF-8 is left out")

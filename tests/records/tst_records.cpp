@@ -47,8 +47,6 @@ private Q_SLOTS:
         const QJsonObject object = QJsonDocument::fromJson(json.replace("FOLDER", folder.path().toUtf8())).object();
         const std::optional<Repository> repository = tillery::decodeRepository(object);
         QCOMPARE(repository ? rawValue(repository->kind) : QString(), expectedKind);
-        QCOMPARE(repository ? repository->path : object.value(u"path"_s).toString(),
-                 object.value(u"path"_s).toString());
     }
 
     // The file browser's order, the same under the C locale and German: digit runs by value, letters
