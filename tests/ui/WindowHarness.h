@@ -55,30 +55,20 @@ inline QString shownLabel(const QString &text)
     return QString(text).replace(u"&&"_s, u"\x01"_s).remove(u'&').replace(u'\x01', u'&');
 }
 
-namespace detail {
-
-inline QAction *itemIn(const QMenu *menu, const QString &label)
+// A menu's item (in submenus too) by its label as shown; when there is none the test fails and goes
+// on with an item that does nothing.
+inline QAction *findAction(const QMenu *menu, const QString &label, bool required = true)
 {
+    static QAction nothing;
     for (QAction *action : menu->actions()) {
         if (shownLabel(action->text()) == label && !action->isSeparator())
             return action;
-        if (QAction *inner = action->menu() ? itemIn(action->menu(), label) : nullptr)
+        if (QAction *inner = action->menu() ? findAction(action->menu(), label, false) : nullptr)
             return inner;
     }
-    return nullptr;
-}
-
-} // namespace detail
-
-// A menu's item (in submenus too) by its label as shown; when there is none the test fails and goes
-// on with an item that does nothing.
-inline QAction *findAction(const QMenu *menu, const QString &label)
-{
-    static QAction nothing;
-    QAction *item = detail::itemIn(menu, label);
-    if (!item)
+    if (required)
         QTest::qFail(qPrintable(u"No menu item \"%1\""_s.arg(label)), __FILE__, __LINE__);
-    return item ? item : &nothing;
+    return required ? &nothing : nullptr;
 }
 
 // A menu bar item by its label as shown.
