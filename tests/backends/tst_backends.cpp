@@ -62,34 +62,6 @@ QString toolName(RepositoryKind kind)
     return kind == RepositoryKind::git ? u"git"_s : u"hg"_s;
 }
 
-// A remote of the kind on a local path (for Git a bare one that work is
-// pushed to), and a way to add work to it.
-struct Remote {
-    explicit Remote(RepositoryKind kind)
-        : bare(kind == RepositoryKind::git ? test::GitFixture::bare() : nullptr)
-        , work(test::makeFixture(kind))
-    {
-        addCommit(u"a.txt"_s);
-    }
-    QString path() const { return bare ? bare->path() : work->path(); }
-    void addCommit(const QString &file) const
-    {
-        work->write(file, file.toUtf8());
-        work->commitAll(file);
-        if (bare)
-            work->tool({u"push"_s, u"--quiet"_s, bare->path(), u"HEAD:main"_s});
-    }
-    QString newestMessage() const
-    {
-        return QString::fromUtf8(bare ? bare->tool({u"log"_s, u"-1"_s, u"--format=%s"_s, u"main"_s})
-                                      : work->tool({u"log"_s, u"-l"_s, u"1"_s, u"-T"_s, u"{desc}"_s}))
-            .trimmed();
-    }
-
-    std::unique_ptr<test::GitFixture> bare;
-    std::unique_ptr<test::RepositoryFixture> work;
-};
-
 } // namespace
 
 using Operation = std::function<void(const VersionControl &, const QString &)>;
@@ -242,35 +214,6 @@ private Q_SLOTS:
         const QString command = scene.isGit() ? u"git merge theirs"_s : u"hg merge --rev=theirs"_s;
         QVERIFY2(failure.startsWith(command + u" exited with status 1.\n\n"_s), qPrintable(failure));
         QVERIFY(scene.snapshot().files.contains(WorkingFile{u"a.txt"_s, FileState::unresolved}));
-    }
-
-    void remoteCommands_data() { test::addKindColumn(); }
-    void remoteCommands()
-    {
-        QFETCH(RepositoryKind, kind);
-        const VersionControl &backend = versionControl(kind);
-        const Remote origin(kind);
-        QTemporaryDir folder;
-        const QString clone = folder.filePath(u"nested/clone"_s);
-        QVERIFY(QDir().mkpath(folder.filePath(u"nested"_s)));
-        backend.clone(origin.path(), clone);
-        QCOMPARE(backend.loadSnapshot(clone).history.size(), 1);
-
-        origin.addCommit(u"b.txt"_s);
-        backend.fetch(clone);
-        QCOMPARE(backend.loadSnapshot(clone).history.size(), 2);
-        QVERIFY(!QFile::exists(clone + u"/b.txt"_s));
-        origin.addCommit(u"c.txt"_s);
-        backend.pull(clone);
-        QVERIFY(QFile::exists(clone + u"/c.txt"_s));
-
-        const QString nothingToPush = failureOf([&] { backend.push(clone); });
-        if (kind == RepositoryKind::mercurial)
-            QVERIFY2(nothingToPush.startsWith(u"hg push exited with status 1."_s), qPrintable(nothingToPush));
-        test::writeFile(clone + u"/d.txt"_s, "d\n");
-        backend.commit(clone, {{u"d.txt"_s, FileState::untracked}}, u"from the clone"_s, QString(), QString());
-        backend.push(clone);
-        QCOMPARE(origin.newestMessage(), u"from the clone"_s);
     }
 
     void remoteAddress_data() { test::addKindColumn(); }

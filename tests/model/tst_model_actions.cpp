@@ -262,7 +262,7 @@ private Q_SLOTS:
         QCOMPARE(model.workspace().snapshot().bookmarks.size(), 1);
     }
 
-    // Clone, fetch, pull and push against a local origin.
+    // Clone, fetch (which leaves the files alone), pull and push against a local origin.
     void remotes_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
@@ -301,6 +301,7 @@ private Q_SLOTS:
         QCOMPARE(model.activityState().activity(), fetching);
         QVERIFY(harness.settle());
         QCOMPARE(model.workspace().snapshot().history.size(), 2);
+        QVERIFY(!QFile::exists(clonePath + u"/b.txt"_s));
         origin->write(u"b2.txt"_s, "b2\n");
         origin->commitAll(u"third"_s);
         model.pull();

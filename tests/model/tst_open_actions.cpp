@@ -1,4 +1,5 @@
 #include "Checks.h"
+#include "FakeTool.h"
 #include "ModelHarness.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
@@ -15,34 +16,18 @@ using test::readFile;
 
 namespace {
 
-// A program of the given name that records its arguments and working
-// directory next to itself, standing in for an editor or a terminal.
-class StandIn {
-public:
-    StandIn(const QTemporaryDir &folder, const QString &name)
-        : m_record(folder.filePath(name + u".record"_s))
+// A stand-in for an editor or a terminal: the one program of that name on
+// the search path, beside the basic tools.
+struct StandIn {
+    explicit StandIn(const QString &name)
+        : tool({}, name)
+        , path("PATH", (tool.folder() + u":/usr/bin:/bin"_s).toUtf8())
     {
-        test::writeFile(folder.filePath(name),
-                        "#!/bin/sh\n{ pwd; for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done; } > '"
-                            + m_record.toUtf8() + ".part' && mv '" + m_record.toUtf8() + ".part' '" + m_record.toUtf8()
-                            + "'\n",
-                        true);
     }
+    bool ran() const { return tool.processId() != 0 && !test::processIsRunning(tool.processId()); }
 
-    bool ran() const { return QFile::exists(m_record); }
-    QString workingDirectory() const { return QString::fromUtf8(readFile(m_record)).section(u'\n', 0, 0); }
-    QStringList arguments() const
-    {
-        const QByteArray recorded = readFile(m_record);
-        QStringList arguments;
-        for (const QByteArray &argument : recorded.mid(recorded.indexOf('\n') + 1).split('\0'))
-            arguments.append(QString::fromUtf8(argument));
-        arguments.removeLast();
-        return arguments;
-    }
-
-private:
-    QString m_record;
+    test::FakeTool tool;
+    test::ScopedEnvironmentVariable path;
 };
 
 } // namespace
@@ -51,7 +36,6 @@ class OpenActionsTest : public QObject {
     Q_OBJECT
 
 private:
-    QTemporaryDir m_programs;
     std::optional<test::ScopedEnvironmentVariable> m_path;
     std::unique_ptr<test::GitFixture> m_repository;
     std::unique_ptr<test::ModelHarness> m_harness;
@@ -70,22 +54,22 @@ private Q_SLOTS:
     void initTestCase()
     {
         test::pinTestEnvironment();
-        // Only the stand-ins and the basic tools can be found.
-        m_path.emplace("PATH", (m_programs.path() + u":/usr/bin:/bin"_s).toUtf8());
+        // Only the basic tools can be found, and the stand-ins where a test adds them.
+        m_path.emplace("PATH", "/usr/bin:/bin");
         m_repository = std::make_unique<test::GitFixture>();
         m_harness = std::make_unique<test::ModelHarness>();
     }
 
     void opensInTheEditorWithThePathAsOneArgument()
     {
-        const StandIn code(m_programs, u"code"_s);
+        const StandIn code(u"code"_s);
         const QString target = m_repository->filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
         AppModel &model = startedWith(u"externalEditor.selection.v2"_s, u"vsCode"_s);
         QCOMPARE(model.editorTitle(), u"Open in VS Code"_s);
         model.openInEditor(target);
         QTRY_VERIFY(code.ran());
-        QCOMPARE(code.arguments(), QStringList{target});
-        QCOMPARE(code.workingDirectory(), m_repository->path());
+        QCOMPARE(code.tool.receivedArguments(), QStringList{target});
+        QCOMPARE(code.tool.receivedWorkingDirectory(), m_repository->path());
         QVERIFY(!QFile::exists(m_repository->filePath(u"x"_s)));
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
     }
@@ -95,7 +79,7 @@ private Q_SLOTS:
     // which ran the file.
     void editorOfADesktopFileNeverRunsTheFile()
     {
-        const StandIn editor(m_programs, u"kate-standin"_s);
+        const StandIn editor(u"kate-standin"_s);
         const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
         const QString entry = applications + u"/org.kde.kate.desktop"_s;
         test::writeFile(entry, "[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
@@ -105,18 +89,17 @@ private Q_SLOTS:
         startedWith(u"externalEditor.selection.v2"_s, u"kate"_s).openInEditor(runMe);
         QTRY_VERIFY(editor.ran());
         QFile::remove(entry);
-        QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, runMe}));
+        QCOMPARE(editor.tool.receivedArguments(), (QStringList{u"-b"_s, runMe}));
         QVERIFY(!QFile::exists(m_repository->filePath(u"PWNED"_s)));
     }
 
     void opensTheRepositoryInATerminal()
     {
-        const StandIn kitty(m_programs, u"kitty"_s);
+        const StandIn kitty(u"kitty"_s);
         startedWith(u"defaultTerminal.v1"_s, u"kitty"_s).openInTerminal();
         QTRY_VERIFY(kitty.ran());
-        QCOMPARE(kitty.arguments(), (QStringList{u"--directory"_s, m_repository->path()}));
-        QCOMPARE(kitty.workingDirectory(), m_repository->path());
-        QFile::remove(m_programs.filePath(u"kitty"_s));
+        QCOMPARE(kitty.tool.receivedArguments(), (QStringList{u"--directory"_s, m_repository->path()}));
+        QCOMPARE(kitty.tool.receivedWorkingDirectory(), m_repository->path());
     }
 
     void failuresAreTitledWithTheAction()

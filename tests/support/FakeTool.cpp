@@ -26,7 +26,8 @@ QByteArray quoted(const QString &path)
 
 } // namespace
 
-FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
+FakeTool::FakeTool(const FakeToolBehaviour &behaviour, const QString &name)
+    : m_name(name)
 {
     if (!m_folder.isValid())
         throw std::runtime_error("cannot create a folder for a fake tool");
@@ -60,7 +61,7 @@ QString FakeTool::file(const char *name) const
 
 QString FakeTool::path() const
 {
-    return file("tool");
+    return m_folder.filePath(m_name);
 }
 
 QStringList FakeTool::receivedArguments() const
