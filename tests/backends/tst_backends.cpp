@@ -27,8 +27,6 @@ using test::FakeTool;
 using test::readFile;
 using test::ScopedEnvironmentVariable;
 
-Q_DECLARE_METATYPE(tillery::RepositoryKind)
-
 namespace {
 
 const CancellationCheck never = [] { return false; };
@@ -65,7 +63,6 @@ QString toolName(RepositoryKind kind)
 } // namespace
 
 using Operation = std::function<void(const VersionControl &, const QString &)>;
-Q_DECLARE_METATYPE(Operation)
 
 class BackendsTest : public QObject {
     Q_OBJECT
@@ -341,7 +338,7 @@ private Q_SLOTS:
     void untrackedEntries_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
-        QTest::addColumn<QString>("making"); // a shell command that makes ":notes"
+        QTest::addColumn<QString>("making"); // a shell command in the folder "in" that makes ":notes" there
         QTest::addColumn<QString>("body"); // what follows the diff's header
         for (const RepositoryKind kind : allRepositoryKinds()) {
             const QByteArray name = toolName(kind).toUtf8();
@@ -357,6 +354,9 @@ private Q_SLOTS:
         QTest::newRow("link out of the folder") << git << u"ln -s /etc/passwd :notes"_s << u"+/etc/passwd"_s;
         QTest::newRow("larger than the show limit")
             << git << u"truncate -s 52428801 :notes"_s << u"+File too large to show"_s;
+        QTest::newRow("in a linked folder that leads out")
+            << git << u"cd .. && rmdir in && out=$(mktemp -d) && echo secret > $out/:notes && ln -s $out in"_s
+            << u"+Binary or unreadable file"_s;
     }
     void untrackedEntries()
     {
@@ -364,22 +364,23 @@ private Q_SLOTS:
         QFETCH(QString, making);
         QFETCH(QString, body);
         const QTemporaryDir folder;
-        test::runTool(u"sh"_s, {u"-c"_s, making}, folder.path());
+        test::runTool(u"sh"_s, {u"-c"_s, u"mkdir in && cd in && "_s + making}, folder.path());
         const FakeTool broken({{}, "must not run", 9, 0, {}});
         const ScopedEnvironmentVariable override(test::toolVariable(kind), broken.path().toUtf8());
         QFuture<QString> diff = QtConcurrent::run([&] {
-            return versionControl(kind).workingDiff(folder.path(), {u":notes"_s, FileState::untracked}, never);
+            return versionControl(kind).workingDiff(folder.path(), {u"in/:notes"_s, FileState::untracked}, never);
         });
         const bool finished = QTest::qWaitFor([&] { return diff.isFinished(); }, 10000);
         if (!finished) {
             // Unblock a reader stuck on the pipe before failing.
-            QFile writer(folder.filePath(making.contains(u"pipe"_s) ? u"pipe"_s : u":notes"_s));
+            QFile writer(folder.filePath(making.contains(u"pipe"_s) ? u"in/pipe"_s : u"in/:notes"_s));
             writer.open(QIODevice::WriteOnly);
             writer.close();
             diff.waitForFinished();
         }
         QVERIFY2(finished, "the diff did not finish");
-        QCOMPARE(diff.result(), u"diff --git a/:notes b/:notes\nnew file\n--- /dev/null\n+++ b/:notes\n"_s + body);
+        QCOMPARE(diff.result(),
+                 u"diff --git a/in/:notes b/in/:notes\nnew file\n--- /dev/null\n+++ b/in/:notes\n"_s + body);
         QCOMPARE(broken.processId(), 0);
     }
 

@@ -27,8 +27,6 @@ Bookmark branchNamed(const QString &name)
 
 using OptionalString = std::optional<QString>;
 using OptionalIdentity = std::optional<tillery::git::GitIdentity>;
-Q_DECLARE_METATYPE(OptionalString)
-Q_DECLARE_METATYPE(OptionalIdentity)
 
 class GitParsersTest : public QObject {
     Q_OBJECT

@@ -15,8 +15,6 @@ using test::ModelHarness;
 using test::readFile;
 using test::workingFile;
 
-Q_DECLARE_METATYPE(tillery::RepositoryKind)
-
 namespace {
 
 // A repository of the kind with one commit of a.txt and b.txt, selected in a started model.

@@ -6,10 +6,7 @@
 #include "model/ModelSettings.h"
 #include "model/RepositoryIconStore.h"
 
-#include <QBuffer>
 #include <QDir>
-#include <QFile>
-#include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
 

@@ -4,10 +4,8 @@
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
-#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;

@@ -73,7 +73,6 @@ private Q_SLOTS:
             << QByteArray(R"({"topLevelItems":[{}]})") << u"error: Invalid number of keys found, expected one."_s;
         QTest::newRow("path of the wrong type") << QByteArray(R"({"topLevelItems":[{"repository":{"_0":5}}]})")
                                                 << u"error: Expected a string for the key \"_0\"."_s;
-        QTest::newRow("not JSON") << QByteArray("{\"topLevelItems\":") << u"error"_s;
     }
 
     void readsOlderAndRefusesBadData()
@@ -83,8 +82,7 @@ private Q_SLOTS:
         const auto result = decodeSidebarLayout(json);
         if (expected.startsWith(u"error")) {
             QVERIFY(std::holds_alternative<QString>(result));
-            if (expected != u"error")
-                QCOMPARE(u"error: "_s + std::get<QString>(result), expected);
+            QCOMPARE(u"error: "_s + std::get<QString>(result), expected);
             return;
         }
         QVERIFY(std::holds_alternative<RepositorySidebarLayout>(result));

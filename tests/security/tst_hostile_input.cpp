@@ -17,8 +17,6 @@ using namespace tillery;
 using test::failureOf;
 using test::ScopedEnvironmentVariable;
 
-Q_DECLARE_METATYPE(tillery::RepositoryKind)
-
 namespace {
 
 // A repository with one commit, and a folder of the test's own where a

@@ -3,7 +3,6 @@
 #include "Checks.h"
 
 #include <QDir>
-#include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -64,6 +63,8 @@ void pinTestEnvironment()
     qputenv("GIT_CONFIG_NOSYSTEM", "1");
     for (const char *name : {"HG", "GIT", "HGPLAIN", "HGUSER", "EMAIL", "GIT_DIR", "GIT_WORK_TREE"})
         qunsetenv(name);
+    // The Trash lives there; Qt does not make the folder.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
 }
 
 QStringList temporaryFilesStartingWith(const QString &prefix)

@@ -40,15 +40,6 @@ namespace tillery::test {
 
 using namespace Qt::StringLiterals;
 
-// Pins the environment for real hg and git, and keeps Qt's own files out of the person's folders.
-inline void prepareUiTest()
-{
-    pinTestEnvironment();
-    QStandardPaths::setTestModeEnabled(true);
-    // The Trash lives there; Qt does not make the folder.
-    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
-}
-
 // A menu or button text as a person sees it: "&&" shows one ampersand, a lone "&" marks a mnemonic.
 inline QString shownLabel(const QString &text)
 {

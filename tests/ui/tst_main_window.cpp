@@ -13,7 +13,6 @@
 #include "ui/WorkspaceToolbar.h"
 
 #include <QRadioButton>
-#include <QTabWidget>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -57,7 +56,7 @@ class MainWindowTest : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        test::prepareUiTest();
+        test::pinTestEnvironment();
         for (const QString &name : {u"code"_s, u"konsole"_s, u"xterm"_s})
             addProgram(m_programs.path(), name);
         QFile(m_programs.filePath(u"notes.txt"_s)).open(QIODevice::WriteOnly);

@@ -108,7 +108,7 @@ class RepositoryViewsTest : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        test::prepareUiTest();
+        test::pinTestEnvironment();
         m_empty = std::make_unique<test::GitFixture>();
         m_withoutFiles = std::make_unique<test::GitFixture>();
         m_withoutFiles->commitAll(u"Nothing but a note"_s);
