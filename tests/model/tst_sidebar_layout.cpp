@@ -37,11 +37,6 @@ RepositorySidebarLayout decoded(const QByteArray &json)
     return {};
 }
 
-RepositorySidebarLayout layoutOf(const QList<RepositorySidebarItem> &items, const QList<RepositoryFolder> &folders)
-{
-    return RepositorySidebarLayout{items, folders};
-}
-
 } // namespace
 
 using Item = RepositorySidebarItem;
@@ -54,8 +49,8 @@ private Q_SLOTS:
 
     void writesItsJsonForm()
     {
-        const RepositorySidebarLayout layout =
-            layoutOf({Item::folder(folderA), Item::repository(u"/r/x"_s)}, {{folderA, u"Work"_s, {u"/r/y"_s}}});
+        const RepositorySidebarLayout layout{{Item::folder(folderA), Item::repository(u"/r/x"_s)},
+                                             {{folderA, u"Work"_s, {u"/r/y"_s}}}};
         QCOMPARE(encodeSidebarLayout(layout),
                  QByteArray(R"({"topLevelItems":[{"folder":{"_0":"11111111-1111-1111-1111-111111111111"}},)"
                             R"({"repository":{"_0":"/r/x"}}],"folders":[{"id":"11111111-1111-1111-1111-111111111111",)"
@@ -78,7 +73,6 @@ private Q_SLOTS:
             << QByteArray(R"({"topLevelItems":[{}]})") << u"error: Invalid number of keys found, expected one."_s;
         QTest::newRow("path of the wrong type") << QByteArray(R"({"topLevelItems":[{"repository":{"_0":5}}]})")
                                                 << u"error: Expected a string for the key \"_0\"."_s;
-        QTest::newRow("not JSON") << QByteArray("{\"topLevelItems\":") << u"error"_s;
     }
 
     void readsOlderAndRefusesBadData()
@@ -88,8 +82,7 @@ private Q_SLOTS:
         const auto result = decodeSidebarLayout(json);
         if (expected.startsWith(u"error")) {
             QVERIFY(std::holds_alternative<QString>(result));
-            if (expected != u"error")
-                QCOMPARE(u"error: "_s + std::get<QString>(result), expected);
+            QCOMPARE(u"error: "_s + std::get<QString>(result), expected);
             return;
         }
         QVERIFY(std::holds_alternative<RepositorySidebarLayout>(result));
@@ -125,20 +118,10 @@ private Q_SLOTS:
         QCOMPARE(describe(layout), expected);
     }
 
-    void firstRepositoryInSidebarOrder()
-    {
-        const RepositorySidebarLayout layout =
-            layoutOf({Item::folder(folderA), Item::folder(folderB), Item::repository(u"z"_s)},
-                     {{folderA, u"A"_s, {}}, {folderB, u"B"_s, {u"stale"_s, u"y"_s}}});
-        QCOMPARE(sidebar::firstRepositoryPath(layout, {u"y"_s, u"z"_s}), std::optional(u"y"_s));
-        QCOMPARE(sidebar::firstRepositoryPath(RepositorySidebarLayout{}, {u"y"_s}), std::nullopt);
-    }
-
     void foldersAndMoves()
     {
-        RepositorySidebarLayout layout =
-            layoutOf({Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
-                     {{folderA, u"A"_s, {u"b"_s, u"c"_s}}});
+        RepositorySidebarLayout layout{{Item::repository(u"a"_s), Item::folder(folderA), Item::repository(u"d"_s)},
+                                       {{folderA, u"A"_s, {u"b"_s, u"c"_s}}}};
         QCOMPARE(sidebar::topLevelIndexOf(layout, u"c"_s), std::optional<qsizetype>(1));
         sidebar::insertFolder(layout, {folderB, u"New Folder"_s, {}}, *sidebar::topLevelIndexOf(layout, u"a"_s) + 1);
         QCOMPARE(describe(layout), u"a [New Folder:] [A: b c] d"_s);
@@ -158,9 +141,9 @@ private Q_SLOTS:
 
     void sortsByName()
     {
-        RepositorySidebarLayout layout = layoutOf({Item::repository(u"/r/zeta"_s), Item::folder(folderA),
-                                                   Item::repository(u"/r/app10"_s), Item::repository(u"/r/App9"_s)},
-                                                  {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}});
+        RepositorySidebarLayout layout{{Item::repository(u"/r/zeta"_s), Item::folder(folderA),
+                                        Item::repository(u"/r/app10"_s), Item::repository(u"/r/App9"_s)},
+                                       {{folderA, u"beta"_s, {u"/r/x2"_s, u"/r/X10"_s, u"/r/x1"_s}}}};
         sidebar::sortByName(layout, [](const QString &path) { return path.section(u'/', -1); });
         QCOMPARE(describe(layout), u"/r/App9 /r/app10 [beta: /r/x1 /r/x2 /r/X10] /r/zeta"_s);
     }

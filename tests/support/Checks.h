@@ -22,4 +22,8 @@ QString failureOf(Call call)
 // The bytes of a file, or "(missing)".
 QByteArray readFile(const QString &path);
 
+// Writes the file, making its folder, as a program when asked; throws
+// std::runtime_error when it cannot.
+void writeFile(const QString &path, const QByteArray &contents, bool executable = false);
+
 } // namespace tillery::test

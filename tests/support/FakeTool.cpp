@@ -1,5 +1,7 @@
 #include "FakeTool.h"
 
+#include "Checks.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -11,14 +13,7 @@ namespace tillery::test {
 
 namespace {
 
-void writeFile(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        throw std::runtime_error("cannot write " + path.toStdString());
-}
-
-QByteArray readFile(const QString &path)
+QByteArray contentsOf(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -31,7 +26,8 @@ QByteArray quoted(const QString &path)
 
 } // namespace
 
-FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
+FakeTool::FakeTool(const FakeToolBehaviour &behaviour, const QString &name)
+    : m_name(name)
 {
     if (!m_folder.isValid())
         throw std::runtime_error("cannot create a folder for a fake tool");
@@ -58,8 +54,7 @@ FakeTool::FakeTool(const FakeToolBehaviour &behaviour)
     if (behaviour.sleepSeconds > 0)
         script += "exec sleep " + QByteArray::number(behaviour.sleepSeconds) + "\n";
     script += "exit " + QByteArray::number(behaviour.exitStatus) + "\n";
-    writeFile(path(), script);
-    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeFile(path(), script, true);
 }
 
 QString FakeTool::file(const char *name) const
@@ -69,13 +64,13 @@ QString FakeTool::file(const char *name) const
 
 QString FakeTool::path() const
 {
-    return file("tool");
+    return m_folder.filePath(m_name);
 }
 
 QStringList FakeTool::receivedArguments() const
 {
     QStringList arguments;
-    const QByteArray recorded = readFile(file("arguments"));
+    const QByteArray recorded = contentsOf(file("arguments"));
     for (const QByteArray &argument : recorded.split('\0'))
         arguments.append(QString::fromUtf8(argument));
     arguments.removeLast(); // after the final terminator
@@ -84,12 +79,12 @@ QStringList FakeTool::receivedArguments() const
 
 QString FakeTool::receivedWorkingDirectory() const
 {
-    return QString::fromUtf8(readFile(file("directory"))).trimmed();
+    return QString::fromUtf8(contentsOf(file("directory"))).trimmed();
 }
 
 QByteArray FakeTool::receivedEnvironmentVariable(const QByteArray &name) const
 {
-    for (const QByteArray &entry : readFile(file("environment")).split('\0')) {
+    for (const QByteArray &entry : contentsOf(file("environment")).split('\0')) {
         if (entry.startsWith(name + '='))
             return entry.mid(name.size() + 1);
     }
@@ -98,17 +93,17 @@ QByteArray FakeTool::receivedEnvironmentVariable(const QByteArray &name) const
 
 int FakeTool::receivedNiceness() const
 {
-    return readFile(file("niceness")).trimmed().toInt();
+    return contentsOf(file("niceness")).trimmed().toInt();
 }
 
 qint64 FakeTool::processId() const
 {
-    return readFile(file("pid")).trimmed().toLongLong();
+    return contentsOf(file("pid")).trimmed().toLongLong();
 }
 
 bool processIsRunning(qint64 processId)
 {
-    const QByteArray status = readFile(u"/proc/%1/stat"_s.arg(processId));
+    const QByteArray status = contentsOf(u"/proc/%1/stat"_s.arg(processId));
     if (status.isEmpty())
         return false;
     // The state letter follows the command name in parentheses; Z is a zombie.

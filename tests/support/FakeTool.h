@@ -23,9 +23,11 @@ struct FakeToolBehaviour {
 // started and then behaves as described. Point HG or GIT at path().
 class FakeTool {
 public:
-    explicit FakeTool(const FakeToolBehaviour &behaviour);
+    // Named otherwise, it can stand in for a program found on the search path in folder().
+    explicit FakeTool(const FakeToolBehaviour &behaviour, const QString &name = QStringLiteral("tool"));
 
     QString path() const;
+    QString folder() const { return m_folder.path(); }
     // What the last run received.
     QStringList receivedArguments() const;
     QString receivedWorkingDirectory() const;
@@ -38,6 +40,7 @@ public:
 private:
     QString file(const char *name) const;
     QTemporaryDir m_folder;
+    QString m_name;
 };
 
 // Whether a process with this pid still exists (and is not a zombie).

@@ -39,4 +39,13 @@ bool ModelHarness::settle(int timeoutMilliseconds)
     return false;
 }
 
+WorkingFile workingFile(const AppModel &model, const QString &path)
+{
+    for (const WorkingFile &file : model.workspace().snapshot().files) {
+        if (file.path == path)
+            return file;
+    }
+    qFatal("no working file %s", qPrintable(path));
+}
+
 } // namespace tillery::test

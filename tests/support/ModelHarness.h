@@ -38,4 +38,7 @@ private:
     std::unique_ptr<AppModel> m_model;
 };
 
+// The selected repository's working-copy file with this path; ends the test program when there is none.
+WorkingFile workingFile(const AppModel &model, const QString &path);
+
 } // namespace tillery::test

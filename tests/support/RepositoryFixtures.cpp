@@ -1,10 +1,11 @@
 #include "RepositoryFixtures.h"
 
+#include "Checks.h"
+
 #include <QTest>
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -27,14 +28,14 @@ void startTool(QProcess &process, const QString &program, const QStringList &arg
     process.waitForFinished(-1);
 }
 
-} // namespace
-
 int runToolForStatus(const QString &program, const QStringList &arguments, const QString &directory)
 {
     QProcess process;
     startTool(process, program, arguments, directory);
     return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
 }
+
+} // namespace
 
 QByteArray runTool(const QString &program, const QStringList &arguments, const QString &directory)
 {
@@ -68,11 +69,7 @@ QString RepositoryFixture::filePath(const QString &relative) const
 
 void RepositoryFixture::write(const QString &relative, const QByteArray &contents) const
 {
-    const QString target = filePath(relative);
-    QDir().mkpath(QFileInfo(target).absolutePath());
-    QFile file(target);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        throw std::runtime_error("cannot write " + target.toStdString());
+    writeFile(filePath(relative), contents);
 }
 
 void RepositoryFixture::removeFromDisk(const QString &relative) const
@@ -119,20 +116,6 @@ void MercurialFixture::bookmark(const QString &name, const QString &revision) co
 void MercurialFixture::branch(const QString &name) const
 {
     hg({u"branch"_s, u"--"_s, name});
-}
-
-void MercurialFixture::makeConflict(const QString &relative) const
-{
-    write(relative, "base\n");
-    const QString base = commitAll(u"base"_s);
-    write(relative, "ours\n");
-    commitAll(u"ours"_s);
-    hg({u"update"_s, u"-r"_s, base});
-    write(relative, "theirs\n");
-    commitAll(u"theirs"_s);
-    // A conflicting merge exits with status 1; the unresolved state is what we want.
-    if (runToolForStatus(u"hg"_s, {u"merge"_s, u"--tool"_s, u"internal:merge"_s}, path()) != 1)
-        throw std::runtime_error("the merge did not conflict");
 }
 
 GitFixture::GitFixture()
@@ -198,43 +181,21 @@ void GitFixture::checkOut(const QString &branch) const
 
 void GitFixture::importCommits(const QString &branch, int count) const
 {
+    // One fast-import stream; a branch that exists already is continued.
     const QByteArray ref = "refs/heads/" + branch.toUtf8();
-    const bool hasParent =
-        runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, QString::fromUtf8(ref)}, path()) == 0;
     QByteArray stream;
     for (int index = 0; index < count; ++index) {
         const QByteArray number = QByteArray::number(index);
-        const QByteArray message = "Imported commit " + number + "\n";
-        const QByteArray content = "line " + number + "\n";
-        stream += "commit " + ref + "\n";
-        stream += "author Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
-        stream +=
-            "committer Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index) + " +0000\n";
-        stream += "data " + QByteArray::number(message.size()) + "\n" + message;
-        if (index == 0 && hasParent)
+        const QByteArray person = "Tillery Tester <tester@example.com> " + QByteArray::number(1600000000 + index);
+        stream += "commit " + ref + "\nauthor " + person + " +0000\ncommitter " + person + " +0000\n";
+        stream += "data <<END\nImported commit " + number + "\nEND\n";
+        if (index == 0
+            && runToolForStatus(u"git"_s, {u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, branch}, path()) == 0)
             stream += "from " + ref + "^0\n";
-        stream += "M 100644 inline imported.txt\ndata " + QByteArray::number(content.size()) + "\n" + content + "\n";
+        stream += "M 100644 inline imported.txt\ndata <<END\nline " + number + "\nEND\n\n";
     }
-    const QString streamPath = filePath(u".git/import-stream"_s);
-    QFile file(streamPath);
-    if (!file.open(QIODevice::WriteOnly) || file.write(stream) != stream.size())
-        throw std::runtime_error("cannot write the import stream");
-    file.close();
+    write(u".git/import-stream"_s, stream);
     runTool(u"sh"_s, {u"-c"_s, u"git fast-import --quiet < .git/import-stream && rm .git/import-stream"_s}, path());
-}
-
-void GitFixture::makeConflict(const QString &relative) const
-{
-    write(relative, "base\n");
-    commitAll(u"base"_s);
-    branch(u"theirs"_s, true);
-    write(relative, "theirs\n");
-    commitAll(u"theirs"_s);
-    checkOut(u"main"_s);
-    write(relative, "ours\n");
-    commitAll(u"ours"_s);
-    if (runToolForStatus(u"git"_s, {u"merge"_s, u"--quiet"_s, u"theirs"_s}, path()) != 1)
-        throw std::runtime_error("the merge did not conflict");
 }
 
 void addKindColumn()
@@ -249,6 +210,22 @@ std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind)
     if (kind == RepositoryKind::git)
         return std::make_unique<GitFixture>();
     return std::make_unique<MercurialFixture>();
+}
+
+const char *toolVariable(RepositoryKind kind)
+{
+    return kind == RepositoryKind::git ? "GIT" : "HG";
+}
+
+QByteArray interceptedBody(RepositoryKind kind, const QByteArray &word, const QByteArray &body)
+{
+    const QByteArray tool = kind == RepositoryKind::git ? "git" : "hg";
+    return "case \" $* \" in *' " + word + " '*) " + body + " ;; esac\nexec " + tool + " \"$@\"";
+}
+
+QByteArray waitForFile(const QString &path)
+{
+    return "while [ ! -e '" + path.toUtf8() + "' ]; do sleep 0.02; done";
 }
 
 } // namespace tillery::test

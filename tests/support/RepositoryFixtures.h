@@ -16,8 +16,6 @@ namespace tillery::test {
 // std::runtime_error, after printing the tool's error text, when it fails.
 QByteArray runTool(const QString &program, const QStringList &arguments, const QString &directory);
 
-// The same without judging the exit status; returns it.
-int runToolForStatus(const QString &program, const QStringList &arguments, const QString &directory);
 
 // A real repository in its own temporary folder.
 class RepositoryFixture {
@@ -37,8 +35,6 @@ public:
     virtual QByteArray tool(const QStringList &arguments) const = 0;
     // The full hash of the working copy's parent.
     virtual QString parentNode() const = 0;
-    // Leaves the working copy in a merge with the file unresolved.
-    virtual void makeConflict(const QString &relative) const = 0;
 
 protected:
     // A fresh temporary folder, or the given one when the repository lives inside another.
@@ -64,7 +60,6 @@ public:
     void bookmark(const QString &name, const QString &revision = QStringLiteral(".")) const;
     // Starts a named branch with the next commit.
     void branch(const QString &name) const;
-    void makeConflict(const QString &relative) const override;
 };
 
 class GitFixture final : public RepositoryFixture {
@@ -87,7 +82,6 @@ public:
     // Appends `count` small commits to a branch in one fast-import run;
     // leaves the working copy alone (check the branch out to see them).
     void importCommits(const QString &branch, int count) const;
-    void makeConflict(const QString &relative) const override;
 
 private:
     enum class Start { empty, bare, nothing };
@@ -99,5 +93,16 @@ void addKindColumn();
 
 // A fresh empty repository of the kind.
 std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
+
+// The environment variable that points the code at a stand-in for the kind's tool.
+const char *toolVariable(RepositoryKind kind);
+
+// A stand-in's shell commands: `body` for runs whose arguments include the
+// word, the real tool for all others.
+QByteArray interceptedBody(RepositoryKind kind, const QByteArray &word, const QByteArray &body);
+
+// Shell commands that wait until the file exists: a stand-in that holds
+// until the test lets it go.
+QByteArray waitForFile(const QString &path);
 
 } // namespace tillery::test

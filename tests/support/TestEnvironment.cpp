@@ -1,7 +1,9 @@
 #include "TestEnvironment.h"
 
+#include "Checks.h"
+
 #include <QDir>
-#include <QFile>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -16,13 +18,6 @@ QString &pinnedRoot()
     return root;
 }
 
-void writeFile(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-        qFatal("cannot write %s", qPrintable(path));
-}
-
 } // namespace
 
 void pinTestEnvironment()
@@ -33,6 +28,7 @@ void pinTestEnvironment()
     if (!root.isValid())
         qFatal("cannot create the test folder");
     pinnedRoot() = root.path();
+    QStandardPaths::setTestModeEnabled(true);
     const QDir folder(root.path());
     for (const char *name : {"home", "tmp", "config", "data"})
         folder.mkpath(QString::fromLatin1(name));
@@ -67,11 +63,8 @@ void pinTestEnvironment()
     qputenv("GIT_CONFIG_NOSYSTEM", "1");
     for (const char *name : {"HG", "GIT", "HGPLAIN", "HGUSER", "EMAIL", "GIT_DIR", "GIT_WORK_TREE"})
         qunsetenv(name);
-}
-
-QString testTemporaryFolder()
-{
-    return QDir::tempPath();
+    // The Trash lives there; Qt does not make the folder.
+    QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
 }
 
 QStringList temporaryFilesStartingWith(const QString &prefix)

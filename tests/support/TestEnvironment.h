@@ -13,9 +13,6 @@ namespace tillery::test {
 // initTestCase(); calling it again does nothing.
 void pinTestEnvironment();
 
-// The private temporary folder (QDir::tempPath() once pinned).
-QString testTemporaryFolder();
-
 // The files in the temporary folder whose names start with the prefix.
 QStringList temporaryFilesStartingWith(const QString &prefix);
 

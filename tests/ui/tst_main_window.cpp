@@ -2,284 +2,302 @@
 #include "WindowHarness.h"
 
 #include "ui/ActivityRow.h"
+#include "ui/AppearanceSettings.h"
 #include "ui/CloneSheet.h"
 #include "ui/DesktopServices.h"
+#include "ui/GeneralSettings.h"
+#include "ui/IntegrationsSettings.h"
+#include "ui/Palettes.h"
+#include "ui/ReadableIndicatorStyle.h"
+#include "ui/SettingsWindow.h"
 #include "ui/WorkspaceToolbar.h"
 
-#include <QMenuBar>
-#include <QTextDocument>
+#include <QRadioButton>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
 using test::WindowHarness;
 
+namespace {
+
+// A program that does nothing, under the name a real one is looked up by.
+void addProgram(const QString &folder, const QString &name)
+{
+    QFile program(QDir(folder).filePath(name));
+    program.open(QIODevice::WriteOnly);
+    program.write("#!/bin/sh\nexit 0\n");
+    program.setPermissions(program.permissions() | QFileDevice::ExeOwner);
+}
+
+// Moves a combo box's choice the way a person does with the keyboard.
+void chooseWithKeyboard(QComboBox *combo, const QString &item)
+{
+    combo->setFocus();
+    const int target = combo->findText(item);
+    QVERIFY2(target >= 0, qPrintable(item));
+    while (combo->currentIndex() != target)
+        QTest::keyClick(combo, combo->currentIndex() < target ? Qt::Key_Down : Qt::Key_Up);
+}
+
+} // namespace
+
 class MainWindowTest : public QObject {
     Q_OBJECT
 
+    // Programs found on the search path: an editor and two terminals.
+    QTemporaryDir m_programs;
+    std::unique_ptr<test::ScopedEnvironmentVariable> m_path;
+    // A window that starts without repositories, and its settings window.
+    std::unique_ptr<WindowHarness> m_harness;
+
+    QString stored(const QString &key) { return m_harness->models.settings().value(key).toString(); }
+
 private Q_SLOTS:
-    void initTestCase() { test::prepareUiTest(); }
+    void initTestCase()
+    {
+        test::pinTestEnvironment();
+        for (const QString &name : {u"code"_s, u"konsole"_s, u"xterm"_s})
+            addProgram(m_programs.path(), name);
+        QFile(m_programs.filePath(u"notes.txt"_s)).open(QIODevice::WriteOnly);
+        m_path = std::make_unique<test::ScopedEnvironmentVariable>(
+            "PATH", (m_programs.path() + u':' + qEnvironmentVariable("PATH")).toUtf8());
+        m_harness = std::make_unique<WindowHarness>();
+        m_harness->open();
+    }
 
     void startPageDisablesRepositoryCommands()
     {
-        WindowHarness harness;
-        MainWindow &window = harness.open();
+        MainWindow &window = m_harness->window();
         QVERIFY(test::child<WelcomeView>(window)->isVisible());
-        QVERIFY(!window.workspace()->isVisible());
         for (const QAction *menu : window.menuBar()->actions()) {
             const bool needsRepository = menu->text() == u"Repository" || menu->text() == u"Branch";
             for (const QAction *item : menu->menu()->actions())
                 QVERIFY2(item->isSeparator() || item->isEnabled() != needsRepository, qPrintable(item->text()));
         }
-        QCOMPARE(test::menuAction(window, u"Quit Tillery"_s)->shortcut(), QKeySequence(QKeySequence::Quit));
+        QCOMPARE(test::accessibilityFaults(window), QStringList());
+        test::menuAction(window, u"About Tillery"_s)->trigger();
+        QCOMPARE(test::accessibilityFaults(*window.sheet(Workspace::Sheet::about)), QStringList());
+        m_harness->model().setSheetShown(Workspace::Sheet::about, false);
     }
 
-    void tickAndCommitWithTheShortcut_data() { test::addKindColumn(); }
-
-    void tickAndCommitWithTheShortcut()
+    void settingsWriteTheirKeys()
     {
-        QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = test::chartRepository(kind);
-        repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
-        repository->write(u"tides.txt"_s, "high at six\n");
-        WindowHarness harness;
-        ChangesView &changes = harness.openOn(repository->path());
-        const auto lastSummary = [&harness] { return harness.model().workspace().snapshot().history.first().summary; };
-        QListView *list = changes.list();
-        QCOMPARE(test::listedPaths(list), QStringList({u"chart.txt"_s, u"tides.txt"_s}));
-        TabButton *changesTab = harness.window().workspace()->tabHeader()->changesButton();
-        QCOMPARE(changesTab->accessibleName(), u"Changes, 2"_s);
+        m_harness->window().openSettings();
+        SettingsWindow &settings = *m_harness->window().settingsWindow();
+        for (int tab = 0; tab < settings.tabs()->count(); ++tab) {
+            settings.tabs()->setCurrentIndex(tab);
+            QCOMPARE(test::accessibilityFaults(settings), QStringList());
+        }
+        GeneralSettings &general = *settings.general();
+        QTest::keyClicks(general.userName(), u"Ann Harbour"_s);
+        QVERIFY(!general.gitNote()->isHidden());
+        QTest::keyClicks(general.userName(), u" <ann@example.com>"_s);
+        QCOMPARE(stored(u"commitUsername.v1"_s), u"Ann Harbour <ann@example.com>"_s);
+        QVERIFY(general.gitNote()->isHidden());
 
-        CommitBox *box = test::child<CommitBox>(changes);
-        test::clickCheckBox(list, 1);
-        QCOMPARE(box->commitButton()->text(), u"Commit 1 File"_s);
-        // Ticking a box leaves the list's own selection alone.
-        QVERIFY(list->selectionModel()->selectedIndexes().isEmpty());
-        QTest::keyClicks(box->summary(), u"   "_s);
-        QVERIFY(!box->commitButton()->isEnabled());
-        box->summary()->clear();
-        QTest::keyClicks(box->summary(), u"Add the tide table"_s);
-        QTest::keyClick(box->summary(), Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(harness.settle());
-        QCOMPARE(lastSummary(), u"Add the tide table"_s);
-        QCOMPARE(test::listedPaths(list), QStringList({u"chart.txt"_s}));
-        QCOMPARE(box->summary()->text(), QString());
-        QCOMPARE(changesTab->accessibleName(), u"Changes, 1"_s);
+        // The Commit button and the buttons of the start page follow the button appearance.
+        AppearanceSettings &appearance = *settings.appearance();
+        const QList<QPushButton *> buttons =
+            test::child<WelcomeView>(m_harness->window())->findChildren<QPushButton *>();
+        QVERIFY(!buttons.isEmpty());
+        chooseWithKeyboard(appearance.buttonAppearance(), u"Mac OS 10.7"_s);
+        QCOMPARE(stored(u"buttonAppearance.v1"_s), u"Mac OS 10.7"_s);
+        for (const QPushButton *button : buttons)
+            QVERIFY(button->styleSheet().contains(u"qlineargradient"_s));
+        chooseWithKeyboard(appearance.diffLayout(), u"Split"_s);
+        QCOMPARE(stored(u"diffLayout.v1"_s), u"Split"_s);
 
-        // The last file, committed from the file list with the same shortcut.
-        test::child<QCheckBox>(changes, u"selectAllFiles"_s)->click();
-        QTest::keyClicks(box->summary(), u"Note the buoy"_s);
-        list->setFocus();
-        QTest::keyClick(list, Qt::Key_Return, Qt::ControlModifier);
-        QVERIFY(harness.settle());
-        QCOMPARE(lastSummary(), u"Note the buoy"_s);
-        QVERIFY(!list->isVisible());
-        QCOMPARE(changesTab->accessibleName(), u"Changes"_s);
+        IntegrationsSettings &integrations = *settings.integrations();
+        chooseWithKeyboard(integrations.terminal(), u"xterm"_s);
+        QCOMPARE(stored(u"defaultTerminal.v1"_s), u"xterm"_s);
+        QVERIFY(!integrations.takeEditorPath(m_programs.filePath(u"notes.txt"_s)));
+        QVERIFY(!integrations.editorProblem()->isHidden());
+        QVERIFY(stored(u"externalEditor.path.v2"_s).isEmpty());
+        addProgram(m_programs.path(), u"chart-editor"_s);
+        QVERIFY(integrations.takeEditorPath(m_programs.filePath(u"chart-editor"_s)));
+        QCOMPARE(stored(u"externalEditor.path.v2"_s), m_programs.filePath(u"chart-editor"_s));
+        integrations.editorArguments()->clear();
+        QTest::keyClicks(integrations.editorArguments(), u"--wait \"%TARGET_PATH%"_s);
+        QVERIFY(!integrations.editorProblem()->isHidden());
+        QTest::keyClick(integrations.editorArguments(), Qt::Key_QuoteDbl);
+        QVERIFY(integrations.editorProblem()->isHidden());
+        QCOMPARE(stored(u"externalEditor.arguments.v2"_s), u"--wait \"%TARGET_PATH%\""_s);
+        chooseWithKeyboard(integrations.editor(), u"VS Code"_s);
+        QCOMPARE(stored(u"externalEditor.selection.v2"_s), u"vsCode"_s);
+        QVERIFY(test::menuAction(m_harness->window(), u"Open in VS Code"_s));
     }
 
-    // Keys that edit text reach a focused text field before any menu item
-    // (Ctrl+Backspace is also Remove Repository); elsewhere the item has them.
-    void textFieldsKeepTheirEditingKeys()
+    // On a dark palette the outlines of check boxes and radio buttons stand out from the window.
+    void darkIndicatorsKeepAVisibleOutline()
     {
-        const test::GitFixture repository;
-        repository.write(u"chart.txt"_s, "harbour\n");
-        WindowHarness harness;
-        QLineEdit *summary = test::child<CommitBox>(harness.openOn(repository.path()))->summary();
-        summary->setFocus();
-        QTest::keyClicks(summary, u"Add the tide table"_s);
-        QTest::keyClick(summary, Qt::Key_Backspace, Qt::ControlModifier);
-        QCOMPARE(summary->text(), u"Add the tide "_s);
-        QTest::keyClick(summary, Qt::Key_Left, Qt::ControlModifier);
-        QCOMPARE(summary->cursorPosition(), 8);
-        QTest::keyClick(summary, Qt::Key_A, Qt::ControlModifier);
-        QCOMPARE(summary->selectedText(), u"Add the tide "_s);
-        QVERIFY(harness.models.prompts.alerts.isEmpty());
-
-        QTreeView *sidebar = test::child<QTreeView>(harness.window());
-        sidebar->setFocus();
-        QTest::keyClick(sidebar, Qt::Key_Backspace, Qt::ControlModifier);
-        QCOMPARE(harness.models.prompts.alerts.size(), 1);
-        QVERIFY(harness.models.prompts.alerts.first().message.startsWith(u"Remove"_s));
+        ReadableIndicatorStyle style(u"Fusion"_s);
+        QCheckBox box;
+        QRadioButton radio;
+        for (QAbstractButton *button : std::initializer_list<QAbstractButton *>{&box, &radio}) {
+            button->setStyle(&style);
+            button->setPalette(darkPalette());
+            button->resize(button->sizeHint());
+            // Without a label the button is its indicator.
+            const QImage picture = button->grab().toImage();
+            int lightest = 0;
+            for (int y = 0; y < picture.height(); ++y) {
+                for (int x = 0; x < picture.width(); ++x)
+                    lightest = std::max(lightest, picture.pixelColor(x, y).lightness());
+            }
+            QVERIFY2(lightest - darkPalette().color(QPalette::Window).lightness() >= 40,
+                     button->metaObject()->className());
+        }
     }
 
     // Return never confirms a destructive action.
     void destructiveConfirmationsDefaultToCancel()
     {
-        QWidget parent;
-        DialogPrompts prompts(&parent);
-        QString defaultButton;
-        QTimer::singleShot(0, [&defaultButton] {
-            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-            defaultButton = box && box->defaultButton() ? box->defaultButton()->text() : u"(none)"_s;
-            if (box)
+        DialogPrompts prompts(&m_harness->window());
+        QTimer::singleShot(0, [] {
+            if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
                 QTest::keyClick(box, Qt::Key_Return);
         });
-        const std::optional<int> answer =
-            prompts.alert({u"Discard changes to “a.txt”?"_s, QString(), {u"Discard"_s, u"Cancel"_s}});
-        QCOMPARE(defaultButton, u"Cancel"_s);
-        QCOMPARE(answer, std::optional<int>(1));
+        QCOMPARE(prompts.alert({u"Discard changes to “a.txt”?"_s, QString(), {u"Discard"_s, u"Cancel"_s}}),
+                 std::optional<int>(1));
     }
 
-    void branchMenuFollowsTheRepository_data() { test::addKindColumn(); }
-
-    void branchMenuFollowsTheRepository()
-    {
-        QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = test::chartRepository(kind);
-        WindowHarness harness;
-        harness.openOn(repository->path());
-        const bool git = kind == RepositoryKind::git;
-        for (const QString &label : {git ? u"Update from main"_s : u"Update from default"_s, u"Push"_s, u"Refresh"_s,
-                                     u"Remove Repository…"_s, u"Stash All Changes"_s})
-            QVERIFY2(test::menuAction(harness.window(), label)->isEnabled(), qPrintable(label));
-        // Renaming and deleting need an active bookmark; a Git branch always is one.
-        for (const QString &label : {u"Rename…"_s, u"Delete…"_s})
-            QCOMPARE(test::menuAction(harness.window(), label)->isEnabled(), git);
-        if (!git) {
-            static_cast<test::MercurialFixture &>(*repository).bookmark(u"feature"_s);
-            harness.model().refresh();
-            QVERIFY(harness.settle());
-            for (const QString &label : {u"Rename…"_s, u"Delete…"_s})
-                QVERIFY(test::menuAction(harness.window(), label)->isEnabled());
-        }
-    }
-
+    // Last of the tests on the window without repositories: it clones one, then the window goes, so that
+    // its shortcuts do not compete with those of the windows after it.
     void cloneThroughTheSheet()
     {
-        const std::unique_ptr<test::RepositoryFixture> origin = test::chartRepository(RepositoryKind::git);
+        const test::GitFixture origin;
+        origin.commitAll(u"Start"_s);
         QTemporaryDir destination;
-        WindowHarness harness;
-        MainWindow &window = harness.open();
-        test::menuAction(window, u"Clone Repository…"_s)->trigger();
-        auto *clone = qobject_cast<CloneSheet *>(window.sheet(Workspace::Sheet::clone));
+        test::menuAction(m_harness->window(), u"Clone Repository…"_s)->trigger();
+        auto *clone = qobject_cast<CloneSheet *>(m_harness->window().sheet(Workspace::Sheet::clone));
         QVERIFY(clone);
-        clone->source()->setText(origin->path() + u"/"_s);
+        QCOMPARE(test::accessibilityFaults(*clone), QStringList());
+        clone->source()->setText(origin.path() + u"/"_s);
         clone->parentFolder()->setText(destination.path());
-        QCOMPARE(clone->name()->text(), QFileInfo(origin->path()).fileName());
+        QCOMPARE(clone->name()->text(), QFileInfo(origin.path()).fileName());
         QCOMPARE(clone->kind()->currentText(), u"Git"_s);
         clone->name()->setText(u"harbour copy"_s);
         clone->cloneButton()->click();
-        QVERIFY(harness.settle());
-        QTRY_VERIFY(!window.sheet(Workspace::Sheet::clone));
-        const QString cloned = destination.filePath(u"harbour copy"_s);
-        QCOMPARE(test::readFile(cloned + u"/chart.txt"_s), QByteArray("harbour\n"));
-        QCOMPARE(harness.model().workspace().selectedRepository()->path, cloned);
+        QVERIFY(m_harness->settle());
+        QCOMPARE(m_harness->model().workspace().selectedRepository()->path, destination.filePath(u"harbour copy"_s));
+        m_harness.reset();
     }
 
-    // Names and tool output that look like markup or carry "&" are shown exactly as they are; a
-    // newer error replaces the shown one.
-    void namesAndErrorsShowAsTheyAre()
-    {
-        const test::GitFixture repository;
-        const QString hostile = u"<b>bold & brave.txt"_s;
-        repository.write(hostile, "text\n");
-        WindowHarness harness;
-        MainWindow &window = harness.open();
-        harness.addThroughMenu(repository.path());
-        AppModel &model = harness.model();
-        model.selectChangeFiles({model.workspace().snapshot().files.first()});
-        QVERIFY(harness.settle());
-        const QModelIndex row = harness.changes().list()->model()->index(0, 0);
-        QCOMPARE(row.data().toString(), hostile);
-        QTextDocument tip;
-        tip.setHtml(row.data(Qt::ToolTipRole).toString());
-        QCOMPARE(tip.toPlainText(), hostile);
+    // Per kind, on one repository: Push or Publish shows only once the snapshot says which; the row
+    // whose diff shows stays current after a restart; Space and the boxes tick rows without changing
+    // the selection; the commit shortcut works from the file list; Push publishes a branch the remote
+    // does not have; the activity row stops a remote command; an operation holds every button.
+    void workflow_data() { test::addKindColumn(); }
 
-        model.presentError(u"Pushing changes"_s, u"abort: no remote"_s);
-        auto *alert = test::child<QMessageBox>(window);
-        QTRY_VERIFY(alert->isVisible());
-        model.presentError(u"Discarding “"_s + hostile + u'”', u"error: "_s + hostile);
-        QCOMPARE(test::child<QMessageBox>(window), alert);
-        QCOMPARE(alert->informativeText(), u"error: "_s + hostile);
-        // No visible label reads the name as markup.
-        for (const QLabel *label : window.findChildren<QLabel *>()) {
-            const bool markup = label->textFormat() == Qt::RichText
-                                || (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text()));
-            QVERIFY2(!label->isVisibleTo(&window) || !markup || !label->text().contains(u"<b>bold"_s),
-                     qPrintable(label->text()));
-        }
-        alert->button(QMessageBox::Ok)->click();
-        QCOMPARE(model.activityState().presentedError(), std::nullopt);
-        QTRY_VERIFY(!window.findChild<QMessageBox *>());
-    }
-
-    void switchingThroughTheBranchPicker_data() { test::addKindColumn(); }
-
-    void switchingThroughTheBranchPicker()
+    void workflow()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = test::chartRepository(kind);
-        if (auto *hg = dynamic_cast<test::MercurialFixture *>(repository.get())) {
-            hg->bookmark(u"R&D"_s);
-            hg->bookmark(u"main"_s);
-        } else {
+        const bool git = kind == RepositoryKind::git;
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
+        repository->write(u"chart.txt"_s, "harbour\n");
+        repository->commitAll(u"Chart the harbour"_s);
+        const std::unique_ptr<test::GitFixture> origin = test::GitFixture::bare();
+        if (git) {
+            repository->tool({u"remote"_s, u"add"_s, u"origin"_s, origin->path()});
             static_cast<test::GitFixture &>(*repository).branch(u"R&D"_s);
         }
+        repository->write(u"chart.txt"_s, "harbour\nbuoy\n");
+        repository->write(u"notes.txt"_s, "fog\n");
+        repository->write(u"tides.txt"_s, "high at six\n");
         WindowHarness harness;
-        WorkspaceToolbar &toolbar = *harness.open().workspace()->toolbar();
-        // While the repository loads, neither Push nor Publish is offered.
+        WorkspaceToolbar *toolbar = harness.open().workspace()->toolbar();
         bool hiddenWhileLoading = false;
-        connect(&harness.model().workspace(), &Workspace::selectedRepositoryChanged, &toolbar,
-                [&] { hiddenWhileLoading = toolbar.pushButton()->isHidden(); });
+        connect(&harness.model().workspace(), &Workspace::selectedRepositoryChanged, toolbar,
+                [&] { hiddenWhileLoading = toolbar->pushButton()->isHidden(); });
         harness.model().adoptRepository(Repository{repository->path(), kind});
         QVERIFY(hiddenWhileLoading);
         QVERIFY(harness.settle());
-        QVERIFY(!toolbar.pushButton()->isHidden());
-        QCOMPARE(toolbar.pushButton()->accessibleName(),
-                 kind == RepositoryKind::git ? u"Publish this branch"_s : u"Push"_s);
-        QCOMPARE(toolbar.title()->text(), QFileInfo(repository->path()).fileName());
-        QCOMPARE(test::shownLabel(toolbar.branchPicker()->text()), u"main"_s);
-        QVERIFY(test::findAction(toolbar.branchMenu(), u"main"_s)->isChecked());
-        QVERIFY(!test::findAction(toolbar.branchMenu(), u"R&D"_s)->isChecked());
+        QVERIFY(!toolbar->pushButton()->isHidden());
+        QCOMPARE(toolbar->pushButton()->accessibleName(), git ? u"Publish this branch"_s : u"Push"_s);
+        // Renaming and deleting need an active bookmark; a Git branch always is one.
+        for (const QString &label : {u"Rename…"_s, u"Delete…"_s})
+            QCOMPARE(test::menuAction(harness.window(), label)->isEnabled(), git);
 
-        test::findAction(toolbar.branchMenu(), u"R&D"_s)->trigger();
-        // The operation holds every button until it is done.
-        QCOMPARE(harness.model().activityState().activity(), u"Switching to R&D"_s);
-        for (QToolButton *button : {toolbar.branchPicker(), toolbar.fetchButton(), toolbar.pullButton(),
-                                    toolbar.pushButton(), toolbar.refreshButton()})
-            QVERIFY(!button->isEnabled());
+        QListView *list = harness.changes().list();
+        test::clickRow(list, list->model()->index(1, 0));
         QVERIFY(harness.settle());
-        QCOMPARE(test::shownLabel(toolbar.branchPicker()->text()), u"R&D"_s);
-        QVERIFY(test::findAction(toolbar.branchMenu(), u"R&D"_s)->isChecked());
-        QVERIFY(!test::findAction(toolbar.branchMenu(), u"main"_s)->isChecked());
-        QVERIFY(toolbar.refreshButton()->isEnabled());
-    }
+        QCOMPARE(test::accessibilityFaults(harness.window()), QStringList());
+        harness.close();
+        toolbar = harness.open().workspace()->toolbar();
+        list = harness.changes().list();
+        QTRY_VERIFY(harness.model().diffSelection().diff().text.contains(u"notes.txt"_s));
+        QCOMPARE(list->currentIndex().row(), 1);
+        CommitBox *box = test::child<CommitBox>(harness.changes());
+        auto *selectAll = test::child<QCheckBox>(harness.changes(), u"selectAllFiles"_s);
+        QVERIFY(!box->commitButton()->isEnabled());
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Space);
+        const QRect thirdBox = ChangedFileDelegate::checkBoxRect(list->visualRect(list->model()->index(2, 0)));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, thirdBox.center());
+        const auto ticks = [list] { return test::rowValues<Qt::CheckState>(list, Qt::CheckStateRole); };
+        QCOMPARE(ticks(), (QList<Qt::CheckState>{Qt::Unchecked, Qt::Checked, Qt::Checked}));
+        QCOMPARE(list->selectionModel()->selectedRows(), QModelIndexList({list->model()->index(1, 0)}));
+        QVERIFY(!selectAll->isChecked());
+        // A ticked file that leaves the working copy no longer counts.
+        repository->removeFromDisk(u"tides.txt"_s);
+        harness.model().refresh();
+        QVERIFY(harness.settle());
+        QCOMPARE(box->commitButton()->text(), u"Commit 1 File"_s);
+        TabButton *changesTab = harness.window().workspace()->tabHeader()->changesButton();
+        QCOMPARE(changesTab->accessibleName(), u"Changes, 2"_s);
+        // Ctrl+Backspace edits the summary, though it is also Remove Repository.
+        box->summary()->setFocus();
+        QTest::keyClicks(box->summary(), u"Note the x"_s);
+        QTest::keyClick(box->summary(), Qt::Key_Backspace, Qt::ControlModifier);
+        QTest::keyClicks(box->summary(), u"fog"_s);
+        selectAll->click();
+        QCOMPARE(ticks(), QList<Qt::CheckState>(2, Qt::Checked));
+        QVERIFY(box->commitButton()->isEnabled());
+        list->setFocus();
+        QTest::keyClick(list, Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.model().workspace().snapshot().history.first().summary, u"Note the fog"_s);
+        QCOMPARE(box->summary()->text(), QString());
+        QVERIFY(!list->isVisible());
+        QCOMPARE(changesTab->accessibleName(), u"Changes"_s);
+        QTreeView *sidebar = test::child<QTreeView>(harness.window());
+        sidebar->setFocus();
+        QTest::keyClick(sidebar, Qt::Key_Backspace, Qt::ControlModifier);
+        QCOMPARE(harness.models.prompts.alerts.size(), 1);
 
-    // A remote command can be stopped from the activity row; a branch the remote does not have is
-    // published.
-    void cancelFetchAndPublishTheBranch()
-    {
-        const std::unique_ptr<test::GitFixture> origin = test::GitFixture::bare();
-        const std::unique_ptr<test::GitFixture> seed = test::GitFixture::cloneOf(origin->path());
-        seed->write(u"chart.txt"_s, "harbour\n");
-        seed->commitAll(u"Start"_s);
-        seed->git({u"push"_s, u"--quiet"_s, u"origin"_s, u"HEAD:main"_s});
-        const std::unique_ptr<test::GitFixture> clone = test::GitFixture::cloneOf(origin->path());
-        clone->branch(u"lights"_s, true);
-        WindowHarness harness;
-        harness.openOn(clone->path());
-        WorkspaceToolbar &toolbar = *harness.window().workspace()->toolbar();
-        QToolButton *cancel = test::child<ActivityRow>(harness.window())->cancelButton();
-        QVERIFY(cancel->isHidden());
-        {
+        if (git) {
+            QToolButton *cancel = test::child<ActivityRow>(harness.window())->cancelButton();
             test::FakeToolBehaviour behaviour;
             behaviour.customBody = "case \" $* \" in *' fetch '*) exec sleep 60 ;; esac\nexec git \"$@\"";
             const test::FakeTool hangingGit(behaviour);
             const test::ScopedEnvironmentVariable override("GIT", hangingGit.path().toUtf8());
-            toolbar.fetchButton()->click();
+            toolbar->fetchButton()->click();
             QTRY_VERIFY(test::processIsRunning(hangingGit.processId()));
             QVERIFY(!cancel->isHidden());
             cancel->click();
             QVERIFY(harness.settle());
-            QVERIFY(!test::processIsRunning(hangingGit.processId()));
             QVERIFY(cancel->isHidden());
-            QCOMPARE(harness.model().activityState().presentedError(), std::nullopt);
+            toolbar->pushButton()->click();
+            QVERIFY(harness.settle());
+            QCOMPARE(toolbar->pushButton()->accessibleName(), u"Push"_s);
+        } else {
+            static_cast<test::MercurialFixture &>(*repository).bookmark(u"R&D"_s);
+            static_cast<test::MercurialFixture &>(*repository).bookmark(u"main"_s);
+            harness.model().refresh();
+            QVERIFY(harness.settle());
         }
-        QCOMPARE(toolbar.pushButton()->accessibleName(), u"Publish this branch"_s);
-        toolbar.pushButton()->click();
+        QCOMPARE(test::shownLabel(toolbar->branchPicker()->text()), u"main"_s);
+        QVERIFY(test::findAction(toolbar->branchMenu(), u"main"_s)->isChecked());
+        QVERIFY(!test::findAction(toolbar->branchMenu(), u"R&D"_s)->isChecked());
+        test::findAction(toolbar->branchMenu(), u"R&D"_s)->trigger();
+        for (QToolButton *button : {toolbar->branchPicker(), toolbar->fetchButton(), toolbar->pullButton(),
+                                    toolbar->pushButton(), toolbar->refreshButton()})
+            QVERIFY(!button->isEnabled());
         QVERIFY(harness.settle());
-        QVERIFY(origin->git({u"branch"_s, u"--list"_s, u"lights"_s}).contains("lights"));
-        QCOMPARE(toolbar.pushButton()->accessibleName(), u"Push"_s);
+        QCOMPARE(test::shownLabel(toolbar->branchPicker()->text()), u"R&D"_s);
+        QVERIFY(test::findAction(toolbar->branchMenu(), u"R&D"_s)->isChecked());
+        QVERIFY(toolbar->refreshButton()->isEnabled());
     }
 };
 
