@@ -52,7 +52,10 @@ QList<Bookmark> branches(const QList<LocalBranchRecord> &records, const std::opt
     return branchList;
 }
 
-QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QString &repositoryPath)
+// The count of all commits runs beside the other queries; it is read only
+// where a run one after the other would have run it.
+QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, std::future<QByteArray> &commitCount,
+                         const QString &repositoryPath)
 {
     if (runGit(GitTool::verifyHeadCommand(), repositoryPath).status != 0)
         return {};
@@ -62,7 +65,7 @@ QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QS
         branchesByCommit[record.hash].append(record.name);
     const QHash<QString, QStringList> tagsByCommit =
         parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
-    const qint64 total = parseCount(outputOf(GitTool::commitCountCommand(), repositoryPath)).value_or(0);
+    const qint64 total = parseCount(commitCount.get()).value_or(0);
     return parseHistory(log, total, branchesByCommit, tagsByCommit);
 }
 
@@ -114,9 +117,12 @@ std::optional<QString> currentBranch(const QString &repositoryPath)
 RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
 {
     using namespace git;
-    // Status takes longest on a large working copy; the other queries run beside it.
+    // Status takes longest on a large working copy, counting the commits
+    // next; the other queries run beside them.
     std::future<QList<WorkingFile>> files =
         startConcurrently([&repositoryPath] { return workingFiles(repositoryPath); });
+    std::future<QByteArray> commitCount =
+        startConcurrently([&repositoryPath] { return outputOf(GitTool::commitCountCommand(), repositoryPath); });
     RepositorySnapshot snapshot;
     try {
         const QList<LocalBranchRecord> branchRecords =
@@ -125,7 +131,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         const std::optional<QString> current = currentBranch(repositoryPath);
         snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
         snapshot.branch = current.value_or(u"detached"_s);
-        snapshot.history = history(branchRecords, repositoryPath);
+        snapshot.history = history(branchRecords, commitCount, repositoryPath);
         snapshot.paths = remotes(repositoryPath);
         snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
         snapshot.defaultBranch = chooseDefaultBranch(
