@@ -4,7 +4,8 @@
 # its window is idle, beside the repository's status run directly (the one
 # command the window cannot do without). Prints its figures; asserts nothing.
 #
-# Usage: bench/startup_to_idle.sh BUILD_FOLDER [--small] [--runs N] [--keep]
+# Usage: bench/startup_to_idle.sh BUILD_FOLDER [--small] [--runs N] [--keep] [--also OTHER_BUILD_FOLDER]
+# (--also times a second build on the same repositories, for a before and after.)
 set -euo pipefail
 
 build=$(cd "${1:?usage: startup_to_idle.sh BUILD_FOLDER [--small] [--runs N] [--keep]}" && pwd)
@@ -13,17 +14,21 @@ here=$(cd "$(dirname "$0")" && pwd)
 small=false
 runs=3
 keep=false
+binaries=()
 while [[ $# -gt 0 ]]; do
     case $1 in
     --small) small=true ;;
     --runs) runs=$2; shift ;;
     --keep) keep=true ;;
+    --also) binaries+=("$(cd "$2" && pwd)/tillery"); shift ;;
     *) echo "unknown option $1" >&2; exit 2 ;;
     esac
     shift
 done
-binary="$build/tillery"
-[[ -x $binary ]] || { echo "no binary at $binary (build first)" >&2; exit 2; }
+binaries=("$build/tillery" "${binaries[@]}")
+for binary in "${binaries[@]}"; do
+    [[ -x $binary ]] || { echo "no binary at $binary (build first)" >&2; exit 2; }
+done
 command -v Xvfb >/dev/null || { echo "Xvfb is not installed" >&2; exit 2; }
 
 work=$(mktemp -d /tmp/tillery-startup-XXXXXX)
@@ -52,7 +57,7 @@ median() { sort -n | awk '{ a[NR] = $1 } END { print (NR % 2) ? a[(NR + 1) / 2] 
 
 # Milliseconds from launch until the window says it is idle, on fresh settings.
 startup() {
-    local repository=$1 home="$work/home-$RANDOM" start line
+    local binary=$1 repository=$2 home="$work/home-$RANDOM" start line
     mkdir -p "$home"
     start=$(now)
     coproc app { HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
@@ -77,10 +82,12 @@ status() {
 }
 
 for kind in mercurial git; do
-    startup "$work/$kind" >/dev/null # warms the file-system cache
-    status "$kind" >/dev/null
-    startups=$(for _ in $(seq "$runs"); do startup "$work/$kind"; done | median)
+    status "$kind" >/dev/null # warms the file-system cache
     statuses=$(for _ in $(seq "$runs"); do status "$kind"; done | median)
-    printf '%-10s start-up to idle window %6s ms, status run directly %6s ms, difference %6s ms (target: at most 400)\n' \
-        "$kind" "$startups" "$statuses" "$((${startups%.*} - ${statuses%.*}))"
+    for binary in "${binaries[@]}"; do
+        startup "$binary" "$work/$kind" >/dev/null
+        startups=$(for _ in $(seq "$runs"); do startup "$binary" "$work/$kind"; done | median)
+        printf '%-10s start-up to idle window %6s ms, status run directly %6s ms, difference %6s ms (target: at most 400)  %s\n' \
+            "$kind" "$startups" "$statuses" "$((${startups%.*} - ${statuses%.*}))" "$binary"
+    done
 done
