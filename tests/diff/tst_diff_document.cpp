@@ -114,6 +114,25 @@ private Q_SLOTS:
         QCOMPARE(describeUnified(document), unified);
         QCOMPARE(describeSplit(document), split);
     }
+
+    // Cells a line takes: tabs reach the next stop, wide characters and
+    // those beyond the first plane take two.
+    void displayColumns_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qint64>("columns");
+        QTest::newRow("tab at the start") << u"\tx"_s << qint64(9);
+        QTest::newRow("tab after three cells") << u"abc\tx"_s << qint64(9);
+        QTest::newRow("tab right at a stop") << u"12345678\tx"_s << qint64(17);
+        QTest::newRow("wide letters and an emoji") << u"\u6f22\u5b57 \U0001F600"_s << qint64(7);
+    }
+
+    void displayColumns()
+    {
+        QFETCH(QString, text);
+        QFETCH(qint64, columns);
+        QCOMPARE(tillery::displayColumns(text), columns);
+    }
 };
 
 QTEST_GUILESS_MAIN(DiffDocumentTest)

@@ -222,17 +222,21 @@ private Q_SLOTS:
     }
 
     // Cancelling the task's future stops the child, one that shrugs off the
-    // polite request too, and so does the thread's cancellation scope.
+    // polite request too, and so does the thread's cancellation scope, also
+    // from under a scope nested inside it.
     void cancellationEndsTheChild_data()
     {
         QTest::addColumn<bool>("throughScope");
-        QTest::newRow("a child that ignores the polite request") << false;
-        QTest::newRow("cancelled through the thread's scope") << true;
+        QTest::addColumn<bool>("nested");
+        QTest::newRow("a child that ignores the polite request") << false << false;
+        QTest::newRow("cancelled through the thread's scope") << true << false;
+        QTest::newRow("cancelled through an outer scope") << true << true;
     }
 
     void cancellationEndsTheChild()
     {
         QFETCH(bool, throughScope);
+        QFETCH(bool, nested);
         QTemporaryDir marks;
         const QString ready = marks.filePath(u"ready"_s);
         const QByteArray trap = throughScope ? "" : "trap '' TERM\n";
@@ -240,8 +244,11 @@ private Q_SLOTS:
         QString failure;
         QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
             std::optional<RunCancellationScope> scope;
+            std::optional<RunCancellationScope> inner;
             if (throughScope)
                 scope.emplace(cancellationOf(promise));
+            if (nested)
+                inner.emplace([] { return false; });
             const CancellationCheck check = throughScope ? CancellationCheck() : cancellationOf(promise);
             failure = test::failureOf([&] { runWith(fake, u"git"_s, {u"diff"_s}, {0}, std::nullopt, {check, {}}); });
         });
