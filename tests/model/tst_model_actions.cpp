@@ -388,11 +388,20 @@ private Q_SLOTS:
         Fixture fixture(kind);
         QVERIFY(fixture.harness.settle());
         QTemporaryDir marks;
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody = test::interceptedBody(
-            kind, command.toUtf8(), "sleep 30; touch '" + marks.filePath(u"ended"_s).toUtf8() + "'; exit 0");
-        const test::FakeTool hangingTool(behaviour);
-        const test::ScopedEnvironmentVariable override(test::toolVariable(kind), hangingTool.path().toUtf8());
+        const QString hung = marks.filePath(u"hung"_s);
+        const QByteArray hang =
+            "echo $$ > '" + hung.toUtf8() + "'; sleep 30; touch '" + marks.filePath(u"ended"_s).toUtf8() + "'";
+        // Mercurial's status runs on a command server: it hangs in a hook there.
+        std::optional<test::FakeTool> hangingTool;
+        std::optional<test::ScopedEnvironmentVariable> override;
+        if (kind == RepositoryKind::mercurial && command == u"status") {
+            fixture.repository->write(u".hg/hgrc"_s, "[hooks]\npre-status = " + hang + "\n");
+        } else {
+            test::FakeToolBehaviour behaviour;
+            behaviour.customBody = test::interceptedBody(kind, command.toUtf8(), hang + "; exit 0");
+            hangingTool.emplace(behaviour);
+            override.emplace(test::toolVariable(kind), hangingTool->path().toUtf8());
+        }
         AppModel &model = fixture.model();
         if (command == u"push")
             model.push();
@@ -400,7 +409,8 @@ private Q_SLOTS:
             model.pull();
         else
             model.refresh();
-        QTRY_VERIFY(hangingTool.processId() != 0 && test::processIsRunning(hangingTool.processId()));
+        const auto hungProcess = [&hung] { return readFile(hung).trimmed().toLongLong(); };
+        QTRY_VERIFY(hungProcess() != 0 && test::processIsRunning(hungProcess()));
 
         if (quit) {
             fixture.harness.stop();
@@ -410,7 +420,7 @@ private Q_SLOTS:
             QVERIFY(fixture.harness.settle());
             QCOMPARE(model.activityState().presentedError(), std::nullopt);
         }
-        QVERIFY(!test::processIsRunning(hangingTool.processId()));
+        QVERIFY(!test::processIsRunning(hungProcess()));
         QVERIFY(!QFile::exists(marks.filePath(u"ended"_s)));
     }
 
