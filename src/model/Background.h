@@ -5,6 +5,7 @@
 
 #include <QFuture>
 #include <QObject>
+#include <QPromise>
 #include <QString>
 #include <QThreadPool>
 #include <QtConcurrent>
@@ -114,14 +115,20 @@ BackgroundTask start(BackgroundPool *pool, QObject *context, Work work, Done don
     const CancellationCheck isCancelled = [cancelled, stopping = pool->stoppingFlag()] {
         return cancelled->load() || stopping->load();
     };
-    QFuture<Captured> future = QtConcurrent::run(pool->threads(), [work = std::move(work), isCancelled]() mutable {
-        const RunCancellationScope scope(isCancelled);
-        auto bound = [&] { return work(isCancelled); };
-        return captureOutcome(bound);
-    });
-    future.then(context, [done = std::move(done), isCancelled](Captured outcome) mutable {
+    // The continuation is attached before the work starts: attached to a
+    // future that has already finished, it would run at once, inside the
+    // call that started the work.
+    auto promise = std::make_shared<QPromise<Captured>>();
+    promise->future().then(context, [done = std::move(done), isCancelled](Captured outcome) mutable {
         if (!isCancelled())
             done(std::move(outcome));
+    });
+    pool->threads()->start([promise, work = std::move(work), isCancelled]() mutable {
+        const RunCancellationScope scope(isCancelled);
+        auto bound = [&] { return work(isCancelled); };
+        promise->start();
+        promise->addResult(captureOutcome(bound));
+        promise->finish();
     });
     return BackgroundTask(cancelled);
 }
