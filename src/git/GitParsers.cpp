@@ -203,7 +203,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
     // follow its message, the first after a line feed.
     const QList<QByteArrayView> pieces = terminatedPieces(output, '\0');
     const auto startsRecord = [](QByteArrayView piece) { return piece.startsWith('/'); };
-    constexpr qsizetype headerPieces = 4;
+    constexpr qsizetype headerPieces = 5;
 
     QList<Changeset> history;
     qsizetype index = 0;
@@ -217,9 +217,10 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
         if (index + headerPieces > pieces.size())
             break;
         const QByteArrayView node = pieces[index].sliced(1);
-        const std::optional<QString> author = decodeUtf8(pieces[index + 1]);
-        const std::optional<QString> date = decodeUtf8(pieces[index + 2]);
-        const std::optional<QString> message = decodeUtf8(pieces[index + 3]);
+        const QString parents = decodeUtf8OrEmpty(pieces[index + 1]);
+        const std::optional<QString> author = decodeUtf8(pieces[index + 2]);
+        const std::optional<QString> date = decodeUtf8(pieces[index + 3]);
+        const std::optional<QString> message = decodeUtf8(pieces[index + 4]);
         index += headerPieces;
         QStringList files;
         for (bool first = true; index < pieces.size() && !startsRecord(pieces[index]); ++index, first = false) {
@@ -241,6 +242,7 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
         changeset.branch = changeset.bookmarks.isEmpty() ? u"Git"_s : changeset.bookmarks.first();
         changeset.tags = tagsByCommit.value(changeset.node);
         changeset.files = files;
+        changeset.parents = parents.split(u' ', Qt::SkipEmptyParts);
         history.append(std::move(changeset));
     }
     return history;

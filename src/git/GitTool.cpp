@@ -73,7 +73,7 @@ ToolCommand GitTool::verifyHeadCommand()
 ToolCommand GitTool::historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
-             u"--format=/%H%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
+             u"--format=/%H%x00%P%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
              u"--no-show-signature"_s},
             {0}};
 }

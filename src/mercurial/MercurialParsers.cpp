@@ -160,6 +160,9 @@ QList<Changeset> parseHistory(const QByteArray &output)
         changeset.bookmarks = stringsOf(entry.value(u"bookmarks"_s));
         changeset.tags = stringsOf(entry.value(u"tags"_s));
         changeset.files = stringsOf(entry.value(u"files"_s));
+        // A root's parent is the null changeset, all zeros.
+        changeset.parents = stringsOf(entry.value(u"parents"_s));
+        changeset.parents.removeIf([](const QString &parent) { return parent.count(u'0') == parent.size(); });
         history.append(std::move(changeset));
     }
     return history;

@@ -19,6 +19,8 @@ struct Changeset {
     QStringList bookmarks;
     QStringList tags;
     QStringList files;
+    // The parents' ids, the first parent first; none for a root.
+    QStringList parents;
 
     const QString &id() const { return node; }
     friend bool operator==(const Changeset &, const Changeset &) = default;

@@ -7,7 +7,7 @@ size_t qHash(const Changeset &changeset, size_t seed) noexcept
 {
     seed = qHashMulti(seed, changeset.revision, changeset.node, changeset.summary, changeset.description,
                       changeset.author, changeset.date, changeset.branch);
-    return qHashMulti(seed, changeset.bookmarks, changeset.tags, changeset.files);
+    return qHashMulti(seed, changeset.bookmarks, changeset.tags, changeset.files, changeset.parents);
 }
 
 size_t qHash(const Bookmark &bookmark, size_t seed) noexcept

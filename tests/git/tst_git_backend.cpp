@@ -167,7 +167,7 @@ private Q_SLOTS:
         const QString topic = repository.commitAll(u"Topic work"_s);
         repository.checkOut(u"main"_s);
         repository.write(u"m.txt"_s, "m\n");
-        repository.commitAll(u"Main work"_s);
+        const QString mainWork = repository.commitAll(u"Main work"_s);
         repository.git({u"merge"_s, u"--quiet"_s, u"--no-ff"_s, u"-m"_s, u"Merge topic"_s, u"topic"_s});
 
         const QList<Changeset> history = loadGitSnapshot(repository.path()).history;
@@ -176,6 +176,7 @@ private Q_SLOTS:
         QCOMPARE(newest.node, repository.head());
         QCOMPARE(newest.revision, 253);
         QCOMPARE(newest.summary, u"Merge topic"_s);
+        QCOMPARE(newest.parents, (QStringList{mainWork, topic}));
         QCOMPARE(newest.bookmarks, QStringList{u"main"_s});
         const Changeset &tagged = history[3];
         QCOMPARE(tagged.node, first);

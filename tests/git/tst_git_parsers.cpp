@@ -116,19 +116,19 @@ private Q_SLOTS:
 
     void history()
     {
-        // Pieces end in NUL; a record starts with "/" and a hash; files follow
-        // the message, the first after a line feed.
-        const QByteArray output = bytes("/c3\0Ann <ann@example.com>\0"
+        // Pieces end in NUL; a record starts with "/" and a hash, then the
+        // parents; files follow the message, the first after a line feed.
+        const QByteArray output = bytes("/c3\0c2 t1\0Ann <ann@example.com>\0"
                                         "1700000300\0Merge topic\n\nDetails\n\n\0"
                                         "\na.txt\0src/b c.txt\0\nodd\0"
-                                        "/c2\0Bob <bob@example.com>\0"
+                                        "/c2\0c1\0Bob <bob@example.com>\0"
                                         "1700000200\0caf\xe9\0"
-                                        "/c1\0Bob <bob@example.com>\0"
+                                        "/c1\0\0Bob <bob@example.com>\0"
                                         "1700000100\0  one line  \n\0"
-                                        "/   \0X <x>\0"
+                                        "/   \0\0X <x>\0"
                                         "1\0no hash\0"
-                                        "/cz\0 Dee <d@example.com>\0nope\0\0"
-                                        "/cut\0short\0");
+                                        "/cz\0\0 Dee <d@example.com>\0nope\0\0"
+                                        "/cut\0\0short\0");
         const QHash<QString, QStringList> branches{{u"c3"_s, {u"main"_s, u"topic"_s}}};
         const QHash<QString, QStringList> tags{{u"c1"_s, {u"v1.0"_s}}};
         const QList<Changeset> history = parseHistory(output, 7, branches, tags);
@@ -143,7 +143,8 @@ private Q_SLOTS:
                                         u"main"_s,
                                         {u"main"_s, u"topic"_s},
                                         {},
-                                        {u"a.txt"_s, u"src/b c.txt"_s, u"\nodd"_s}}));
+                                        {u"a.txt"_s, u"src/b c.txt"_s, u"\nodd"_s},
+                                        {u"c2"_s, u"t1"_s}}));
         // The unreadable record still counts: c1 is the third record.
         QCOMPARE(history[1], (Changeset{4,
                                         u"c1"_s,
@@ -154,6 +155,7 @@ private Q_SLOTS:
                                         u"Git"_s,
                                         {},
                                         {u"v1.0"_s},
+                                        {},
                                         {}}));
         QCOMPARE(history[2].node, u"cz"_s);
         QCOMPARE(history[2].revision, 2);

@@ -93,6 +93,7 @@ private Q_SLOTS:
         QCOMPARE(snapshot.history.size(), 2);
         const Changeset &newest = snapshot.history[0];
         QCOMPARE(newest.node, second);
+        QCOMPARE(newest.parents, QStringList{first});
         QCOMPARE(newest.revision, 1);
         QCOMPARE(newest.summary, u"Caf\u00e9 au lait"_s);
         QCOMPARE(newest.branch, u"stable"_s);
@@ -101,6 +102,7 @@ private Q_SLOTS:
         QVERIFY(qAbs(newest.date.secsTo(QDateTime::currentDateTimeUtc())) < 600);
         const Changeset &oldest = snapshot.history[1];
         QCOMPARE(oldest.node, first);
+        QCOMPARE(oldest.parents, QStringList());
         QCOMPARE(oldest.description, u"First\n\nWith details"_s);
         QCOMPARE(snapshot.bookmarks, (QList<Bookmark>{{u"main"_s, 1, second, true, newest.date, false},
                                                       {u"old"_s, 0, first, false, oldest.date, false}}));

@@ -95,7 +95,8 @@ private Q_SLOTS:
   "user": "Ann <ann@example.com>",
   "files": ["a.c", "b/c.h"]
  },
- {"node": "2222222222222222222222222222222222222222", "rev": 3.0, "date": [1.5e9, 0]},
+ {"node": "2222222222222222222222222222222222222222", "rev": 3.0, "date": [1.5e9, 0],
+  "parents": ["1111111111111111111111111111111111111111", "3333333333333333333333333333333333333333"]},
  {"node": "3333333333333333333333333333333333333333", "date": [1, "x"], "bookmarks": "main",
   "tags": [1], "user": 5, "desc": "one line"},
  {"desc": "no node"},
@@ -112,7 +113,8 @@ private Q_SLOTS:
                                         u"stable"_s,
                                         {u"feature"_s, u"main"_s},
                                         {u"tip"_s},
-                                        {u"a.c"_s, u"b/c.h"_s}}));
+                                        {u"a.c"_s, u"b/c.h"_s},
+                                        {}}));
         QCOMPARE(history[1], (Changeset{3,
                                         u"2222222222222222222222222222222222222222"_s,
                                         QString(),
@@ -122,7 +124,9 @@ private Q_SLOTS:
                                         u"default"_s,
                                         {},
                                         {},
-                                        {}}));
+                                        {},
+                                        {u"1111111111111111111111111111111111111111"_s,
+                                         u"3333333333333333333333333333333333333333"_s}}));
         QCOMPARE(history[2].date, at(0));
         QCOMPARE(history[2].author, u"Unknown"_s);
         QCOMPARE(history[2].summary, u"one line"_s);
