@@ -32,10 +32,11 @@ QStringList describe(const HistoryGraph &graph)
         return described.join(u' ');
     };
     QStringList rows;
-    for (const HistoryGraph::Row &row : graph.rows) {
+    for (qsizetype index = 0; index < graph.rowCount(); ++index) {
+        const HistoryGraph::Row &row = graph.row(index);
         rows.append(u"%1/%2: %3 | %4"_s.arg(row.column)
                         .arg(row.colour)
-                        .arg(segments(graph.upperHalf(row)), segments(graph.lowerHalf(row)))
+                        .arg(segments(graph.upperHalf(index)), segments(graph.lowerHalf(index)))
                         .trimmed());
     }
     return rows;
