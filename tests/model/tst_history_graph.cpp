@@ -81,16 +81,24 @@ private Q_SLOTS:
         QCOMPARE(describe(layout.graph()), rows);
     }
 
-    // Pages laid out one after another make the graph of the whole.
+    // Pages laid out one after another make the graph of the whole, also
+    // where a lane runs through thousands of rows.
     void pagesContinueTheLanes()
     {
-        const QList<Changeset> history = historyOf(u"m:x y|y:b|x:b|b:a|a:"_s);
+        QStringList entries{u"m:x0 side"_s};
+        for (int index = 0; index < 3000; ++index)
+            entries.append(u"x%1:x%2"_s.arg(index).arg(index + 1));
+        entries.append(u"x3000:|side:"_s);
+        const QList<Changeset> history = historyOf(entries.join(u'|'));
         HistoryGraphLayout whole;
         whole.append(history);
         HistoryGraphLayout paged;
-        paged.append(history.first(2));
-        paged.append(history.sliced(2));
-        QCOMPARE(describe(paged.graph()), describe(whole.graph()));
+        for (qsizetype start = 0; start < history.size(); start += 250)
+            paged.append(history.sliced(start, std::min<qsizetype>(250, history.size() - start)));
+        const QStringList rows = describe(whole.graph());
+        QCOMPARE(describe(paged.graph()), rows);
+        QCOMPARE(rows.value(2500), u"0/0: 0-0 1-1 | 0-0 1-1"_s);
+        QCOMPARE(rows.last(), u"1/1: 1-1 |"_s);
     }
 };
 
