@@ -146,20 +146,26 @@ void AppModel::refresh()
     const VersionControl *backend = &versionControl(refreshed.kind);
     m_operations.perform(
         u"Refreshing "_s + QFileInfo(refreshed.path).fileName(),
-        [backend, path = refreshed.path] { return backend->loadSnapshot(path); },
-        [this, refreshed](const RepositorySnapshot &snapshot) { applySnapshot(refreshed, snapshot); },
+        [backend, path = refreshed.path] {
+            LoadedRepository loaded{backend->loadSnapshot(path), {}};
+            HistoryGraphLayout layout;
+            layout.append(loaded.snapshot.history);
+            loaded.historyGraph = layout.graph();
+            return loaded;
+        },
+        [this, refreshed](const LoadedRepository &loaded) { applySnapshot(refreshed, loaded); },
         [this, refreshed] {
             if (isSelected(refreshed))
                 m_workspace->setSwitchingRepository(false);
         });
 }
 
-void AppModel::applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot)
+void AppModel::applySnapshot(const Repository &repository, const LoadedRepository &loaded)
 {
     if (!isSelected(repository))
         return;
     m_workspace->setSwitchingRepository(false);
-    m_workspace->setSnapshot(snapshot);
+    m_workspace->setSnapshot(loaded.snapshot, loaded.historyGraph);
     m_diffSelection->reconcileAfterRefresh();
 }
 

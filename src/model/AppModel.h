@@ -172,7 +172,12 @@ public:
     void adoptRepository(const Repository &repository);
 
 private:
-    void applySnapshot(const Repository &repository, const RepositorySnapshot &snapshot);
+    // A refresh's result: the snapshot and its history's lanes, laid out off the main thread.
+    struct LoadedRepository {
+        RepositorySnapshot snapshot;
+        HistoryGraph historyGraph;
+    };
+    void applySnapshot(const Repository &repository, const LoadedRepository &loaded);
     void rememberSelection();
     void clearRepositoryState();
     bool isSelected(const Repository &repository) const;

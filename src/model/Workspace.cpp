@@ -25,15 +25,16 @@ void Workspace::setSelectedRepository(const std::optional<Repository> &repositor
     Q_EMIT selectedRepositoryChanged();
 }
 
-void Workspace::setSnapshot(const RepositorySnapshot &snapshot)
+void Workspace::setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraph &historyGraph)
 {
     m_snapshot = snapshot;
+    m_historyGraph = historyGraph;
     Q_EMIT snapshotChanged();
 }
 
 void Workspace::clearSnapshot()
 {
-    setSnapshot(emptySnapshot());
+    setSnapshot(emptySnapshot(), HistoryGraph());
 }
 
 void Workspace::setSwitchingRepository(bool switching)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/HistoryGraph.h"
 #include "records/Repository.h"
 #include "records/RepositorySnapshot.h"
 #include "records/WorkspaceTab.h"
@@ -23,6 +24,8 @@ public:
     // files, history, bookmarks, branch, activeBookmark, paths (the remote
     // paths), defaultBranch and currentBranchIsPublished of the last refresh.
     const RepositorySnapshot &snapshot() const { return m_snapshot; }
+    // The lanes beside the snapshot's history, row for row.
+    const HistoryGraph &historyGraph() const { return m_historyGraph; }
     bool isSwitchingRepository() const { return m_isSwitchingRepository; }
     WorkspaceTab tab() const { return m_tab; }
     const QString &commitSummary() const { return m_commitSummary; }
@@ -33,7 +36,7 @@ public:
     bool isSheetShown(Sheet sheet) const;
 
     void setSelectedRepository(const std::optional<Repository> &repository);
-    void setSnapshot(const RepositorySnapshot &snapshot);
+    void setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraph &historyGraph);
     // What a repository shows before its first refresh.
     void clearSnapshot();
     void setSwitchingRepository(bool switching);
@@ -58,6 +61,7 @@ Q_SIGNALS:
 private:
     std::optional<Repository> m_selectedRepository;
     RepositorySnapshot m_snapshot = emptySnapshot();
+    HistoryGraph m_historyGraph;
     bool m_isSwitchingRepository = false;
     WorkspaceTab m_tab = WorkspaceTab::changes;
     QString m_commitSummary;

@@ -250,6 +250,10 @@ private Q_SLOTS:
         QCOMPARE(model.activityState().activity(), u"Merging topic"_s);
         QVERIFY(fixture.settledCleanly());
         QVERIFY(QFile::exists(fixture.repository->filePath(u"t.txt"_s)));
+        // The lanes are laid out with the history; Git's merge commit leaves toward both parents.
+        const HistoryGraph &graph = model.workspace().historyGraph();
+        QCOMPARE(graph.rowCount(), model.workspace().snapshot().history.size());
+        QCOMPARE(graph.lowerHalf(0).size(), kind == RepositoryKind::git ? 2 : 1);
 
         prompts.textAnswers = {u"renamed"_s};
         model.renameBookmark(*bookmarkNamed(model, u"topic"_s));
