@@ -21,6 +21,60 @@ namespace {
 constexpr int padding = 10;
 constexpr int badgeGap = 4;
 constexpr int markSize = 12;
+constexpr int laneWidth = 14;
+
+// How many lane columns the row's lines and dot reach.
+int graphColumns(const HistoryGraph &graph, int row)
+{
+    if (row < 0 || row >= graph.rowCount())
+        return 0;
+    int columns = graph.row(row).column + 1;
+    for (const HistoryGraph::Segment &segment : graph.upperHalf(row) + graph.lowerHalf(row))
+        columns = std::max({columns, segment.from + 1, segment.to + 1});
+    return columns;
+}
+
+const HistoryGraph *graphOf(const QModelIndex &index)
+{
+    const auto *history = qobject_cast<const HistoryModel *>(index.model());
+    return history ? &history->graph() : nullptr;
+}
+
+// Eight hues that tell lanes apart, lighter on a dark base.
+QColor laneColour(qint32 colour, bool dark)
+{
+    static constexpr int hues[] = {210, 30, 130, 280, 0, 175, 50, 320};
+    return QColor::fromHsv(hues[colour % std::size(hues)], dark ? 150 : 200, dark ? 235 : 185);
+}
+
+// The row's lines from its top edge to the middle and from there to its
+// bottom edge, and the changeset's dot.
+void paintGraph(QPainter *painter, const HistoryGraph &graph, int row, const QRect &rect, const QPalette &palette,
+                bool selected)
+{
+    if (row < 0 || row >= graph.rowCount())
+        return;
+    const bool dark = isDarkPalette(palette);
+    const auto x = [&rect](qint32 column) { return rect.left() + padding / 2 + column * laneWidth + laneWidth / 2.0; };
+    const qreal top = rect.top();
+    const qreal middle = rect.top() + rect.height() / 2.0;
+    const qreal bottom = rect.bottom() + 1;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    for (const HistoryGraph::Segment &segment : graph.upperHalf(row)) {
+        painter->setPen(QPen(laneColour(segment.colour, dark), 2));
+        painter->drawLine(QPointF(x(segment.from), top), QPointF(x(segment.to), middle));
+    }
+    for (const HistoryGraph::Segment &segment : graph.lowerHalf(row)) {
+        painter->setPen(QPen(laneColour(segment.colour, dark), 2));
+        painter->drawLine(QPointF(x(segment.from), middle), QPointF(x(segment.to), bottom));
+    }
+    const HistoryGraph::Row &dot = graph.row(row);
+    painter->setPen(QPen(palette.color(selected ? QPalette::HighlightedText : QPalette::Base), 1.5));
+    painter->setBrush(laneColour(dot.colour, dark));
+    painter->drawEllipse(QPointF(x(dot.column), middle), 4.5, 4.5);
+    painter->restore();
+}
 
 QFont badgeFont(const QFont &base)
 {
@@ -95,7 +149,9 @@ struct RowLayout {
 RowLayout layoutRow(const QStyleOptionViewItem &option, const QModelIndex &index)
 {
     RowLayout layout;
-    const QRect inner = option.rect.adjusted(padding, 5, -padding, -5);
+    const HistoryGraph *graph = graphOf(index);
+    const int graphWidth = graph ? graphColumns(*graph, index.row()) * laneWidth : 0;
+    const QRect inner = option.rect.adjusted(padding + graphWidth, 5, -padding, -5);
     const int lineHeight = inner.height() / 2;
     const auto *history = qobject_cast<const HistoryModel *>(index.model());
     const QList<changesetText::Badge> badges = history ? history->badgesAt(index.row()) : QList<changesetText::Badge>();
@@ -131,6 +187,8 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
 
     const bool selected = option.state & QStyle::State_Selected;
     const QPalette &palette = option.palette;
+    if (const HistoryGraph *graph = graphOf(index))
+        paintGraph(painter, *graph, index.row(), option.rect, palette, selected);
     const QColor text = palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
     QColor quiet = text;
     quiet.setAlphaF(0.65);

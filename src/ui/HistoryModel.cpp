@@ -32,6 +32,7 @@ void HistoryModel::showSnapshot()
     }
     beginResetModel();
     m_history = snapshot.history;
+    m_graph = m_model.workspace().historyGraph();
     m_traits = traits;
     m_namesNeedingPush = needingPush;
     endResetModel();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/HistoryGraph.h"
 #include "records/Changeset.h"
 #include "records/RepositoryKind.h"
 #include "ui/ChangesetText.h"
@@ -34,6 +35,8 @@ public:
     const Changeset &changesetAt(int row) const { return m_history[row]; }
     int rowOf(const QString &node) const;
     QList<changesetText::Badge> badgesAt(int row) const;
+    // The lanes beside the rows, row for row.
+    const HistoryGraph &graph() const { return m_graph; }
 
     void setClock(Clock clock);
     // Tells the views that every relative date may read differently now.
@@ -44,6 +47,7 @@ private:
 
     AppModel &m_model;
     QList<Changeset> m_history;
+    HistoryGraph m_graph;
     const KindTraits *m_traits = nullptr;
     QSet<QString> m_namesNeedingPush;
     Clock m_clock;

@@ -281,6 +281,19 @@ private Q_SLOTS:
         const QList<changesetText::Badge> badges = test::child<HistoryModel>(view)->badgesAt(0);
         QVERIFY(std::any_of(badges.cbegin(), badges.cend(), [](const auto &badge) { return badge.name == u"tides"; }));
 
+        // Each row's lane and dot are drawn before its title.
+        const QRect older = list->visualRect(list->model()->index(1, 0));
+        const QImage shot = list->viewport()->grab().toImage();
+        const QColor base = list->palette().color(QPalette::Base);
+        int drawn = 0;
+        for (int x = older.left(); x < older.left() + 24; ++x) {
+            const QColor pixel = shot.pixelColor(x, older.center().y());
+            drawn +=
+                qAbs(pixel.red() - base.red()) + qAbs(pixel.green() - base.green()) + qAbs(pixel.blue() - base.blue())
+                > 120;
+        }
+        QVERIFY2(drawn >= 4, qPrintable(QString::number(drawn)));
+
         click(list, list->model()->index(1, 0));
         QCOMPARE(header.summary()->text(), u"Chart the harbour"_s);
         QCOMPARE(header.hashButton()->text(), m_first.first(12));
