@@ -10,7 +10,6 @@
 namespace tillery {
 
 namespace {
-constexpr int backgroundNiceness = 10;
 constexpr int terminateGraceMilliseconds = 200;
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "process/CommandServer.h"
 
+#include "process/ChildProcess.h"
 #include "process/Failure.h"
 
 #include <QDeadlineTimer>
@@ -24,7 +25,6 @@ constexpr int controlPollMilliseconds = 5;
 // A server that has not said hello by then is taken for one that never will.
 constexpr int helloTimeoutMilliseconds = 20000;
 constexpr int exitGraceMilliseconds = 300;
-constexpr int backgroundNiceness = 10;
 
 #ifdef Q_OS_UNIX
 
