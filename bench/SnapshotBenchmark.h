@@ -21,6 +21,7 @@ struct SnapshotLoader {
     QString executable; // the real tool
     QProcessEnvironment environment;
     std::function<RepositorySnapshot(const QString &)> load;
+    std::function<void()> forgetCaches = [] {}; // what a load keeps for the next one
 };
 
 // The options both snapshot benchmarks take.

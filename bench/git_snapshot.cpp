@@ -6,6 +6,7 @@
 
 #include "SnapshotBenchmark.h"
 
+#include "git/CommitLogCache.h"
 #include "git/GitSnapshot.h"
 #include "process/Executables.h"
 
@@ -30,7 +31,8 @@ int main(int argc, char *argv[])
             out << "git was not found\n";
             return 1;
         }
-        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git, gitEnvironment(), loadGitSnapshot};
+        const bench::SnapshotLoader loader{u"loadGitSnapshot"_s, "GIT", *git, gitEnvironment(), loadGitSnapshot,
+                                           git::forgetCommitLogs};
         return bench::measureSnapshotLoading(loader, options.fixture, options.runs);
     }
 

@@ -1,11 +1,15 @@
 #include "git/GitSnapshot.h"
 
+#include "git/CommitLogCache.h"
 #include "git/GitParsers.h"
 #include "git/GitTool.h"
 #include "process/BackendSteps.h"
 #include "process/Concurrently.h"
 #include "process/ToolRunner.h"
 #include "records/TextDecoding.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <algorithm>
 
@@ -52,21 +56,48 @@ QList<Bookmark> branches(const QList<LocalBranchRecord> &records, const std::opt
     return branchList;
 }
 
-// The count of all commits runs beside the other queries; it is read only
-// where a run one after the other would have run it.
-QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, std::future<QByteArray> &commitCount,
-                         const QString &repositoryPath)
+// The refs, HEAD and a shallow clone's cut-off: the log and the count read
+// the same while none of them moves.
+QByteArray commitLogKey(const QByteArray &head, const QString &repositoryPath)
 {
-    if (runGit(GitTool::verifyHeadCommand(), repositoryPath).status != 0)
+    QByteArray key = head + outputOf(GitTool::allRefsCommand(), repositoryPath);
+    const QString shallowPath = decodeUtf8OrEmpty(outputOf(GitTool::shallowFileCommand(), repositoryPath)).trimmed();
+    QFile shallow(QDir(repositoryPath).filePath(shallowPath));
+    if (!shallowPath.isEmpty() && shallow.open(QIODevice::ReadOnly))
+        key += '\0' + shallow.readAll();
+    return key;
+}
+
+// Nothing when there is no commit yet.
+std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath)
+{
+    const CommandOutput head = runGit(GitTool::verifyHeadCommand(), repositoryPath);
+    if (head.status != 0)
+        return std::nullopt;
+    const QByteArray key = commitLogKey(head.standardOutput, repositoryPath);
+    if (std::optional<CommitLogOutputs> cached = cachedCommitLog(repositoryPath, key))
+        return cached;
+    std::future<QByteArray> count =
+        startConcurrently([&repositoryPath] { return outputOf(GitTool::commitCountCommand(), repositoryPath); });
+    CommitLogOutputs outputs;
+    outputs.log = outputOf(GitTool::historyCommand(), repositoryPath);
+    outputs.count = count.get();
+    storeCommitLog(repositoryPath, key, outputs);
+    return outputs;
+}
+
+QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords,
+                         std::future<std::optional<CommitLogOutputs>> &commitLog, const QString &repositoryPath)
+{
+    const std::optional<CommitLogOutputs> outputs = commitLog.get();
+    if (!outputs)
         return {};
-    const QByteArray log = outputOf(GitTool::historyCommand(), repositoryPath);
     QHash<QString, QStringList> branchesByCommit;
     for (const LocalBranchRecord &record : branchRecords)
         branchesByCommit[record.hash].append(record.name);
     const QHash<QString, QStringList> tagsByCommit =
         parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
-    const qint64 total = parseCount(commitCount.get()).value_or(0);
-    return parseHistory(log, total, branchesByCommit, tagsByCommit);
+    return parseHistory(outputs->log, parseCount(outputs->count).value_or(0), branchesByCommit, tagsByCommit);
 }
 
 QMap<QString, QString> remotes(const QString &repositoryPath)
@@ -117,12 +148,12 @@ std::optional<QString> currentBranch(const QString &repositoryPath)
 RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
 {
     using namespace git;
-    // Status takes longest on a large working copy, counting the commits
-    // next; the other queries run beside them.
+    // Status takes longest on a large working copy, the log and the count of
+    // commits next; the other queries run beside them.
     std::future<QList<WorkingFile>> files =
         startConcurrently([&repositoryPath] { return workingFiles(repositoryPath); });
-    std::future<QByteArray> commitCount =
-        startConcurrently([&repositoryPath] { return outputOf(GitTool::commitCountCommand(), repositoryPath); });
+    std::future<std::optional<CommitLogOutputs>> commitLog =
+        startConcurrently([&repositoryPath] { return readCommitLog(repositoryPath); });
     RepositorySnapshot snapshot;
     try {
         const QList<LocalBranchRecord> branchRecords =
@@ -131,7 +162,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         const std::optional<QString> current = currentBranch(repositoryPath);
         snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
         snapshot.branch = current.value_or(u"detached"_s);
-        snapshot.history = history(branchRecords, commitCount, repositoryPath);
+        snapshot.history = history(branchRecords, commitLog, repositoryPath);
         snapshot.paths = remotes(repositoryPath);
         snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
         snapshot.defaultBranch = chooseDefaultBranch(

@@ -83,6 +83,16 @@ ToolCommand GitTool::tagTargetsCommand()
     return {{u"for-each-ref"_s, u"--format=%(objectname)%09%(*objectname)%09%(refname:short)"_s, u"refs/tags"_s}, {0}};
 }
 
+ToolCommand GitTool::allRefsCommand()
+{
+    return {{u"for-each-ref"_s, u"--format=%(objectname) %(refname)"_s}, {0}};
+}
+
+ToolCommand GitTool::shallowFileCommand()
+{
+    return {{u"rev-parse"_s, u"--git-path"_s, u"shallow"_s}, {0}};
+}
+
 ToolCommand GitTool::commitCountCommand()
 {
     return {{u"rev-list"_s, u"--count"_s, u"--all"_s}, {0}};

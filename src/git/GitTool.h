@@ -52,6 +52,10 @@ struct GitTool {
     static ToolCommand historyCommand();
     static ToolCommand tagTargetsCommand();
     static ToolCommand commitCountCommand();
+    // Where every ref points, and the file listing a shallow clone's cut-off
+    // commits: what the history and the commit count depend on.
+    static ToolCommand allRefsCommand();
+    static ToolCommand shallowFileCommand();
     static ToolCommand remotesCommand();
     static ToolCommand remoteUrlCommand(const QString &remote);
     static ToolCommand originHeadCommand();

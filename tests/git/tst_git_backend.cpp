@@ -190,6 +190,37 @@ private Q_SLOTS:
             QCOMPARE(changeset.bookmarks.contains(u"topic"_s), changeset.node == topic);
     }
 
+    // A refresh reuses the last log only while nothing it depends on moved:
+    // a branch that is not checked out, a stash, a shallow clone deepened.
+    void historyFollowsWhatItDependsOn()
+    {
+        const GitFixture origin;
+        origin.importCommits(u"main"_s, 5);
+        const GitFixture repository;
+        repository.git({u"fetch"_s, u"--quiet"_s, u"--update-head-ok"_s, u"--depth"_s, u"1"_s,
+                        u"file://"_s + origin.path(), u"main:main"_s});
+        repository.git({u"checkout"_s, u"--quiet"_s, u"-f"_s, u"main"_s});
+        QCOMPARE(loadGitSnapshot(repository.path()).history.size(), 1);
+
+        repository.git({u"fetch"_s, u"--quiet"_s, u"--unshallow"_s, u"file://"_s + origin.path(), u"main"_s});
+        QCOMPARE(loadGitSnapshot(repository.path()).history.size(), 5);
+
+        const QByteArray tree = repository.git({u"rev-parse"_s, u"HEAD^{tree}"_s}).trimmed();
+        const QByteArray side =
+            repository.git({u"commit-tree"_s, QString::fromLatin1(tree), u"-m"_s, u"Side work"_s}).trimmed();
+        repository.git({u"update-ref"_s, u"refs/heads/side"_s, QString::fromLatin1(side)});
+        QList<Changeset> history = loadGitSnapshot(repository.path()).history;
+        QCOMPARE(history.size(), 6);
+        QCOMPARE(history.first().revision, 5);
+
+        repository.write(u"stashed.txt"_s, "x\n");
+        repository.git({u"add"_s, u"stashed.txt"_s});
+        repository.git({u"stash"_s, u"--quiet"_s});
+        history = loadGitSnapshot(repository.path()).history;
+        QCOMPARE(history.size(), 8); // the stash and its index
+        QCOMPARE(history.first().revision, 7);
+    }
+
     // A squash merge stages the other branch's work without committing; a
     // switch to a name that is only a file's restores nothing.
     void squashMergeAndSwitch()
