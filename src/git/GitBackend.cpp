@@ -1,5 +1,6 @@
 #include "git/GitBackend.h"
 
+#include "git/GitHistoryPager.h"
 #include "git/GitParsers.h"
 #include "git/GitSnapshot.h"
 #include "git/GitTool.h"
@@ -96,6 +97,15 @@ public:
     RepositorySnapshot loadSnapshot(const QString &repositoryPath) const override
     {
         return loadGitSnapshot(repositoryPath);
+    }
+
+    std::unique_ptr<HistoryPager> historyPager(const QString &repositoryPath, const HistoryFilter &filter,
+                                               const std::optional<Changeset> &lastShown,
+                                               qsizetype shownCount) const override
+    {
+        const bool afterSnapshot = filter.isEmpty() && lastShown && shownCount > 0;
+        return makeHistoryPager(repositoryPath, filter, afterSnapshot ? shownCount : 0,
+                                afterSnapshot ? lastShown->revision - 1 : 0);
     }
 
     QString trackedFileDiff(const QString &repositoryPath, const QString &path,

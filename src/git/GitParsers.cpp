@@ -248,6 +248,29 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
     return history;
 }
 
+qsizetype historyRecordsEnd(QByteArrayView output, qsizetype count)
+{
+    // The same walk as parseHistory's: five header pieces, then file
+    // pieces up to the next piece that starts with "/".
+    constexpr qsizetype headerPieces = 5;
+    qsizetype records = 0;
+    qsizetype headerLeft = 0;
+    for (qsizetype start = 0; start < output.size();) {
+        const qsizetype end = output.indexOf('\0', start);
+        if (end < 0)
+            return -1;
+        if (headerLeft > 0) {
+            --headerLeft;
+        } else if (output[start] == '/') {
+            if (records++ == count)
+                return start;
+            headerLeft = headerPieces - 1;
+        }
+        start = end + 1;
+    }
+    return -1;
+}
+
 std::optional<QString> parseOriginHead(QByteArrayView output)
 {
     const QString text = decodeUtf8OrEmpty(output).trimmed();

@@ -71,6 +71,10 @@ QList<Changeset> parseHistory(QByteArrayView output, qint64 totalCommits,
                               const QHash<QString, QStringList> &tagsByCommit);
 
 // The branch that origin's HEAD names, as "symbolic-ref --short" prints it.
+// Where record number `count` (from 0) of a history output starts, that is
+// how many bytes the records before it take; -1 while it has not begun.
+qsizetype historyRecordsEnd(QByteArrayView output, qsizetype count);
+
 std::optional<QString> parseOriginHead(QByteArrayView output);
 
 // Where history starts: origin's HEAD, else main, else master, else the

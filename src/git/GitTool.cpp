@@ -73,9 +73,39 @@ ToolCommand GitTool::verifyHeadCommand()
 ToolCommand GitTool::historyCommand()
 {
     return {{u"log"_s, u"--all"_s, u"--date-order"_s, u"-n"_s, QString::number(historyLimit), u"-z"_s,
-             u"--format=/%H%x00%P%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
-             u"--no-show-signature"_s},
+             u"--format=/%H%x00%P%x00%an <%ae>%x00%at%x00%B"_s, u"--name-only"_s, u"--encoding=UTF-8"_s,
+             u"--no-color"_s, u"--no-show-signature"_s},
             {0}};
+}
+
+ToolCommand GitTool::historyStreamCommand(const HistoryFilter &filter, const std::optional<QString> &commit)
+{
+    QStringList arguments = historyCommand().arguments;
+    arguments.remove(arguments.indexOf(u"-n"_s), 2);
+    if (!filter.words.isEmpty())
+        arguments.append(u"--all-match"_s);
+    for (const QString &word : filter.words)
+        arguments.append(u"--grep="_s + word);
+    for (const QString &author : filter.authors)
+        arguments.append(u"--author="_s + author);
+    // Every pattern is a literal string, case ignored.
+    arguments += QStringList{u"--fixed-strings"_s, u"--regexp-ignore-case"_s};
+    if (commit)
+        arguments.replace(arguments.indexOf(u"--all"_s), u"--no-walk"_s);
+    if (!filter.path.isEmpty() && filter.followsRenames)
+        arguments.append(u"--follow"_s);
+    arguments.append(u"--end-of-options"_s);
+    if (commit)
+        arguments.append(*commit);
+    if (!filter.path.isEmpty())
+        arguments += QStringList{u"--"_s, u":(literal)"_s + filter.path};
+    return {arguments, {0}};
+}
+
+ToolCommand GitTool::resolveCommitCommand(const QString &hashPrefix)
+{
+    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, u"--end-of-options"_s, hashPrefix + u"^{commit}"_s},
+            {0, 1, 128}};
 }
 
 ToolCommand GitTool::tagTargetsCommand()

@@ -3,6 +3,7 @@
 #include "process/RepositoryDetection.h"
 #include "process/ToolCommand.h"
 #include "process/ToolRunner.h"
+#include "records/HistoryFilter.h"
 
 #include <QString>
 #include <QStringList>
@@ -51,6 +52,11 @@ struct GitTool {
     static ToolCommand verifyHeadCommand();
     static ToolCommand historyCommand();
     static ToolCommand tagTargetsCommand();
+    // The whole history in the order and form of historyCommand(), narrowed
+    // by the filter (or to one resolved commit), for reading page by page.
+    static ToolCommand historyStreamCommand(const HistoryFilter &filter, const std::optional<QString> &commit);
+    // The commit a hexadecimal prefix names, if exactly one.
+    static ToolCommand resolveCommitCommand(const QString &hashPrefix);
     static ToolCommand commitCountCommand();
     // Where every ref points, and the file listing a shallow clone's cut-off
     // commits: what the history and the commit count depend on.

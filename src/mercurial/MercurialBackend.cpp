@@ -1,6 +1,7 @@
 #include "mercurial/MercurialBackend.h"
 
 #include "mercurial/MercurialConfigFile.h"
+#include "mercurial/MercurialHistoryPager.h"
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialSnapshot.h"
 #include "mercurial/MercurialTool.h"
@@ -54,6 +55,15 @@ public:
     RepositorySnapshot loadSnapshot(const QString &repositoryPath) const override
     {
         return loadMercurialSnapshot(repositoryPath);
+    }
+
+    std::unique_ptr<HistoryPager> historyPager(const QString &repositoryPath, const HistoryFilter &filter,
+                                               const std::optional<Changeset> &lastShown,
+                                               qsizetype shownCount) const override
+    {
+        const bool afterSnapshot = filter.isEmpty() && lastShown && shownCount > 0;
+        return mercurial::makeHistoryPager(repositoryPath, filter,
+                                afterSnapshot ? std::optional(lastShown->revision) : std::nullopt);
     }
 
     QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const override

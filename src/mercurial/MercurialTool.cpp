@@ -23,6 +23,11 @@ ToolCommand MercurialTool::historyCommand()
     return {{u"log"_s, u"-l"_s, QString::number(historyLimit), u"-Tjson"_s}, {0}};
 }
 
+ToolCommand MercurialTool::historyPageCommand(const QString &revset, int limit)
+{
+    return {{u"log"_s, u"--rev="_s + revset, u"--limit="_s + QString::number(limit), u"-Tjson"_s}, {0}};
+}
+
 ToolCommand MercurialTool::bookmarksCommand()
 {
     return {{u"bookmarks"_s, u"-Tjson"_s}, {0, 1}};

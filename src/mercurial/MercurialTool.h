@@ -27,6 +27,8 @@ struct MercurialTool {
     static ToolCommand statusCommand();
     static ToolCommand unresolvedFilesCommand();
     static ToolCommand historyCommand();
+    // A page of history: the revset's first `limit` changesets.
+    static ToolCommand historyPageCommand(const QString &revset, int limit);
     static ToolCommand bookmarksCommand();
     static ToolCommand bookmarkDatesCommand();
     static ToolCommand currentBranchCommand();

@@ -2,18 +2,13 @@
 
 #include "process/ChildProcess.h"
 #include "process/Failure.h"
+#include "process/PipedChild.h"
 
 #include <QDeadlineTimer>
-#include <QFile>
-
-#include <vector>
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
-#include <csignal>
-#include <fcntl.h>
 #include <poll.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
@@ -24,51 +19,6 @@ namespace {
 constexpr int controlPollMilliseconds = 5;
 // A server that has not said hello by then is taken for one that never will.
 constexpr int helloTimeoutMilliseconds = 20000;
-constexpr int exitGraceMilliseconds = 300;
-
-#ifdef Q_OS_UNIX
-
-// NUL-terminated copies for execve, prepared before forking.
-class CStrings {
-public:
-    explicit CStrings(const QStringList &strings)
-    {
-        m_storage.reserve(strings.size());
-        for (const QString &string : strings)
-            m_storage.push_back(QFile::encodeName(string));
-        for (QByteArray &bytes : m_storage)
-            m_pointers.push_back(bytes.data());
-        m_pointers.push_back(nullptr);
-    }
-    char *const *get() { return m_pointers.data(); }
-
-private:
-    std::vector<QByteArray> m_storage;
-    std::vector<char *> m_pointers;
-};
-
-bool makePipe(int ends[2])
-{
-    if (::pipe(ends) != 0)
-        return false;
-    ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
-    ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
-    return true;
-}
-
-bool waitForExit(pid_t processId, int milliseconds)
-{
-    const QDeadlineTimer deadline(milliseconds);
-    do {
-        const pid_t ended = ::waitpid(processId, nullptr, WNOHANG);
-        if (ended == processId || (ended < 0 && errno == ECHILD))
-            return true;
-        ::usleep(2000);
-    } while (!deadline.hasExpired());
-    return false;
-}
-
-#endif
 
 } // namespace
 
@@ -82,46 +32,11 @@ CommandServer::CommandServer(qint64 processId, int input, int output)
 std::unique_ptr<CommandServer> CommandServer::start(const ServerLaunch &launch, const CancellationCheck &isCancelled)
 {
 #ifdef Q_OS_UNIX
-    // A server that dies while we write to it must not take the application with it.
-    static const bool ignoringBrokenPipes = [] { return ::signal(SIGPIPE, SIG_IGN) != SIG_ERR; }();
-    Q_UNUSED(ignoringBrokenPipes);
-
-    CStrings arguments(QStringList{launch.executable} + launch.arguments);
-    CStrings environment(launch.environment);
-    const QByteArray program = QFile::encodeName(launch.executable);
-    const QByteArray directory = QFile::encodeName(launch.directory);
-    int toServer[2];
-    int fromServer[2];
-    if (!makePipe(toServer))
+    const std::optional<PipedChild> child =
+        startPipedChild({launch.executable, launch.arguments, launch.environment, launch.directory}, true, false);
+    if (!child)
         throw ServerUnavailable();
-    if (!makePipe(fromServer)) {
-        ::close(toServer[0]);
-        ::close(toServer[1]);
-        throw ServerUnavailable();
-    }
-
-    const pid_t processId = ::fork();
-    if (processId == 0) {
-        // Only async-signal-safe calls until exec.
-        const int nothing = ::open("/dev/null", O_WRONLY);
-        if (::dup2(toServer[0], STDIN_FILENO) < 0 || ::dup2(fromServer[1], STDOUT_FILENO) < 0 || nothing < 0
-            || ::dup2(nothing, STDERR_FILENO) < 0 || ::chdir(directory.constData()) != 0)
-            ::_exit(127);
-        // Its own process group, so that stopping it also stops what it started.
-        ::setpgid(0, 0);
-        (void)::nice(backgroundNiceness);
-        ::execve(program.constData(), arguments.get(), environment.get());
-        ::_exit(127);
-    }
-    ::close(toServer[0]);
-    ::close(fromServer[1]);
-    if (processId < 0) {
-        ::close(toServer[1]);
-        ::close(fromServer[0]);
-        throw ServerUnavailable();
-    }
-
-    std::unique_ptr<CommandServer> server(new CommandServer(processId, toServer[1], fromServer[0]));
+    std::unique_ptr<CommandServer> server(new CommandServer(child->processId, child->input, child->output));
     const ServerFrame hello = server->readFrame(isCancelled, helloTimeoutMilliseconds);
     if (!parseServerHello(hello))
         server->fail();
@@ -139,7 +54,7 @@ CommandServer::~CommandServer()
     if (m_processId <= 0)
         return;
     closePipes();
-    if (!waitForExit(pid_t(m_processId), exitGraceMilliseconds))
+    if (!waitForChildExit(m_processId, childExitGraceMilliseconds))
         stop();
 #endif
 }
@@ -232,11 +147,8 @@ void CommandServer::write(const QByteArray &bytes)
 void CommandServer::closePipes()
 {
 #ifdef Q_OS_UNIX
-    for (int *end : {&m_input, &m_output}) {
-        if (*end >= 0)
-            ::close(*end);
-        *end = -1;
-    }
+    closePipeEnd(m_input);
+    closePipeEnd(m_output);
 #endif
 }
 
@@ -248,20 +160,10 @@ void CommandServer::fail()
 
 void CommandServer::stop()
 {
-#ifdef Q_OS_UNIX
-    if (m_processId <= 0)
-        return;
-    const pid_t processId = pid_t(m_processId);
+    const qint64 processId = m_processId;
     m_processId = 0;
     closePipes();
-    ::kill(-processId, SIGTERM);
-    ::kill(processId, SIGTERM);
-    if (!waitForExit(processId, exitGraceMilliseconds)) {
-        ::kill(-processId, SIGKILL);
-        ::kill(processId, SIGKILL);
-        ::waitpid(processId, nullptr, 0);
-    }
-#endif
+    stopPipedChild(processId);
 }
 
 } // namespace tillery

@@ -150,11 +150,9 @@ std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const 
     const ServerLaunch launch{*tool.executable,
                               tool.leadingArguments + QStringList{u"serve"_s, u"--cmdserver"_s, u"pipe"_s},
                               tool.environment.toStringList(), *directory};
-    const QByteArray configuration =
-        mercurialConfigurationFingerprint(*tool.executable, tool.environment, *directory);
-    const std::optional<ServedRun> served =
-        CommandServerPool::shared().run(launch, configuration, tool.leadingArguments + arguments,
-                                        [&control] { return isCancelled(control); });
+    const QByteArray configuration = mercurialConfigurationFingerprint(*tool.executable, tool.environment, *directory);
+    const std::optional<ServedRun> served = CommandServerPool::shared().run(
+        launch, configuration, tool.leadingArguments + arguments, [&control] { return isCancelled(control); });
     if (!served)
         return std::nullopt;
     return FinishedRun{served->standardOutput, served->standardError, served->status, false};
@@ -176,6 +174,25 @@ CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &d
 {
     return judge<GitFailure>(runToEnd<GitFailure>(gitInvocation(), command.arguments, directory, control),
                              command.arguments, command.acceptedStatuses);
+}
+
+std::unique_ptr<ToolStream> streamGit(const ToolCommand &command, const QString &directory)
+{
+    const ToolInvocation tool = gitInvocation();
+    if (!tool.executable)
+        throw GitFailure::notInstalled();
+    if (RunCancellationScope::isCancelled())
+        throw CancellationFailure();
+    const std::optional<PipedChild> child = startPipedChild(
+        {*tool.executable, tool.leadingArguments + command.arguments, tool.environment.toStringList(), directory},
+        false, true);
+    if (!child)
+        throw PlatformFailure::launchFailed(*tool.executable, u"The program could not be started."_s);
+    return std::make_unique<ToolStream>(
+        *child, [arguments = command.arguments, accepted = command.acceptedStatuses](const CommandOutput &output) {
+            if (!accepted.contains(output.status))
+                throw GitFailure::rejected(arguments, output);
+        });
 }
 
 } // namespace tillery

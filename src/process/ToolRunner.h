@@ -3,6 +3,7 @@
 #include "process/Cancellation.h"
 #include "process/ToolCommand.h"
 #include "process/ToolFailure.h"
+#include "process/ToolStream.h"
 #include "records/CommandOutput.h"
 
 #include <QSet>
@@ -10,6 +11,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace tillery {
@@ -40,11 +42,15 @@ struct RunControl {
 // report progress, and any a server cannot take, run as processes of their
 // own.
 //
-// These two are the only doors to the tools.
+// These two, and streamGit below, are the only doors to the tools.
 CommandOutput runMercurial(const ToolCommand &command, const std::optional<QString> &directory,
                            const RunControl &control = {});
 CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory,
                      const RunControl &control = {});
+
+// Starts git for output read a piece at a time (a long log, for one); the
+// stream judges the exit status as runGit does once the output has ended.
+std::unique_ptr<ToolStream> streamGit(const ToolCommand &command, const QString &directory);
 
 inline CommandOutput runMercurial(const QStringList &arguments, const std::optional<QString> &directory,
                                   const QSet<int> &acceptedStatuses)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "process/Cancellation.h"
+#include "process/HistoryPager.h"
 #include "process/ToolRunner.h"
 #include "records/Changeset.h"
+#include "records/HistoryFilter.h"
 #include "records/KindTraits.h"
 #include "records/Repository.h"
 #include "records/RepositorySnapshot.h"
@@ -13,6 +15,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 
 namespace tillery {
@@ -35,6 +38,13 @@ public:
 
     // Changes, history, bookmarks or branches and remotes in one piece.
     virtual RepositorySnapshot loadSnapshot(const QString &repositoryPath) const = 0;
+    // The history of all branches, newest first, from the start when a
+    // filter narrows it, else after the `shownCount` changesets a snapshot
+    // brought (the last of them `lastShown`). Git's ids are resolved with
+    // the tool; every filter part reaches it only as the literal it is.
+    virtual std::unique_ptr<HistoryPager> historyPager(const QString &repositoryPath, const HistoryFilter &filter,
+                                                       const std::optional<Changeset> &lastShown,
+                                                       qsizetype shownCount) const = 0;
 
     // The diffs stop their child and throw CancellationFailure as soon as
     // the check says so. An untracked file gets a "new file" diff made
