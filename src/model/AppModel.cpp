@@ -1,6 +1,7 @@
 #include "model/AppModel.h"
 
 #include "integrations/IgnoreFile.h"
+#include "model/HistorySearch.h"
 #include "process/CommandServerPool.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
@@ -37,6 +38,7 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
+    , m_historyBrowser(new HistoryBrowser(m_pool, *m_workspace, this))
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
                 *m_diffSelection,
@@ -50,6 +52,11 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_branches(m_context)
     , m_open(m_context)
 {
+}
+
+void AppModel::searchHistory(const QString &text)
+{
+    m_historyBrowser->setFilter(parseHistorySearch(text));
 }
 
 QString AppModel::ignoreFileName() const
@@ -82,7 +89,7 @@ AppModel::~AppModel()
 bool AppModel::isIdle() const
 {
     return runningBackgroundWork() == 0 && !m_activity->isBusy() && !m_diffSelection->isLoadingDiff()
-           && !m_diffSelection->isLoadingChangesetFiles();
+           && !m_diffSelection->isLoadingChangesetFiles() && !m_historyBrowser->isLoading();
 }
 
 void AppModel::start()
@@ -148,9 +155,7 @@ void AppModel::refresh()
         u"Refreshing "_s + QFileInfo(refreshed.path).fileName(),
         [backend, path = refreshed.path] {
             LoadedRepository loaded{backend->loadSnapshot(path), {}};
-            HistoryGraphLayout layout;
-            layout.append(loaded.snapshot.history);
-            loaded.historyGraph = layout.graph();
+            loaded.historyLayout.append(loaded.snapshot.history);
             return loaded;
         },
         [this, refreshed](const LoadedRepository &loaded) { applySnapshot(refreshed, loaded); },
@@ -165,7 +170,7 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
     if (!isSelected(repository))
         return;
     m_workspace->setSwitchingRepository(false);
-    m_workspace->setSnapshot(loaded.snapshot, loaded.historyGraph);
+    m_workspace->setSnapshot(loaded.snapshot, loaded.historyLayout);
     m_diffSelection->reconcileAfterRefresh();
 }
 

@@ -6,6 +6,7 @@
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
+#include "model/HistoryBrowser.h"
 #include "model/ModelSettings.h"
 #include "model/OpenActions.h"
 #include "model/Operations.h"
@@ -59,6 +60,7 @@ public:
     const RepositoryIcons &icons() const { return *m_icons; }
     const Workspace &workspace() const { return *m_workspace; }
     const DiffSelection &diffSelection() const { return *m_diffSelection; }
+    const HistoryBrowser &historyBrowser() const { return *m_historyBrowser; }
     const ActivityState &activityState() const { return *m_activity; }
     ModelSettings &settings() { return m_settings; }
     // The words and commands of the selected repository's kind (Mercurial's
@@ -104,6 +106,10 @@ public:
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
+    // History: the next older page, and a search typed into its field (an
+    // empty one returns to the whole history).
+    void loadOlderHistory() { m_historyBrowser->loadMore(); }
+    void searchHistory(const QString &text);
 
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
@@ -175,7 +181,7 @@ private:
     // A refresh's result: the snapshot and its history's lanes, laid out off the main thread.
     struct LoadedRepository {
         RepositorySnapshot snapshot;
-        HistoryGraph historyGraph;
+        HistoryGraphLayout historyLayout;
     };
     void applySnapshot(const Repository &repository, const LoadedRepository &loaded);
     void rememberSelection();
@@ -190,6 +196,7 @@ private:
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
+    HistoryBrowser *m_historyBrowser;
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;

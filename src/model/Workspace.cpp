@@ -25,16 +25,16 @@ void Workspace::setSelectedRepository(const std::optional<Repository> &repositor
     Q_EMIT selectedRepositoryChanged();
 }
 
-void Workspace::setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraph &historyGraph)
+void Workspace::setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraphLayout &historyLayout)
 {
     m_snapshot = snapshot;
-    m_historyGraph = historyGraph;
+    m_historyLayout = historyLayout;
     Q_EMIT snapshotChanged();
 }
 
 void Workspace::clearSnapshot()
 {
-    setSnapshot(emptySnapshot(), HistoryGraph());
+    setSnapshot(emptySnapshot(), HistoryGraphLayout());
 }
 
 void Workspace::setSwitchingRepository(bool switching)

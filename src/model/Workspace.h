@@ -25,7 +25,9 @@ public:
     // paths), defaultBranch and currentBranchIsPublished of the last refresh.
     const RepositorySnapshot &snapshot() const { return m_snapshot; }
     // The lanes beside the snapshot's history, row for row.
-    const HistoryGraph &historyGraph() const { return m_historyGraph; }
+    const HistoryGraph &historyGraph() const { return m_historyLayout.graph(); }
+    // The layout that drew them, to go on with as older history loads.
+    const HistoryGraphLayout &historyLayout() const { return m_historyLayout; }
     bool isSwitchingRepository() const { return m_isSwitchingRepository; }
     WorkspaceTab tab() const { return m_tab; }
     const QString &commitSummary() const { return m_commitSummary; }
@@ -36,7 +38,7 @@ public:
     bool isSheetShown(Sheet sheet) const;
 
     void setSelectedRepository(const std::optional<Repository> &repository);
-    void setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraph &historyGraph);
+    void setSnapshot(const RepositorySnapshot &snapshot, const HistoryGraphLayout &historyLayout);
     // What a repository shows before its first refresh.
     void clearSnapshot();
     void setSwitchingRepository(bool switching);
@@ -61,7 +63,7 @@ Q_SIGNALS:
 private:
     std::optional<Repository> m_selectedRepository;
     RepositorySnapshot m_snapshot = emptySnapshot();
-    HistoryGraph m_historyGraph;
+    HistoryGraphLayout m_historyLayout;
     bool m_isSwitchingRepository = false;
     WorkspaceTab m_tab = WorkspaceTab::changes;
     QString m_commitSummary;

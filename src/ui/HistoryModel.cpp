@@ -14,28 +14,59 @@ HistoryModel::HistoryModel(AppModel &model, QObject *parent)
     , m_clock([] { return QDateTime::currentDateTimeUtc(); })
 {
     connect(&model.workspace(), &Workspace::snapshotChanged, this, &HistoryModel::showSnapshot);
-    showSnapshot();
+    connect(&model.historyBrowser(), &HistoryBrowser::reset, this, &HistoryModel::showRows);
+    connect(&model.historyBrowser(), &HistoryBrowser::appended, this, &HistoryModel::showAppended);
+    showRows();
 }
 
+// The badges follow the bookmarks or branches of each refresh, even when the
+// rows stay.
 void HistoryModel::showSnapshot()
 {
-    const KindTraits *traits = &m_model.traits();
-    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
-    const QSet<QString> needingPush = changesetText::namesNeedingPush(snapshot.bookmarks);
-    if (snapshot.history == m_history && traits == m_traits) {
-        if (needingPush != m_namesNeedingPush) {
-            m_namesNeedingPush = needingPush;
-            if (!m_history.isEmpty())
-                Q_EMIT dataChanged(index(0), index(rowCount() - 1));
-        }
+    const QSet<QString> needingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
+    if (needingPush == m_namesNeedingPush)
         return;
-    }
-    beginResetModel();
-    m_history = snapshot.history;
-    m_graph = m_model.workspace().historyGraph();
-    m_traits = traits;
     m_namesNeedingPush = needingPush;
+    if (!m_history.isEmpty())
+        Q_EMIT dataChanged(index(0), index(rowCount() - 1));
+}
+
+void HistoryModel::showRows()
+{
+    const KindTraits *traits = &m_model.traits();
+    const QList<Changeset> &history = m_model.historyBrowser().changesets();
+    if (history == m_history && traits == m_traits)
+        return;
+    beginResetModel();
+    m_history = history;
+    m_traits = traits;
+    m_namesNeedingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
     endResetModel();
+}
+
+void HistoryModel::showAppended(qsizetype first)
+{
+    const QList<Changeset> &history = m_model.historyBrowser().changesets();
+    beginInsertRows(QModelIndex(), int(first), int(history.size() - 1));
+    m_history = history;
+    endInsertRows();
+}
+
+const HistoryGraph &HistoryModel::graph() const
+{
+    return m_model.historyBrowser().graph();
+}
+
+bool HistoryModel::canFetchMore(const QModelIndex &parent) const
+{
+    const HistoryBrowser &browser = m_model.historyBrowser();
+    return !parent.isValid() && browser.hasMore() && !browser.isLoading() && browser.failure().isEmpty();
+}
+
+void HistoryModel::fetchMore(const QModelIndex &parent)
+{
+    if (!parent.isValid())
+        m_model.loadOlderHistory();
 }
 
 int HistoryModel::rowCount(const QModelIndex &parent) const

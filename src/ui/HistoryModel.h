@@ -16,10 +16,11 @@ namespace tillery {
 
 class AppModel;
 
-// The selected repository's history for a list view, newest first: the
-// title, the author's name, the date relative to the clock, the short hash
-// and the badges of each changeset. A refresh that brings the same history
-// leaves the rows (and so the view's place) alone.
+// The selected repository's history for a list view, newest first, as far
+// as it has loaded (or a search's matches): the title, the author's name,
+// the date relative to the clock, the short hash and the badges of each
+// changeset. A refresh that brings the same history leaves the rows (and so
+// the view's place) alone.
 class HistoryModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -31,12 +32,15 @@ public:
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role) const override;
+    // Scrolling near the end loads the next older page.
+    bool canFetchMore(const QModelIndex &parent) const override;
+    void fetchMore(const QModelIndex &parent) override;
 
     const Changeset &changesetAt(int row) const { return m_history[row]; }
     int rowOf(const QString &node) const;
     QList<changesetText::Badge> badgesAt(int row) const;
     // The lanes beside the rows, row for row.
-    const HistoryGraph &graph() const { return m_graph; }
+    const HistoryGraph &graph() const;
 
     void setClock(Clock clock);
     // Tells the views that every relative date may read differently now.
@@ -44,10 +48,11 @@ public:
 
 private:
     void showSnapshot();
+    void showRows();
+    void showAppended(qsizetype first);
 
     AppModel &m_model;
     QList<Changeset> m_history;
-    HistoryGraph m_graph;
     const KindTraits *m_traits = nullptr;
     QSet<QString> m_namesNeedingPush;
     Clock m_clock;

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "model/Background.h"
+#include "model/HistoryGraph.h"
+#include "model/Workspace.h"
+#include "process/HistoryPager.h"
+#include "records/HistoryFilter.h"
+
+#include <QObject>
+
+#include <memory>
+
+namespace tillery {
+
+// The History page's rows: the refresh's newest changesets followed by the
+// older pages loaded on demand, or the changesets a search found; with
+// their lanes. Pages load in the background, one at a time; a refresh that
+// brings the same newest changesets keeps the older pages, and a search
+// starts its own paging from the newest match.
+class HistoryBrowser final : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr int pageSize = 250;
+
+    HistoryBrowser(BackgroundPool &pool, Workspace &workspace, QObject *parent = nullptr);
+
+    const QList<Changeset> &changesets() const { return m_changesets; }
+    const HistoryGraph &graph() const { return m_layout.graph(); }
+    const HistoryFilter &filter() const { return m_filter; }
+    bool isLoading() const { return m_isLoading; }
+    // Older changesets may be left to load.
+    bool hasMore() const { return m_hasMore; }
+    // Why the last page did not load; empty when it did.
+    const QString &failure() const { return m_failure; }
+
+    void loadMore();
+    // An empty filter returns to the whole history.
+    void setFilter(const HistoryFilter &filter);
+
+Q_SIGNALS:
+    // Every row may differ.
+    void reset();
+    // Rows from `first` on are new.
+    void appended(qsizetype first);
+    void loadingChanged();
+
+private:
+    void showSnapshot();
+    void startOver();
+    void setLoading(bool loading);
+    void append(const HistoryPage &page);
+
+    BackgroundPool &m_pool;
+    Workspace &m_workspace;
+    HistoryFilter m_filter;
+    QList<Changeset> m_changesets;
+    HistoryGraphLayout m_layout;
+    QList<Changeset> m_snapshotHistory;
+    std::shared_ptr<HistoryPager> m_pager;
+    BackgroundTask m_task;
+    bool m_isLoading = false;
+    bool m_hasMore = false;
+    QString m_failure;
+};
+
+} // namespace tillery
