@@ -37,6 +37,7 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
+    , m_annotation(new Annotation(*m_workspace, *m_diffSelection, m_pool, this))
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
                 *m_diffSelection,
@@ -82,7 +83,7 @@ AppModel::~AppModel()
 bool AppModel::isIdle() const
 {
     return runningBackgroundWork() == 0 && !m_activity->isBusy() && !m_diffSelection->isLoadingDiff()
-           && !m_diffSelection->isLoadingChangesetFiles();
+           && !m_diffSelection->isLoadingChangesetFiles() && m_annotation->state() != Annotation::State::loading;
 }
 
 void AppModel::start()

@@ -2,6 +2,7 @@
 
 #include "model/ActionContext.h"
 #include "model/ActivityState.h"
+#include "model/Annotation.h"
 #include "model/Background.h"
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
@@ -60,6 +61,7 @@ public:
     const Workspace &workspace() const { return *m_workspace; }
     const DiffSelection &diffSelection() const { return *m_diffSelection; }
     const ActivityState &activityState() const { return *m_activity; }
+    const Annotation &annotation() const { return *m_annotation; }
     ModelSettings &settings() { return m_settings; }
     // The words and commands of the selected repository's kind (Mercurial's
     // while none is selected).
@@ -104,6 +106,10 @@ public:
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
+    // Shows the file annotated in place of the page's diff: on History as of
+    // the selected changeset, on Changes as of the working copy's parent.
+    void annotate(const QString &path) { m_annotation->annotate(path); }
+    void closeAnnotation() { m_annotation->close(); }
 
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
@@ -190,6 +196,7 @@ private:
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
+    Annotation *m_annotation;
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;

@@ -4,6 +4,7 @@
 #include "ui/EmptyState.h"
 #include "ui/Icons.h"
 #include "ui/ImagePreview.h"
+#include "ui/PathLabel.h"
 #include "ui/ShownText.h"
 #include "ui/Spinner.h"
 #include "ui/ViewSettings.h"
@@ -21,32 +22,6 @@
 using namespace Qt::StringLiterals;
 
 namespace tillery {
-
-namespace {
-
-class PathLabel final : public QLabel {
-public:
-    PathLabel() { setTextFormat(Qt::PlainText); }
-    void setFullText(const QString &text)
-    {
-        m_full = text;
-        setToolTip(plainToolTip(text));
-        updateElision();
-    }
-
-protected:
-    void resizeEvent(QResizeEvent *event) override
-    {
-        QLabel::resizeEvent(event);
-        updateElision();
-    }
-
-private:
-    void updateElision() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, std::max(20, width()))); }
-    QString m_full;
-};
-
-} // namespace
 
 DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QString()> fileName, QString placeholder,
                    QWidget *parent)
@@ -140,7 +115,7 @@ void DiffView::setPlaceholder(const QString &placeholder)
 void DiffView::refresh()
 {
     const DiffSelection &selection = m_model.diffSelection();
-    static_cast<PathLabel *>(m_path)->setFullText(selection.comparisonTitle().value_or(m_fileName()));
+    m_path->setFullText(selection.comparisonTitle().value_or(m_fileName()));
     const PresentedDiffDocument &document = selection.diff();
     if (!selection.previewImage().isNull()) {
         m_image->setImage(selection.previewImage(), selection.previewCaption());

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "ui/ShownText.h"
+
+#include <QLabel>
+
+namespace tillery {
+
+// A file's path as plain text, shortened in the middle to the width it is
+// given; the whole path is its tooltip.
+class PathLabel final : public QLabel {
+public:
+    PathLabel() { setTextFormat(Qt::PlainText); }
+    void setFullText(const QString &text)
+    {
+        m_full = text;
+        setToolTip(plainToolTip(text));
+        updateElision();
+    }
+
+protected:
+    void resizeEvent(QResizeEvent *event) override
+    {
+        QLabel::resizeEvent(event);
+        updateElision();
+    }
+
+private:
+    void updateElision() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, std::max(20, width()))); }
+    QString m_full;
+};
+
+} // namespace tillery
