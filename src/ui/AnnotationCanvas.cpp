@@ -24,14 +24,8 @@ AnnotationCanvas::AnnotationCanvas(QWidget *parent)
     , m_smallFont(codeText::font(11))
     , m_textOption(codeText::lineOption(m_textFont))
 {
-    setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(u"Annotated file"_s);
-    setFrameShape(QFrame::NoFrame);
-    viewport()->setBackgroundRole(QPalette::Base);
-    viewport()->setAutoFillBackground(true);
+    codeText::setUpArea(*this, u"Annotated file"_s, QPalette::Base, rowHeight, m_textFont);
     viewport()->setMouseTracking(true);
-    verticalScrollBar()->setSingleStep(rowHeight);
-    horizontalScrollBar()->setSingleStep(QFontMetrics(m_textFont).horizontalAdvance(u'M') * 4);
 }
 
 void AnnotationCanvas::setLines(const FileAnnotation &annotation, const QDateTime &now)

@@ -4,7 +4,6 @@
 #include "ui/AnnotationCanvas.h"
 #include "ui/ChangesetText.h"
 #include "ui/EmptyState.h"
-#include "ui/Icons.h"
 #include "ui/PathLabel.h"
 #include "ui/Spinner.h"
 #include "ui/TextButton.h"
@@ -32,12 +31,6 @@ AnnotationView::AnnotationView(AppModel &model, WorkspaceTab page, QWidget *diff
     , m_message(new EmptyState(QString(), u"doc.text"_s, QString()))
     , m_canvas(new AnnotationCanvas)
 {
-    auto *icon = new QLabel;
-    icon->setPixmap(symbolIcon(u"doc.text"_s).pixmap(16, 16));
-    QFont pathFont = m_path->font();
-    pathFont.setWeight(QFont::Medium);
-    m_path->setFont(pathFont);
-    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_path->setObjectName(u"annotationPath"_s);
     m_revision->setTextFormat(Qt::PlainText);
     m_revision->setForegroundRole(QPalette::PlaceholderText);
@@ -51,10 +44,8 @@ AnnotationView::AnnotationView(AppModel &model, WorkspaceTab page, QWidget *diff
     escape->setContext(Qt::WidgetWithChildrenShortcut);
     connect(escape, &QShortcut::activated, this, [this] { m_model.closeAnnotation(); });
 
-    auto *header = new QHBoxLayout;
+    QHBoxLayout *header = fileHeader(m_path);
     header->setContentsMargins(10, 4, 10, 4);
-    header->addWidget(icon);
-    header->addWidget(m_path, 1);
     header->addWidget(m_revision);
     header->addSpacing(8);
     header->addWidget(m_close);

@@ -4,11 +4,24 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QScrollBar>
 #include <QTextLayout>
 
 #include <cmath>
 
 namespace tillery::codeText {
+
+void setUpArea(QAbstractScrollArea &area, const QString &accessibleName, QPalette::ColorRole background, int rowHeight,
+               const QFont &font)
+{
+    area.setFocusPolicy(Qt::StrongFocus);
+    area.setAccessibleName(accessibleName);
+    area.setFrameShape(QFrame::NoFrame);
+    area.viewport()->setBackgroundRole(background);
+    area.viewport()->setAutoFillBackground(true);
+    area.verticalScrollBar()->setSingleStep(rowHeight);
+    area.horizontalScrollBar()->setSingleStep(std::max(1, QFontMetrics(font).horizontalAdvance(u'M')) * 4);
+}
 
 QFont font(qreal pointSize)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractScrollArea>
 #include <QFont>
 #include <QPainter>
 #include <QStringView>
@@ -10,6 +11,11 @@ namespace tillery {
 // How the diff and the annotated file draw lines of code.
 namespace codeText {
 
+// A scroll area that draws rows of code itself: focusable, frameless, its
+// viewport filled with the role's colour, one row a step down and four
+// characters of the font a step sideways.
+void setUpArea(QAbstractScrollArea &area, const QString &accessibleName, QPalette::ColorRole background, int rowHeight,
+               const QFont &font);
 // The system's monospace font at the size.
 QFont font(qreal pointSize);
 // An option for one unwrapped line whose tabs stop every tabColumns cells.

@@ -23,13 +23,7 @@ DiffCanvas::DiffCanvas(QWidget *parent)
     , m_textOption(codeText::lineOption(m_textFont))
 {
     m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
-    setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(u"Diff"_s);
-    viewport()->setBackgroundRole(QPalette::Window);
-    viewport()->setAutoFillBackground(true);
-    verticalScrollBar()->setSingleStep(rowHeight);
-    horizontalScrollBar()->setSingleStep(m_characterWidth * 4);
-    setFrameShape(QFrame::NoFrame);
+    codeText::setUpArea(*this, u"Diff"_s, QPalette::Window, rowHeight, m_textFont);
 }
 
 void DiffCanvas::setDocument(const PresentedDiffDocument &document)

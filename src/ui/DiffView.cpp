@@ -12,7 +12,6 @@
 #include <QFontDatabase>
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QStackedWidget>
@@ -37,12 +36,6 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     , m_message(new QPlainTextEdit)
     , m_canvas(new DiffCanvas)
 {
-    auto *icon = new QLabel;
-    icon->setPixmap(symbolIcon(u"doc.text"_s).pixmap(16, 16));
-    QFont pathFont = m_path->font();
-    pathFont.setWeight(QFont::Medium);
-    m_path->setFont(pathFont);
-    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_path->setObjectName(u"diffPath"_s);
 
     m_settingsButton->setIcon(symbolIcon(u"gearshape"_s));
@@ -68,10 +61,8 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     markLayout(m_settings.diffLayout());
     m_canvas->setLayout(m_settings.diffLayout());
 
-    auto *header = new QHBoxLayout;
+    QHBoxLayout *header = fileHeader(m_path);
     header->setContentsMargins(10, 4, 6, 4);
-    header->addWidget(icon);
-    header->addWidget(m_path, 1);
     header->addWidget(m_settingsButton);
 
     QFont messageFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);

@@ -4,6 +4,8 @@
 
 #include <QLabel>
 
+class QHBoxLayout;
+
 namespace tillery {
 
 // A file's path as plain text, shortened in the middle to the width it is
@@ -29,5 +31,9 @@ private:
     void updateElision() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, std::max(20, width()))); }
     QString m_full;
 };
+
+// A pane's header row: the file icon, then the path (of medium weight,
+// taking the spare width); the caller adds what follows it.
+QHBoxLayout *fileHeader(PathLabel *path);
 
 } // namespace tillery
