@@ -125,6 +125,13 @@ public:
         return parseCommitFiles(outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
     }
 
+    FileAnnotation annotateFile(const QString &repositoryPath, const std::optional<QString> &node, const QString &path,
+                                const CancellationCheck &isCancelled) const override
+    {
+        const ToolCommand command = Tool::annotateCommand(annotatedRevision(node), path);
+        return parseBlame(ToolBackend::outputOf(command, repositoryPath, RunControl{isCancelled, {}}));
+    }
+
     void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
                 const QString &description, const QString &userName) const override
     {

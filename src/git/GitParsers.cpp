@@ -4,7 +4,10 @@
 #include "records/TextDecoding.h"
 #include "records/TextSplitting.h"
 
+#include <QHash>
+
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 
 using namespace Qt::StringLiterals;
@@ -344,6 +347,70 @@ QList<WorkingFile> parseCommitFiles(QByteArrayView output)
     }
     sortLocalized(files, [](const WorkingFile &file) { return file.path; });
     return files;
+}
+
+namespace {
+
+bool isObjectId(QByteArrayView word)
+{
+    return (word.size() == 40 || word.size() == 64) && std::all_of(word.begin(), word.end(), [](char c) {
+               return std::isxdigit(static_cast<unsigned char>(c));
+           });
+}
+
+} // namespace
+
+FileAnnotation parseBlame(QByteArrayView output)
+{
+    // Porcelain names a commit's author only at its first line; later lines
+    // of the same commit carry just its id.
+    struct Commit {
+        QString node;
+        QString name;
+        QString mail;
+        QString author;
+        qint64 date = 0;
+    };
+    QHash<QByteArray, Commit> commits;
+    // Valid until the next insertion, which only the next header line makes.
+    Commit *commit = nullptr;
+    FileAnnotation annotation;
+    for (const QByteArrayView line : splitBytes(output, '\n')) {
+        if (line.front() == '\t') {
+            const QByteArrayView bytes = line.sliced(1);
+            if (bytes.contains('\0'))
+                return FileAnnotation{FileAnnotation::Content::binary, {}};
+            if (!commit || annotation.content != FileAnnotation::Content::text)
+                continue;
+            const std::optional<QString> text = decodeUtf8(bytes);
+            if (!text) {
+                // A NUL further down still makes the file binary.
+                annotation = FileAnnotation{FileAnnotation::Content::notUtf8, {}};
+                continue;
+            }
+            if (commit->author.isNull())
+                commit->author = commit->mail.isEmpty() ? commit->name : commit->name + u' ' + commit->mail;
+            annotation.lines.append({commit->node, commit->author, commit->date, withoutLineEnding(*text).toString()});
+            continue;
+        }
+        const qsizetype space = line.indexOf(' ');
+        const QByteArrayView key = space < 0 ? line : line.first(space);
+        const QByteArrayView value = space < 0 ? QByteArrayView() : line.sliced(space + 1);
+        if (isObjectId(key)) {
+            commit = &commits[key.toByteArray()];
+            if (commit->node.isEmpty())
+                commit->node = QString::fromLatin1(key);
+        } else if (!commit) {
+            continue;
+        } else if (key == "author") {
+            commit->name = QString::fromUtf8(value);
+        } else if (key == "author-mail") {
+            commit->mail = QString::fromUtf8(value);
+        } else if (key == "author-time") {
+            commit->date = value.toLongLong();
+        }
+    }
+    return annotation;
 }
 
 } // namespace tillery::git

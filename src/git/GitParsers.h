@@ -1,6 +1,7 @@
 #pragma once
 
 #include "git/GitTool.h"
+#include "records/Annotation.h"
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
 #include "records/WorkingFile.h"
@@ -87,5 +88,10 @@ std::optional<GitIdentity> parseIdentity(const QString &text);
 
 // "git diff-tree --name-status -z": the files of a commit, sorted.
 QList<WorkingFile> parseCommitFiles(QByteArrayView output);
+
+// "git blame --porcelain": each line with its commit, the commit's author
+// ("Name <address>") and author time. A line holding a NUL makes the file
+// binary (as Git judges it), one that is not UTF-8 makes it not text.
+FileAnnotation parseBlame(QByteArrayView output);
 
 } // namespace tillery::git

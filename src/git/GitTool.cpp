@@ -184,6 +184,13 @@ ToolCommand GitTool::compareDiffCommand(const QString &branch)
     return {diffArguments() + QStringList{branch + u"...HEAD"_s}, {0}};
 }
 
+ToolCommand GitTool::annotateCommand(const QString &revision, const QString &path)
+{
+    return {{u"-c"_s, u"i18n.logOutputEncoding=UTF-8"_s, u"blame"_s, u"--porcelain"_s, u"--no-textconv"_s, revision,
+             u"--"_s, path},
+            {0}};
+}
+
 namespace {
 
 QStringList fileArguments(const QStringList &paths)

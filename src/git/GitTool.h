@@ -75,6 +75,10 @@ struct GitTool {
     static ToolCommand changesetDiffCommand(const QString &hash, const QString &path);
     static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
     static ToolCommand compareDiffCommand(const QString &branch);
+    // Every line of the file with its commit, in the porcelain format. Blame
+    // reads the path literally, never as a pathspec; filters a repository
+    // configures ("textconv") are not run.
+    static ToolCommand annotateCommand(const QString &revision, const QString &path);
 
     // Operations. Names must have been checked with refuseOptionLike() first;
     // paths are made safe here. The commands that talk to a remote ask for

@@ -72,6 +72,13 @@ public:
             outputOf(Tool::changesetFilesCommand(checkedChangesetId(changeset)), repositoryPath));
     }
 
+    FileAnnotation annotateFile(const QString &repositoryPath, const std::optional<QString> &node, const QString &path,
+                                const CancellationCheck &isCancelled) const override
+    {
+        const ToolCommand command = Tool::annotateCommand(annotatedRevision(node), path);
+        return mercurial::parseAnnotation(outputOf(command, repositoryPath, RunControl{isCancelled, {}}), path);
+    }
+
     // hg has no staging: untracked files are added, then exactly the chosen
     // files are committed.
     void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,

@@ -211,6 +211,39 @@ QList<Bookmark> parseBookmarks(const QByteArray &output, const QHash<QString, QD
     return bookmarks;
 }
 
+FileAnnotation parseAnnotation(const QByteArray &output, const QString &path)
+{
+    // Mercurial prints a line that is not UTF-8 with stand-ins for its bytes
+    // that are not UTF-8 either; nothing else it prints can be.
+    if (!decodeUtf8(output))
+        return FileAnnotation{FileAnnotation::Content::notUtf8, {}};
+    for (const QJsonObject &entry : objectsOf(output, u"annotations are not a JSON array"_s)) {
+        if (entry.value(u"path"_s).toString() != path)
+            continue;
+        if (!entry.contains(u"lines"_s))
+            return FileAnnotation{FileAnnotation::Content::binary, {}};
+        FileAnnotation annotation;
+        const QJsonArray lines = entry.value(u"lines"_s).toArray();
+        annotation.lines.reserve(lines.size());
+        AnnotatedLine previous;
+        for (const QJsonValue &value : lines) {
+            const QJsonObject line = value.toObject();
+            AnnotatedLine annotated{line.value(u"node"_s).toString(), line.value(u"user"_s).toString(),
+                                    static_cast<qint64>(line.value(u"date"_s).toArray().at(0).toDouble()),
+                                    withoutLineEnding(line.value(u"line"_s).toString()).toString()};
+            // Neighbouring lines mostly come from one changeset: they share its texts.
+            if (annotated.node == previous.node)
+                annotated.node = previous.node;
+            if (annotated.author == previous.author)
+                annotated.author = previous.author;
+            previous = annotated;
+            annotation.lines.append(std::move(annotated));
+        }
+        return annotation;
+    }
+    throw MercurialFailure::malformedOutput(u"no annotation of "_s + path);
+}
+
 QString parseCurrentBranch(QByteArrayView output)
 {
     return decodeUtf8OrEmpty(output).trimmed();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/Annotation.h"
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
 #include "records/WorkingFile.h"
@@ -35,6 +36,12 @@ QHash<QString, QDateTime> parseBookmarkDates(QByteArrayView output);
 
 // "hg bookmarks -Tjson", in the tool's order, dated from the map.
 QList<Bookmark> parseBookmarks(const QByteArray &output, const QHash<QString, QDateTime> &dates);
+
+// "hg annotate -Tjson --user --date --changeset" of one file: the entry of
+// that path (a binary file's has no lines). Output that is not UTF-8 means
+// the file is not. Fails with MercurialFailure when the output holds no
+// entry of that path.
+FileAnnotation parseAnnotation(const QByteArray &output, const QString &path);
 
 // "hg branch".
 QString parseCurrentBranch(QByteArrayView output);

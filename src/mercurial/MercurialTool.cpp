@@ -73,6 +73,13 @@ ToolCommand MercurialTool::compareDiffCommand(const QString &target)
     return {{u"diff"_s, u"--git"_s, u"--rev="_s + target, u"--rev=."_s}, {0}};
 }
 
+ToolCommand MercurialTool::annotateCommand(const QString &revision, const QString &path)
+{
+    return {{u"annotate"_s, u"-Tjson"_s, u"--user"_s, u"--date"_s, u"--changeset"_s, u"--rev="_s + revision, u"--"_s,
+             fileArgument(path)},
+            {0}};
+}
+
 namespace {
 
 QStringList fileArguments(const QStringList &paths)

@@ -45,6 +45,8 @@ struct MercurialTool {
     static ToolCommand changesetDiffCommand(const QString &node, const QString &path);
     static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
     static ToolCommand compareDiffCommand(const QString &target);
+    // Every line of the file with its changeset's node, user and date, as JSON.
+    static ToolCommand annotateCommand(const QString &revision, const QString &path);
 
     // Operations. Names must have been checked with refuseOptionLike() first;
     // file arguments are made safe here.

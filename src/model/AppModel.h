@@ -2,6 +2,7 @@
 
 #include "model/ActionContext.h"
 #include "model/ActivityState.h"
+#include "model/Annotation.h"
 #include "model/Background.h"
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
@@ -62,6 +63,7 @@ public:
     const DiffSelection &diffSelection() const { return *m_diffSelection; }
     const HistoryBrowser &historyBrowser() const { return *m_historyBrowser; }
     const ActivityState &activityState() const { return *m_activity; }
+    const Annotation &annotation() const { return *m_annotation; }
     ModelSettings &settings() { return m_settings; }
     // The words and commands of the selected repository's kind (Mercurial's
     // while none is selected).
@@ -106,10 +108,17 @@ public:
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
+<<<<<<< HEAD
     // History: the next older page, and a search typed into its field (an
     // empty one returns to the whole history).
     void loadOlderHistory() { m_historyBrowser->loadMore(); }
     void searchHistory(const QString &text);
+=======
+    // Shows the file annotated in place of the page's diff: on History as of
+    // the selected changeset, on Changes as of the working copy's parent.
+    void annotate(const QString &path) { m_annotation->annotate(path); }
+    void closeAnnotation() { m_annotation->close(); }
+>>>>>>> annotate-wip
 
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
@@ -196,7 +205,11 @@ private:
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
+<<<<<<< HEAD
     HistoryBrowser *m_historyBrowser;
+=======
+    Annotation *m_annotation;
+>>>>>>> annotate-wip
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;

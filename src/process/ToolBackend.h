@@ -126,6 +126,16 @@ protected:
         return decodeUtf8OrEmpty(outputOf(command, repositoryPath, control));
     }
 
+    // The revision a file is annotated as of: the changeset, refused when it
+    // would be read as an option, or else the working copy's parent.
+    static QString annotatedRevision(const std::optional<QString> &node)
+    {
+        if (!node)
+            return Tool::workingParent();
+        refuseOptionLike(*node, QStringLiteral("a revision"));
+        return *node;
+    }
+
     // A bookmark or branch name that would be read as an option is refused.
     void refuseName(const QString &name) const
     {

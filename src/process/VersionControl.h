@@ -3,6 +3,7 @@
 #include "process/Cancellation.h"
 #include "process/HistoryPager.h"
 #include "process/ToolRunner.h"
+#include "records/Annotation.h"
 #include "records/Changeset.h"
 #include "records/HistoryFilter.h"
 #include "records/KindTraits.h"
@@ -65,6 +66,11 @@ public:
     // What the working copy's parent changed since the bookmark or branch;
     // empty when they agree.
     virtual QString compareDiff(const QString &repositoryPath, const QString &target) const = 0;
+    // The lines of a file as of a changeset (nothing: the working copy's
+    // parent), each with the changeset that last changed it, followed
+    // through renames. A file the changeset does not have fails.
+    virtual FileAnnotation annotateFile(const QString &repositoryPath, const std::optional<QString> &node,
+                                        const QString &path, const CancellationCheck &isCancelled = {}) const = 0;
 
     // Commits exactly these files, adding untracked ones first; no file
     // commits nothing. A blank user name leaves the tool's own configuration

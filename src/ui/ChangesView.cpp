@@ -2,11 +2,13 @@
 
 #include "model/AppModel.h"
 #include "model/Desktop.h"
+#include "ui/AnnotationView.h"
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
 #include "ui/CommitBox.h"
 #include "ui/DiffView.h"
 #include "ui/EmptyState.h"
+#include "ui/RowMenus.h"
 #include "ui/ShownText.h"
 #include "ui/Spinner.h"
 
@@ -54,22 +56,15 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
               return file ? file->path : QString();
           },
           u"Select a changed file to inspect its diff."_s))
+    , m_annotation(new AnnotationView(model, WorkspaceTab::changes, m_diffView))
 {
     m_list->setModel(m_files);
     m_list->setItemDelegate(new ChangedFileDelegate(m_list));
     m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
     m_list->setAccessibleName(u"Changed files"_s);
     m_list->setFrameShape(QFrame::NoFrame);
-    connect(m_list, &QListView::customContextMenuRequested, this, [this](const QPoint &position) {
-        const QModelIndex index = m_list->indexAt(position);
-        if (!index.isValid())
-            return;
-        QMenu *menu = contextMenuFor(index.row());
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        menu->popup(m_list->viewport()->mapToGlobal(position));
-    });
+    offerRowMenus(m_list, [this](int row) { return contextMenuFor(row); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesView::listSelectionChanged);
 
     m_selectAll->setObjectName(u"selectAllFiles"_s);
@@ -113,7 +108,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
 
     auto *splitter = new QSplitter(Qt::Horizontal);
     splitter->addWidget(left);
-    splitter->addWidget(m_diffView);
+    splitter->addWidget(m_annotation);
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({300, 600});
@@ -185,6 +180,7 @@ void ChangesView::listSelectionChanged()
     QSet<WorkingFile> selected;
     for (const QModelIndex &index : m_list->selectionModel()->selectedIndexes())
         selected.insert(m_files->fileAt(index.row()));
+    m_annotation->closeIfShown();
     m_model.selectChangeFiles(selected);
     m_updatingSelection = false;
 }
@@ -239,6 +235,11 @@ QMenu *ChangesView::contextMenuFor(int row)
             [this, absolute] { m_model.openInEditor(absolute); });
     connect(menu->addAction(u"Open with Default Program"_s), &QAction::triggered, this,
             [this, absolute] { m_model.openWithDefaultApplication(absolute); });
+    menu->addSeparator();
+    QAction *annotate = menu->addAction(u"Annotate"_s);
+    // A file the working copy's parent does not have has no lines to annotate.
+    annotate->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
+    connect(annotate, &QAction::triggered, this, [this, path = clicked.path] { m_model.annotate(path); });
     return menu;
 }
 

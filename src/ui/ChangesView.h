@@ -9,6 +9,7 @@ class QStackedWidget;
 
 namespace tillery {
 
+class AnnotationView;
 class AppModel;
 class ChangedFilesModel;
 class CommitBox;
@@ -26,6 +27,7 @@ public:
     ChangesView(AppModel &model, ViewSettings &settings, QWidget *parent = nullptr);
 
     QListView *list() const { return m_list; }
+    AnnotationView *annotationView() const { return m_annotation; }
 
     // The context menu of a row (the caller owns it).
     QMenu *contextMenuFor(int row);
@@ -43,6 +45,7 @@ private:
     QCheckBox *m_selectAll;
     CommitBox *m_commitBox;
     DiffView *m_diffView;
+    AnnotationView *m_annotation;
     bool m_updatingSelection = false;
 };
 

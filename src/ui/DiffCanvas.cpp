@@ -1,61 +1,29 @@
 #include "ui/DiffCanvas.h"
 
+#include "ui/CodeText.h"
 #include "ui/DiffColors.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QTextLayout>
 
 #include <array>
-#include <cmath>
 
 using namespace Qt::StringLiterals;
 
 namespace tillery {
 
-namespace {
-
-QFont monospaceFont(qreal pointSize)
-{
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPointSizeF(pointSize);
-    return font;
-}
-
-// What a line shows: carriage returns and the like would draw as boxes.
-QString displayText(QStringView text)
-{
-    QString shown = text.toString();
-    for (QChar &character : shown) {
-        if (character == u'\r' || character == u'\n')
-            character = u' ';
-    }
-    return shown;
-}
-
-} // namespace
-
 DiffCanvas::DiffCanvas(QWidget *parent)
     : QAbstractScrollArea(parent)
-    , m_textFont(monospaceFont(12))
-    , m_numberFont(monospaceFont(11))
+    , m_textFont(codeText::font(12))
+    , m_numberFont(codeText::font(11))
+    , m_textOption(codeText::lineOption(m_textFont))
 {
     m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
-    m_textOption.setWrapMode(QTextOption::NoWrap);
-    m_textOption.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_textOption.setTabStopDistance(tabColumns * m_characterWidth);
-    setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(u"Diff"_s);
-    viewport()->setBackgroundRole(QPalette::Window);
-    viewport()->setAutoFillBackground(true);
-    verticalScrollBar()->setSingleStep(rowHeight);
-    horizontalScrollBar()->setSingleStep(m_characterWidth * 4);
-    setFrameShape(QFrame::NoFrame);
+    codeText::setUpArea(*this, u"Diff"_s, QPalette::Window, rowHeight, m_textFont);
 }
 
 void DiffCanvas::setDocument(const PresentedDiffDocument &document)
@@ -67,15 +35,7 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
     if (m_document.widestLine >= 0) {
         // Through a const view: the rows are shared with the model's document.
         const QStringView widest = m_document.textOf(std::as_const(m_document).unifiedLines.at(m_document.widestLine));
-        QTextLayout layout(displayText(widest), m_textFont);
-        layout.setTextOption(m_textOption);
-        layout.beginLayout();
-        QTextLine line = layout.createLine();
-        if (line.isValid()) {
-            line.setLineWidth(1 << 24);
-            m_widestLineWidth = qint64(std::ceil(line.naturalTextWidth()));
-        }
-        layout.endLayout();
+        m_widestLineWidth = codeText::measuredWidth(widest, m_textFont, m_textOption);
     }
     m_selectionAnchor = m_selectionEnd = -1;
     verticalScrollBar()->setValue(0);
@@ -170,15 +130,7 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
     const int textX = x + gutters * gutterWidth + 1 + textPadding;
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
-    const QRect textArea(textX, y, std::max(0, width - (textX - x)) + (1 << 20), rowHeight);
-    const QStringView text = std::as_const(m_document).textOf(*line);
-    if (text.contains(u'\t')) {
-        // Tab stops count from the line's own start, wherever it is scrolled to.
-        painter.translate(textX, y);
-        painter.drawText(QRectF(0, 0, textArea.width(), rowHeight), displayText(text), m_textOption);
-    } else {
-        painter.drawText(textArea, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, displayText(text));
-    }
+    codeText::draw(painter, textX, y, rowHeight, std::as_const(m_document).textOf(*line), m_textOption);
     painter.restore();
 }
 

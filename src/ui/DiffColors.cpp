@@ -49,4 +49,12 @@ QColor gutterColor(const QPalette &palette)
     return withAlpha(palette.color(QPalette::Button), 0.72);
 }
 
+QColor annotationRunColor(qsizetype run, const QPalette &palette)
+{
+    const QColor base = palette.color(QPalette::Base);
+    if (run % 2 == 0)
+        return base;
+    return over(withAlpha(palette.color(QPalette::Text), isDarkPalette(palette) ? 0.08 : 0.05), base);
+}
+
 } // namespace tillery

@@ -18,4 +18,8 @@ DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette);
 // The line-number cells: the control background at 0.72 opacity over the row.
 QColor gutterColor(const QPalette &palette);
 
+// The background of a run of annotated lines from one changeset: runs
+// alternate between the base and a shade of it a little towards the text.
+QColor annotationRunColor(qsizetype run, const QPalette &palette);
+
 } // namespace tillery

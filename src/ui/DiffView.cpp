@@ -4,6 +4,7 @@
 #include "ui/EmptyState.h"
 #include "ui/Icons.h"
 #include "ui/ImagePreview.h"
+#include "ui/PathLabel.h"
 #include "ui/ShownText.h"
 #include "ui/Spinner.h"
 #include "ui/ViewSettings.h"
@@ -11,7 +12,6 @@
 #include <QFontDatabase>
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QStackedWidget>
@@ -21,32 +21,6 @@
 using namespace Qt::StringLiterals;
 
 namespace tillery {
-
-namespace {
-
-class PathLabel final : public QLabel {
-public:
-    PathLabel() { setTextFormat(Qt::PlainText); }
-    void setFullText(const QString &text)
-    {
-        m_full = text;
-        setToolTip(plainToolTip(text));
-        updateElision();
-    }
-
-protected:
-    void resizeEvent(QResizeEvent *event) override
-    {
-        QLabel::resizeEvent(event);
-        updateElision();
-    }
-
-private:
-    void updateElision() { setText(fontMetrics().elidedText(m_full, Qt::ElideMiddle, std::max(20, width()))); }
-    QString m_full;
-};
-
-} // namespace
 
 DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QString()> fileName, QString placeholder,
                    QWidget *parent)
@@ -62,12 +36,6 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     , m_message(new QPlainTextEdit)
     , m_canvas(new DiffCanvas)
 {
-    auto *icon = new QLabel;
-    icon->setPixmap(symbolIcon(u"doc.text"_s).pixmap(16, 16));
-    QFont pathFont = m_path->font();
-    pathFont.setWeight(QFont::Medium);
-    m_path->setFont(pathFont);
-    m_path->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_path->setObjectName(u"diffPath"_s);
 
     m_settingsButton->setIcon(symbolIcon(u"gearshape"_s));
@@ -93,10 +61,8 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     markLayout(m_settings.diffLayout());
     m_canvas->setLayout(m_settings.diffLayout());
 
-    auto *header = new QHBoxLayout;
+    QHBoxLayout *header = fileHeader(m_path);
     header->setContentsMargins(10, 4, 6, 4);
-    header->addWidget(icon);
-    header->addWidget(m_path, 1);
     header->addWidget(m_settingsButton);
 
     QFont messageFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -140,7 +106,7 @@ void DiffView::setPlaceholder(const QString &placeholder)
 void DiffView::refresh()
 {
     const DiffSelection &selection = m_model.diffSelection();
-    static_cast<PathLabel *>(m_path)->setFullText(selection.comparisonTitle().value_or(m_fileName()));
+    m_path->setFullText(selection.comparisonTitle().value_or(m_fileName()));
     const PresentedDiffDocument &document = selection.diff();
     if (!selection.previewImage().isNull()) {
         m_image->setImage(selection.previewImage(), selection.previewCaption());

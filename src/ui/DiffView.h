@@ -16,6 +16,7 @@ namespace tillery {
 class AppModel;
 class EmptyState;
 class ImagePreview;
+class PathLabel;
 class ViewSettings;
 
 // The diff pane: a header with the file's path and the layout menu, then
@@ -40,7 +41,7 @@ private:
     AppModel &m_model;
     ViewSettings &m_settings;
     std::function<QString()> m_fileName;
-    QLabel *m_path;
+    PathLabel *m_path;
     QToolButton *m_settingsButton;
     QStackedWidget *m_body;
     ImagePreview *m_image;

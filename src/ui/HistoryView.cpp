@@ -1,18 +1,21 @@
 #include "ui/HistoryView.h"
 
 #include "model/AppModel.h"
+#include "ui/AnnotationView.h"
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
 #include "ui/ChangesetHeader.h"
 #include "ui/CommitRowDelegate.h"
 #include "ui/DiffView.h"
 #include "ui/EmptyState.h"
+#include "ui/RowMenus.h"
 #include "ui/Spinner.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListView>
+#include <QMenu>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -65,6 +68,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
               return file ? file->path : QString();
           },
           QString()))
+    , m_annotation(new AnnotationView(model, WorkspaceTab::history, m_diffView))
 {
     m_list->setObjectName(u"history"_s);
     m_fileList->setObjectName(u"changesetFiles"_s);
@@ -110,7 +114,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     topLayout->addWidget(m_filesArea, 1);
     auto *detailSplit = new QSplitter(Qt::Vertical);
     detailSplit->addWidget(top);
-    detailSplit->addWidget(m_diffView);
+    detailSplit->addWidget(m_annotation);
     detailSplit->setChildrenCollapsible(false);
     detailSplit->setStretchFactor(0, 0);
     detailSplit->setStretchFactor(1, 1);
@@ -141,8 +145,10 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
             [this](const QModelIndex &current) {
                 if (m_updatingSelection || !current.isValid())
                     return;
+                m_annotation->closeIfShown();
                 m_model.selectChangesetFile(m_files->fileAt(current.row()));
             });
+    offerRowMenus(m_fileList, [this](int row) { return fileContextMenuFor(row); });
     connect(m_history, &QAbstractItemModel::modelReset, this, [this] {
         updateState();
         showSelectedChangeset();
@@ -172,6 +178,21 @@ void HistoryView::setClock(HistoryModel::Clock clock, std::chrono::milliseconds 
 {
     m_history->setClock(std::move(clock));
     m_dateTimer.start(period);
+}
+
+QMenu *HistoryView::fileContextMenuFor(int row)
+{
+    auto *menu = new QMenu(this);
+    if (row < 0 || row >= m_files->rowCount())
+        return menu;
+    const WorkingFile file = m_files->fileAt(row);
+    QAction *annotate = menu->addAction(u"Annotate"_s);
+    // A file the changeset removed has no lines as of it.
+    annotate->setEnabled(file.state != FileState::removed);
+    connect(annotate, &QAction::triggered, this, [this, path = file.path] { m_model.annotate(path); });
+    connect(menu->addAction(u"Copy Relative File Path"_s), &QAction::triggered, this,
+            [this, path = file.path] { m_model.copyPaths({path}); });
+    return menu;
 }
 
 void HistoryView::updateForRepository()

@@ -9,10 +9,12 @@
 
 class QLabel;
 class QListView;
+class QMenu;
 class QStackedWidget;
 
 namespace tillery {
 
+class AnnotationView;
 class AppModel;
 class ChangedFilesModel;
 class ChangesetHeader;
@@ -35,6 +37,9 @@ public:
 
     // The clock the relative dates are read from and how often they are read again.
     void setClock(HistoryModel::Clock clock, std::chrono::milliseconds period = dateRefreshPeriod);
+    AnnotationView *annotationView() const { return m_annotation; }
+    // The context menu of a row of the changeset's files (the caller owns it).
+    QMenu *fileContextMenuFor(int row);
 
 private:
     void updateForRepository();
@@ -58,6 +63,7 @@ private:
     QStackedWidget *m_filesArea;
     QListView *m_fileList;
     DiffView *m_diffView;
+    AnnotationView *m_annotation;
     QTimer m_dateTimer;
     bool m_updatingSelection = false;
 };

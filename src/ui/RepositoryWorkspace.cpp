@@ -1,6 +1,7 @@
 #include "ui/RepositoryWorkspace.h"
 
 #include "model/AppModel.h"
+#include "ui/AnnotationView.h"
 #include "ui/ChangesView.h"
 #include "ui/HistoryView.h"
 #include "ui/WorkspaceTabHeader.h"
@@ -37,6 +38,8 @@ RepositoryWorkspace::RepositoryWorkspace(AppModel &model, ViewSettings &settings
     layout->addWidget(divider);
     layout->addWidget(m_pages, 1);
 
+    for (AnnotationView *annotation : {m_changes->annotationView(), m_history->annotationView()})
+        connect(annotation, &AnnotationView::changesetClicked, this, &RepositoryWorkspace::showChangesetInHistory);
     connect(&model.workspace(), &Workspace::tabChanged, this, &RepositoryWorkspace::update);
     update();
 }
@@ -44,6 +47,18 @@ RepositoryWorkspace::RepositoryWorkspace(AppModel &model, ViewSettings &settings
 QWidget *RepositoryWorkspace::currentPage() const
 {
     return m_pages->currentWidget();
+}
+
+void RepositoryWorkspace::showChangesetInHistory(const QString &node)
+{
+    m_model.setTab(WorkspaceTab::history);
+    const QList<Changeset> &history = m_model.workspace().snapshot().history;
+    const auto found = std::find_if(history.cbegin(), history.cend(),
+                                    [&node](const Changeset &changeset) { return changeset.node == node; });
+    // Older than the loaded history: the selection stays as it is.
+    if (found == history.cend())
+        return;
+    m_model.selectChangeset(*found);
 }
 
 void RepositoryWorkspace::update()

@@ -55,6 +55,12 @@ struct Scene {
     QString base;
 };
 
+// File names either tool could read as an option or a pattern.
+QStringList hostileNames()
+{
+    return {u"-x"_s, u"--output=pwned"_s, u"re:.*"_s, u"glob:*"_s};
+}
+
 QString toolName(RepositoryKind kind)
 {
     return kind == RepositoryKind::git ? u"git"_s : u"hg"_s;
@@ -260,6 +266,7 @@ private Q_SLOTS:
              [=](const VersionControl &b, const QString &p) {
                  b.fileContents(p, forged, {u"a"_s, FileState::modified});
              }},
+            {"annotate", [=](const VersionControl &b, const QString &p) { b.annotateFile(p, forged.node, u"a"_s); }},
             {"clone source",
              [](const VersionControl &b, const QString &p) { b.clone(u"--upload-pack=x"_s, p + u"/c"_s); }},
             {"clone destination", [](const VersionControl &b, const QString &p) { b.clone(p, u"-U"_s); }},
@@ -331,6 +338,76 @@ private Q_SLOTS:
                      "after " + name.toUtf8() + "\n");
         }
         QVERIFY(!QFile::exists(repository->filePath(u"PWNED"_s)));
+    }
+
+    // A file as of a changeset (0: the working copy's parent), each line with the changeset that last
+    // changed it ("changeset: text"), followed through a rename; names that would be patterns or
+    // options mean that file; a file the changeset lacks fails and says so (no lines given).
+    void annotate_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QString>("path");
+        QTest::addColumn<int>("asOf");
+        QTest::addColumn<QStringList>("lines");
+        for (const RepositoryKind kind : allRepositoryKinds()) {
+            const QByteArray tool = toolName(kind).toUtf8();
+            QTest::addRow("%s: three changesets and a rename", tool.constData())
+                << kind << u"log.txt"_s << 0
+                << QStringList{u"1: one"_s, u"2: TWO"_s, u"1: three"_s, u"1: four"_s, u"3: FIVE"_s, u"1: six"_s};
+            QTest::addRow("%s: as of the second", tool.constData())
+                << kind << u"log.txt"_s << 2
+                << QStringList{u"1: one"_s, u"2: TWO"_s, u"1: three"_s, u"1: four"_s, u"1: five"_s, u"1: six"_s};
+            for (const QString &name : hostileNames())
+                QTest::addRow("%s: %s", tool.constData(), qPrintable(name))
+                    << kind << name << 0 << QStringList{u"1: literal "_s + name};
+            QTest::addRow("%s: renamed away", tool.constData()) << kind << u"notes.txt"_s << 0 << QStringList();
+        }
+    }
+
+    void annotate()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QString, path);
+        QFETCH(int, asOf);
+        QFETCH(QStringList, lines);
+        const VersionControl &backend = versionControl(kind);
+        const auto repository = test::makeFixture(kind);
+        const QStringList authors{u"Ann <ann@example.com>"_s, u"Bob <bob@example.com>"_s, u"Cy <cy@example.com>"_s};
+        QStringList nodes;
+        const auto commit = [&] {
+            const QString author = authors.at(nodes.size());
+            const QString date = QString::number(1000000000 + 100000 * nodes.size());
+            if (kind == RepositoryKind::git) {
+                repository->tool({u"add"_s, u"-A"_s});
+                repository->tool({u"commit"_s, u"-qm"_s, author, u"--author="_s + author, u"--date=@"_s + date});
+            } else {
+                repository->tool({u"commit"_s, u"-A"_s, u"-m"_s, author, u"-u"_s, author, u"-d"_s, date + u" 0"_s});
+            }
+            nodes.append(repository->parentNode());
+        };
+        repository->write(u"notes.txt"_s, "one\ntwo\nthree\nfour\nfive\nsix\n");
+        for (const QString &name : hostileNames())
+            repository->write(name, "literal " + name.toUtf8() + "\n");
+        commit();
+        repository->tool({u"mv"_s, u"notes.txt"_s, u"log.txt"_s});
+        repository->write(u"log.txt"_s, "one\nTWO\nthree\nfour\nfive\nsix\n");
+        commit();
+        repository->write(u"log.txt"_s, "one\nTWO\nthree\nfour\nFIVE\nsix\n");
+        commit();
+
+        const std::optional<QString> node = asOf == 0 ? std::nullopt : std::optional(nodes.at(asOf - 1));
+        if (lines.isEmpty()) {
+            const QString failure = failureOf([&] { backend.annotateFile(repository->path(), node, path); });
+            QVERIFY2(failure.contains(u"no such"_s) && failure.contains(path), qPrintable(failure));
+            return;
+        }
+        FileAnnotation expected;
+        for (const QString &line : std::as_const(lines)) {
+            const qsizetype index = line.first(1).toInt() - 1;
+            expected.lines.append({nodes.at(index), authors.at(index), 1000000000 + 100000 * index, line.sliced(3)});
+        }
+        QCOMPARE(backend.annotateFile(repository->path(), node, path), expected);
+        QVERIFY(!QFile::exists(repository->filePath(u"pwned"_s)));
     }
 
     // What an untracked entry holds is shown without the tool, and without

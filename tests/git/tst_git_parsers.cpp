@@ -260,6 +260,43 @@ private Q_SLOTS:
         QFETCH(OptionalIdentity, expected);
         QCOMPARE(parseIdentity(text), expected);
     }
+
+    // A commit's author is named at its first line only; the text after the tab is the line, whatever
+    // it holds. A NUL anywhere makes the file binary, a line that is not UTF-8 makes it not text.
+    void blame_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<FileAnnotation>("expected");
+        const QByteArray first = "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa 1 1 2\n"
+                                 "author Ann Harbour\nauthor-mail <ann@example.com>\nauthor-time 1000\n"
+                                 "author-tz +0100\ncommitter Cy\ncommitter-mail <cy@example.com>\n"
+                                 "committer-time 3000\nsummary bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb 9 9\n"
+                                 "boundary\nfilename old name.txt\n\tcaf\xc3\xa9\r\n";
+        const QByteArray second = "bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb 2 2 1\nauthor Bob\nauthor-mail <>\n"
+                                  "author-time 2000\nsummary two\nprevious aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa "
+                                  "old name.txt\nfilename new.txt\n\tauthor Mallory\n";
+        const QByteArray third = "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa 2 3\n\t\tindented\n";
+        const QString a = u"aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa"_s;
+        QTest::newRow("lines") << first + second + third
+                               << FileAnnotation{FileAnnotation::Content::text,
+                                                 {{a, u"Ann Harbour <ann@example.com>"_s, 1000, u"caf\u00e9"_s},
+                                                  {u"bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb"_s, u"Bob <>"_s, 2000,
+                                                   u"author Mallory"_s},
+                                                  {a, u"Ann Harbour <ann@example.com>"_s, 1000, u"\tindented"_s}}};
+        QTest::newRow("not UTF-8") << first + "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa 2 2\n\tcaf\xe9\n"
+                                   << FileAnnotation{FileAnnotation::Content::notUtf8, {}};
+        QTest::newRow("a NUL after a line that is not UTF-8")
+            << first + "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa 2 2\n\tcaf\xe9\n" + third
+                   + bytes("aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa 4 4\n\tx\0y\n")
+            << FileAnnotation{FileAnnotation::Content::binary, {}};
+    }
+
+    void blame()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(FileAnnotation, expected);
+        QCOMPARE(parseBlame(output), expected);
+    }
 };
 
 QTEST_GUILESS_MAIN(GitParsersTest)

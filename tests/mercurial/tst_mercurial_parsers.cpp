@@ -134,6 +134,41 @@ private Q_SLOTS:
         QCOMPARE(history[2].tags, QStringList());
     }
 
+    // The entry of the asked path, its line endings dropped; a binary file's has no lines; output that is
+    // not UTF-8 is a file that is not; no entry of the path is a failure.
+    void annotation_data()
+    {
+        QTest::addColumn<QByteArray>("output");
+        QTest::addColumn<FileAnnotation>("expected");
+        const QByteArray lines =
+            R"("lines": [{"date": [1000.0, 0], "line": "caf\u00e9\n", "node": "aa11", "user": "Ann <ann@example.com>"},)"
+            R"( {"date": [2000.75, -3600], "line": "two\r\n", "node": "bb22", "user": "bob"},)"
+            R"( {"date": [1000.0, 0], "line": "no ending", "node": "aa11", "user": "Ann <ann@example.com>"}])";
+        const FileAnnotation annotated{FileAnnotation::Content::text,
+                                       {{u"aa11"_s, u"Ann <ann@example.com>"_s, 1000, u"caf\u00e9"_s},
+                                        {u"bb22"_s, u"bob"_s, 2000, u"two"_s},
+                                        {u"aa11"_s, u"Ann <ann@example.com>"_s, 1000, u"no ending"_s}}};
+        QTest::newRow("lines") << "[{" + lines + R"(, "path": "f.txt"}])" << annotated;
+        QTest::newRow("the entry of the path among others")
+            << R"([{"lines": [], "path": "d/f.txt"}, {)" + lines + R"(, "path": "f.txt"}])" << annotated;
+        QTest::newRow("binary") << QByteArray(R"([{"path": "f.txt"}])")
+                                << FileAnnotation{FileAnnotation::Content::binary, {}};
+        QTest::newRow("not UTF-8") << QByteArray(
+            "[{\"lines\": [{\"date\": [1.0, 0], \"line\": \"caf\xed\xb3\xa9\\n\", \"node\": \"aa11\", "
+            "\"user\": \"bob\"}], \"path\": \"f.txt\"}]")
+                                   << FileAnnotation{FileAnnotation::Content::notUtf8, {}};
+    }
+
+    void annotation()
+    {
+        QFETCH(QByteArray, output);
+        QFETCH(FileAnnotation, expected);
+        QCOMPARE(parseAnnotation(output, u"f.txt"_s), expected);
+        // Output that is not UTF-8 is read no further.
+        if (expected.content != FileAnnotation::Content::notUtf8)
+            QVERIFY_THROWS_EXCEPTION(MercurialFailure, parseAnnotation(output, u"other.txt"_s));
+    }
+
     void malformedJson_data()
     {
         QTest::addColumn<QByteArray>("output");

@@ -55,4 +55,13 @@ char *toString(const CommandOutput &output)
                      .arg(QString::fromUtf8(output.standardError.left(200))));
 }
 
+char *toString(const FileAnnotation &annotation)
+{
+    static const char *const contents[] = {"text", "binary", "not UTF-8"};
+    QString text = QString::fromLatin1(contents[static_cast<int>(annotation.content)]);
+    for (const AnnotatedLine &line : annotation.lines)
+        text += u"\n  %1 | %2 | %3 | %4"_s.arg(line.node, line.author).arg(line.date).arg(line.text);
+    return print(text);
+}
+
 } // namespace tillery

@@ -2,6 +2,7 @@
 
 // Readable failure messages for records compared with QCOMPARE.
 
+#include "records/Annotation.h"
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
 #include "records/CommandOutput.h"
@@ -15,5 +16,6 @@ char *toString(const Repository &repository);
 char *toString(const Bookmark &bookmark);
 char *toString(const Changeset &changeset);
 char *toString(const CommandOutput &output);
+char *toString(const FileAnnotation &annotation);
 
 } // namespace tillery

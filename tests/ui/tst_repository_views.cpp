@@ -1,6 +1,8 @@
 #include "Pictures.h"
 #include "WindowHarness.h"
 
+#include "ui/AnnotationCanvas.h"
+#include "ui/AnnotationView.h"
 #include "ui/ChangesetHeader.h"
 #include "ui/CreateBookmarkSheet.h"
 #include "ui/EmptyState.h"
@@ -343,6 +345,44 @@ private Q_SLOTS:
         QTRY_VERIFY(!aged.isEmpty());
         QCOMPARE(aged.last().at(2).value<QList<int>>(), QList<int>({HistoryModel::DateRole, Qt::AccessibleTextRole}));
         QCOMPARE(history->index(0).data(HistoryModel::DateRole).toString(), u"2 hr. ago"_s);
+    }
+
+    // Annotate in the History page's file menu puts the file as of the commit in place of the diff, one
+    // block a run of lines from one commit; a click on a block selects that commit in History, Escape
+    // brings the diff back. A binary file says so.
+    void annotateFromHistory()
+    {
+        HistoryView &view = openHistory(*m_git);
+        QListView *files = test::child<QListView>(view, u"changesetFiles"_s);
+        AnnotationView &pane = *view.annotationView();
+        const auto annotate = [&](const QString &path) {
+            const std::unique_ptr<QMenu> menu(view.fileContextMenuFor(rowOf(files, path)));
+            test::findAction(menu.get(), u"Annotate"_s)->trigger();
+            QVERIFY(m_harness->settle());
+        };
+        annotate(u"chart.txt"_s);
+        const AnnotationCanvas &canvas = *pane.canvas();
+        QVERIFY(canvas.isVisible());
+        QCOMPARE(test::child<QLabel>(pane, u"annotationRevision"_s)->text(), u"at "_s + m_second.first(12));
+        QCOMPARE(canvas.runStarts(), (QList<qsizetype>{0, 1}));
+        QCOMPARE(canvas.blockTexts(0).mid(0, 2), (QStringList{m_first.first(12), u"Tillery Tester"_s}));
+        QCOMPARE(canvas.blockTexts(1).first(), m_second.first(12));
+
+        QTest::mouseClick(canvas.viewport(), Qt::LeftButton, {}, QPoint(20, AnnotationCanvas::rowHeight / 2));
+        QVERIFY(m_harness->settle());
+        QCOMPARE(model().diffSelection().selectedChangeset()->node, m_first);
+        QCOMPARE(test::child<QListView>(view, u"history"_s)->currentIndex().row(), 1);
+        QVERIFY(pane.isAnnotationShown());
+        // Shortcuts reach the active window only; the canvases of the tests before took that role.
+        m_harness->window().activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&m_harness->window()));
+        QTest::keyClick(canvas.viewport(), Qt::Key_Escape);
+        QVERIFY(!pane.isAnnotationShown());
+
+        QListView *history = test::child<QListView>(view, u"history"_s);
+        click(history, history->model()->index(0, 0));
+        annotate(u"wave.bin"_s);
+        QCOMPARE(pane.body(), AnnotationView::Body::message);
     }
 
     // The sheets of a Git repository whose remote address holds a password.
