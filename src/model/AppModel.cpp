@@ -38,11 +38,8 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
-<<<<<<< HEAD
     , m_historyBrowser(new HistoryBrowser(m_pool, *m_workspace, this))
-=======
     , m_annotation(new Annotation(*m_workspace, *m_diffSelection, m_pool, this))
->>>>>>> annotate-wip
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
                 *m_diffSelection,
@@ -93,11 +90,8 @@ AppModel::~AppModel()
 bool AppModel::isIdle() const
 {
     return runningBackgroundWork() == 0 && !m_activity->isBusy() && !m_diffSelection->isLoadingDiff()
-<<<<<<< HEAD
-           && !m_diffSelection->isLoadingChangesetFiles() && !m_historyBrowser->isLoading();
-=======
-           && !m_diffSelection->isLoadingChangesetFiles() && m_annotation->state() != Annotation::State::loading;
->>>>>>> annotate-wip
+           && !m_diffSelection->isLoadingChangesetFiles() && !m_historyBrowser->isLoading()
+           && m_annotation->state() != Annotation::State::loading;
 }
 
 void AppModel::start()

@@ -108,17 +108,14 @@ public:
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
-<<<<<<< HEAD
     // History: the next older page, and a search typed into its field (an
     // empty one returns to the whole history).
     void loadOlderHistory() { m_historyBrowser->loadMore(); }
     void searchHistory(const QString &text);
-=======
     // Shows the file annotated in place of the page's diff: on History as of
     // the selected changeset, on Changes as of the working copy's parent.
     void annotate(const QString &path) { m_annotation->annotate(path); }
     void closeAnnotation() { m_annotation->close(); }
->>>>>>> annotate-wip
 
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
@@ -205,11 +202,8 @@ private:
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
     DiffSelection *m_diffSelection;
-<<<<<<< HEAD
     HistoryBrowser *m_historyBrowser;
-=======
     Annotation *m_annotation;
->>>>>>> annotate-wip
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;
