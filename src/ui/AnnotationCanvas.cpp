@@ -28,10 +28,10 @@ AnnotationCanvas::AnnotationCanvas(QWidget *parent)
     viewport()->setMouseTracking(true);
 }
 
-void AnnotationCanvas::setLines(const FileAnnotation &annotation, const QDateTime &now)
+void AnnotationCanvas::setLines(const FileAnnotation &annotation)
 {
     m_annotation = annotation;
-    m_now = now;
+    m_now = QDateTime::currentDateTimeUtc();
     m_runStarts.clear();
     qint64 widestColumns = 0;
     qsizetype widest = -1;
@@ -88,6 +88,7 @@ void AnnotationCanvas::paintEvent(QPaintEvent *)
 {
     if (rowCount() == 0)
         return;
+    m_now = QDateTime::currentDateTimeUtc();
     QPainter painter(viewport());
     const QList<AnnotatedLine> &lines = std::as_const(m_annotation).lines;
     const int top = verticalScrollBar()->value();
