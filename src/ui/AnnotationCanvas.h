@@ -2,10 +2,10 @@
 
 #include "records/Annotation.h"
 
+#include "ui/CodeText.h"
+
 #include <QAbstractScrollArea>
 #include <QDateTime>
-#include <QFont>
-#include <QTextOption>
 
 namespace tillery {
 
@@ -59,9 +59,7 @@ private:
     QList<qsizetype> m_runStarts;
     // What the ages count to.
     QDateTime m_now;
-    QFont m_textFont;
-    QFont m_smallFont;
-    QTextOption m_textOption;
+    codeText::Style m_style;
     qint64 m_widestLineWidth = 0;
 };
 
