@@ -113,8 +113,7 @@ int main(int argc, char *argv[])
         for (const AnnotatedLine &line : std::as_const(annotation).lines)
             nodes.insert(line.node);
 
-        const double handOver =
-            medianMilliseconds(7, [&] { canvas.setLines(annotation, QDateTime::currentDateTimeUtc()); });
+        const double handOver = medianMilliseconds(7, [&] { canvas.setLines(annotation); });
         QScrollBar *bar = canvas.verticalScrollBar();
         bar->setValue(0);
         const double top = paintMilliseconds(canvas, target);

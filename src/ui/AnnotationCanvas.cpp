@@ -20,18 +20,15 @@ namespace tillery {
 
 AnnotationCanvas::AnnotationCanvas(QWidget *parent)
     : QAbstractScrollArea(parent)
-    , m_textFont(codeText::font(12))
-    , m_smallFont(codeText::font(11))
-    , m_textOption(codeText::lineOption(m_textFont))
 {
-    codeText::setUpArea(*this, u"Annotated file"_s, QPalette::Base, rowHeight, m_textFont);
+    codeText::setUpArea(*this, u"Annotated file"_s, QPalette::Base, rowHeight, m_style.text);
     viewport()->setMouseTracking(true);
 }
 
-void AnnotationCanvas::setLines(const FileAnnotation &annotation, const QDateTime &now)
+void AnnotationCanvas::setLines(const FileAnnotation &annotation)
 {
     m_annotation = annotation;
-    m_now = now;
+    m_now = QDateTime::currentDateTimeUtc();
     m_runStarts.clear();
     qint64 widestColumns = 0;
     qsizetype widest = -1;
@@ -48,7 +45,7 @@ void AnnotationCanvas::setLines(const FileAnnotation &annotation, const QDateTim
             widest = row;
         }
     }
-    m_widestLineWidth = widest < 0 ? 0 : codeText::measuredWidth(lines[widest].text, m_textFont, m_textOption);
+    m_widestLineWidth = widest < 0 ? 0 : codeText::measuredWidth(lines[widest].text, m_style.text, m_style.option);
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
     updateScrollBars();
@@ -88,6 +85,7 @@ void AnnotationCanvas::paintEvent(QPaintEvent *)
 {
     if (rowCount() == 0)
         return;
+    m_now = QDateTime::currentDateTimeUtc();
     QPainter painter(viewport());
     const QList<AnnotatedLine> &lines = std::as_const(m_annotation).lines;
     const int top = verticalScrollBar()->value();
@@ -109,15 +107,15 @@ void AnnotationCanvas::paintEvent(QPaintEvent *)
         painter.fillRect(0, y, width, rowHeight, annotationRunColor(run, palette()));
         painter.fillRect(numberX, y, numberWidth, rowHeight, gutterColor(palette()));
         painter.fillRect(numberX + numberWidth, y, 1, rowHeight, gutterLine);
-        painter.setFont(m_smallFont);
+        painter.setFont(m_style.small);
         painter.setPen(numberColour);
         painter.drawText(QRect(numberX, y, numberWidth - 6, rowHeight), Qt::AlignRight | Qt::AlignVCenter,
                          QString::number(row + 1));
         painter.save();
         painter.setClipRect(textX - padding + 1, y, std::max(0, width - textX + padding - 1), rowHeight);
-        painter.setFont(m_textFont);
+        painter.setFont(m_style.text);
         painter.setPen(palette().color(QPalette::Text));
-        codeText::draw(painter, textX - left, y, rowHeight, lines[row].text, m_textOption);
+        codeText::draw(painter, textX - left, y, rowHeight, lines[row].text, m_style.option);
         painter.restore();
     }
     painter.fillRect(blockWidth - 1, 0, 1, static_cast<int>(static_cast<qint64>(last) * rowHeight - top), gutterLine);
@@ -134,14 +132,14 @@ void AnnotationCanvas::paintEvent(QPaintEvent *)
 void AnnotationCanvas::paintBlock(QPainter &painter, qsizetype run, int y)
 {
     const QStringList texts = blockTexts(run);
-    const QFontMetrics hashMetrics(m_smallFont);
+    const QFontMetrics hashMetrics(m_style.small);
     const QFontMetrics metrics(font());
     const int hashWidth = hashMetrics.horizontalAdvance(texts[0]);
     const int ageWidth = metrics.horizontalAdvance(texts[2]);
     const int authorX = padding + hashWidth + padding;
     const int authorWidth = std::max(0, blockWidth - padding - ageWidth - padding - authorX);
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.setFont(m_smallFont);
+    painter.setFont(m_style.small);
     painter.drawText(QRect(padding, y, hashWidth, rowHeight), Qt::AlignLeft | Qt::AlignVCenter, texts[0]);
     painter.setFont(font());
     painter.drawText(QRect(blockWidth - padding - ageWidth, y, ageWidth, rowHeight), Qt::AlignLeft | Qt::AlignVCenter,

@@ -2,10 +2,10 @@
 
 #include "records/Annotation.h"
 
+#include "ui/CodeText.h"
+
 #include <QAbstractScrollArea>
 #include <QDateTime>
-#include <QFont>
-#include <QTextOption>
 
 namespace tillery {
 
@@ -26,14 +26,14 @@ public:
 
     explicit AnnotationCanvas(QWidget *parent = nullptr);
 
-    // The ages count to `now`.
-    void setLines(const FileAnnotation &annotation, const QDateTime &now);
+    void setLines(const FileAnnotation &annotation);
 
     qsizetype rowCount() const { return m_annotation.lines.size(); }
     // The first row of each run of lines from one changeset.
     const QList<qsizetype> &runStarts() const { return m_runStarts; }
     qsizetype runOf(qsizetype row) const;
-    // What a run's block shows: the short id, the author's name and the age.
+    // What a run's block shows: the short id, the author's name and the age
+    // (as of the last paint).
     QStringList blockTexts(qsizetype run) const;
     // The text column's left edge in the viewport; the gutter lies before it.
     static constexpr int textStart() { return blockWidth + numberWidth + 1 + padding; }
@@ -57,10 +57,9 @@ private:
 
     FileAnnotation m_annotation;
     QList<qsizetype> m_runStarts;
+    // What the ages count to.
     QDateTime m_now;
-    QFont m_textFont;
-    QFont m_smallFont;
-    QTextOption m_textOption;
+    codeText::Style m_style;
     qint64 m_widestLineWidth = 0;
 };
 

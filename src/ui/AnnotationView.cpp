@@ -99,7 +99,7 @@ void AnnotationView::refresh()
     const std::optional<Annotation::Subject> &subject = annotation.subject();
     if (!subject || subject->page != m_page) {
         setCurrentWidget(m_diffView);
-        m_canvas->setLines({}, QDateTime());
+        m_canvas->setLines({});
         return;
     }
     m_path->setFullText(subject->path);
@@ -126,7 +126,7 @@ void AnnotationView::refresh()
                 showMessage(u"Empty file"_s, u"This file has no lines."_s);
                 break;
             }
-            m_canvas->setLines(annotation.lines(), QDateTime::currentDateTimeUtc());
+            m_canvas->setLines(annotation.lines());
             m_body->setCurrentIndex(static_cast<int>(Body::lines));
             break;
         }

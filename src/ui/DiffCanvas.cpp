@@ -18,12 +18,9 @@ namespace tillery {
 
 DiffCanvas::DiffCanvas(QWidget *parent)
     : QAbstractScrollArea(parent)
-    , m_textFont(codeText::font(12))
-    , m_numberFont(codeText::font(11))
-    , m_textOption(codeText::lineOption(m_textFont))
 {
-    m_characterWidth = std::max(1, QFontMetrics(m_textFont).horizontalAdvance(u'M'));
-    codeText::setUpArea(*this, u"Diff"_s, QPalette::Window, rowHeight, m_textFont);
+    m_characterWidth = std::max(1, QFontMetrics(m_style.text).horizontalAdvance(u'M'));
+    codeText::setUpArea(*this, u"Diff"_s, QPalette::Window, rowHeight, m_style.text);
 }
 
 void DiffCanvas::setDocument(const PresentedDiffDocument &document)
@@ -35,7 +32,7 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
     if (m_document.widestLine >= 0) {
         // Through a const view: the rows are shared with the model's document.
         const QStringView widest = m_document.textOf(std::as_const(m_document).unifiedLines.at(m_document.widestLine));
-        m_widestLineWidth = codeText::measuredWidth(widest, m_textFont, m_textOption);
+        m_widestLineWidth = codeText::measuredWidth(widest, m_style.text, m_style.option);
     }
     m_selectionAnchor = m_selectionEnd = -1;
     verticalScrollBar()->setValue(0);
@@ -118,19 +115,19 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
     if (!line)
         return;
 
-    painter.setFont(m_numberFont);
+    painter.setFont(m_style.small);
     painter.setPen(palette().color(QPalette::PlaceholderText));
     for (int cell = 0; cell < gutters; ++cell) {
         if (numbers[cell] != noLineNumber)
             painter.drawText(QRect(x + cell * gutterWidth, y, gutterWidth - 6, rowHeight),
                              Qt::AlignRight | Qt::AlignVCenter, QString::number(numbers[cell]));
     }
-    painter.setFont(m_textFont);
+    painter.setFont(m_style.text);
     painter.setPen(colors.text);
     const int textX = x + gutters * gutterWidth + 1 + textPadding;
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
-    codeText::draw(painter, textX, y, rowHeight, std::as_const(m_document).textOf(*line), m_textOption);
+    codeText::draw(painter, textX, y, rowHeight, std::as_const(m_document).textOf(*line), m_style.option);
     painter.restore();
 }
 

@@ -2,9 +2,9 @@
 
 #include "diff/DiffDocument.h"
 
+#include "ui/CodeText.h"
+
 #include <QAbstractScrollArea>
-#include <QFont>
-#include <QTextOption>
 
 #include <span>
 
@@ -57,10 +57,8 @@ private:
 
     PresentedDiffDocument m_document;
     Layout m_layout = Layout::unified;
-    QFont m_textFont;
-    QFont m_numberFont;
+    codeText::Style m_style;
     int m_characterWidth = 7;
-    QTextOption m_textOption;
     qint64 m_widestLineWidth = 0;
     qsizetype m_selectionAnchor = -1;
     qsizetype m_selectionEnd = -1;

@@ -55,10 +55,11 @@ struct Scene {
     QString base;
 };
 
-// File names either tool could read as an option or a pattern.
+// File names either tool could read as an option, or as a pattern that
+// matches another file (log.txt) and not itself.
 QStringList hostileNames()
 {
-    return {u"-x"_s, u"--output=pwned"_s, u"re:.*"_s, u"glob:*"_s};
+    return {u"-x"_s, u"--output=pwned"_s, u"re:log"_s, u"glob:l*"_s};
 }
 
 QString toolName(RepositoryKind kind)

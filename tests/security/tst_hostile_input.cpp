@@ -134,6 +134,16 @@ private Q_SLOTS:
                    return noFailure;
                })
             << false;
+        QTest::newRow("git: the repository's text conversion, when annotating")
+            << RepositoryKind::git << Attack([](const Scene &scene) {
+                   scene.repository->tool({u"config"_s, u"diff.shown.textconv"_s, scene.markingProgram()});
+                   scene.repository->write(u".gitattributes"_s, "a.txt diff=shown\n");
+                   scene.repository->commitAll(u"attributes"_s);
+                   const FileAnnotation annotation =
+                       scene.backend().annotateFile(scene.path(), std::nullopt, u"a.txt"_s);
+                   return annotation.lines.value(0).text == u"a" ? noFailure : u"converted lines"_s;
+               })
+            << false;
         QTest::newRow("git: the person's own file-system monitor is kept")
             << RepositoryKind::git << Attack([](const Scene &scene) {
                    const QString global = scene.folder(u"gitconfig"_s);
