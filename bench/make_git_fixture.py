@@ -8,12 +8,19 @@ their own, a few merged back), annotated and lightweight tags and, with
 then checked out on main and made dirty (modified, deleted, staged new,
 renamed and untracked files).
 
+With --merge-every the history is branchy instead: many topic and release
+branches alive at once, merging back (see BranchyHistory), with a rare word,
+a rare author and one long file for annotate.
+
 Only the standard library is needed; git must be on PATH:
 
     python3 bench/make_git_fixture.py /tmp/git-fixture
     python3 bench/make_git_fixture.py /tmp/git-long --commits 200000 --files 5000
+    python3 bench/make_git_fixture.py /tmp/git-history --commits 200000 --files 5000 \
+        --merge-every 50 --changes 0
 """
 
+import hashlib
 import os
 import random
 import shutil
@@ -24,9 +31,9 @@ import time
 sys.dont_write_bytecode = True  # no __pycache__ in the source tree
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
 from fixture_content import (  # noqa: E402
-    BODY_LINES, IGNORED_FILES, USERS, WORDS, Head, HistoryBuilder, check_destination,
-    fill, initial_content, local_edit, parse_arguments, pick_user, topic_name,
-    untracked_files,
+    BODY_LINES, IGNORED_FILES, USERS, WORDS, BranchyHistory, Head, HistoryBuilder, Line,
+    add_branchy_options, check_branchy_options, check_destination, fill, initial_content,
+    local_edit, parse_arguments, pick_user, topic_name, untracked_files,
 )
 
 
@@ -117,8 +124,6 @@ class Builder(HistoryBuilder):
         super().__init__(rng, args.files, args.commits, trailer)
         self.out = out
         self.args = args
-        # Long histories would otherwise keep growing the tree.
-        self.file_cap = args.files + max(50, args.files // 50)
         self.author_when = 0
         self.dates = [0]  # committer time, by mark
         self.main = None
@@ -128,13 +133,14 @@ class Builder(HistoryBuilder):
         self.merges = 0
         self.tag_counts = (0, 0)
         self.remote_refs = 0
+        self.blobs = set()  # ids of the blobs sent so far
 
     def emit(self, *chunks):
         self.out.write(b"".join(chunks))
 
-    def identities(self):
+    def identities(self, author=None):
         rng = self.rng
-        author = pick_user(rng)
+        author = author or pick_user(rng)
         committer = author
         if author is not MAINTAINER and rng.random() < 0.2:
             committer = MAINTAINER
@@ -148,10 +154,10 @@ class Builder(HistoryBuilder):
             b"committer %s\n" % signature(committer, self.when),
         )
 
-    def commit(self, ref, changes, text, parent=None, merge=None):
+    def commit(self, ref, changes, text, parent=None, merge=None, user=None):
         """changes: path -> bytes, or None to delete the file."""
         mark = len(self.dates)
-        author, committer = self.identities()
+        author, committer = self.identities(user)
         self.dates.append(self.when)
         chunks = [
             b"commit refs/heads/%s\nmark :%d\n" % (ref.encode(), mark),
@@ -168,11 +174,21 @@ class Builder(HistoryBuilder):
                 chunks.append(b"D %s\n" % fi_path(p))
             else:
                 mode = b"100755" if p.endswith(".sh") else b"100644"
-                chunks.append(b"M %s inline %s\n" % (mode, fi_path(p)))
-                chunks.append(data_block(data))
+                chunks.append(self.file_change(mode, p, data))
         chunks.append(b"\n")
         self.emit(*chunks)
         return mark
+
+    def file_change(self, mode, path, data):
+        """An M command. Contents fast-import already has (a merge's, a
+        rename's) are named by their id instead of being sent again."""
+        blob = hashlib.sha1(b"blob %d\0" % len(data))
+        blob.update(data)
+        oid = blob.digest()
+        if oid in self.blobs:
+            return b"M %s %s %s\n" % (mode, oid.hex().encode(), fi_path(path))
+        self.blobs.add(oid)
+        return b"M %s inline %s\n%s" % (mode, fi_path(path), data_block(data))
 
     def build_history(self):
         args = self.args
@@ -184,6 +200,9 @@ class Builder(HistoryBuilder):
         self.main = Head(files, ".gitignore")
 
         first = len(self.main_marks)
+        if args.merge_every:
+            self.build_branchy_history(first)
+            return
         forks, plan = self.branch_plan(first, args.commits)
         for i in range(first, args.commits):
             if i in forks:
@@ -193,6 +212,30 @@ class Builder(HistoryBuilder):
                 self.main_commit()
             else:
                 action()
+
+    def build_branchy_history(self, first):
+        trunk = Line("main", self.main)
+        trunk.marks = self.main_marks
+        history = BranchyHistory(self, self.args, self.args.commits)
+        history.run(trunk, first)
+        self.branches = history.refs()
+        self.merges = history.merges
+
+    def commit_on(self, line, changes, text, copies, other, user):
+        merge = other.tip if other is not None else None
+        return self.commit(line.name, changes, text, parent=line.tip, merge=merge, user=user)
+
+    def fork_line(self, line):
+        self.emit(b"reset refs/heads/%s\nfrom :%d\n\n" % (line.name.encode(), line.tip))
+
+    def end_line(self, line, keep):
+        if not keep:
+            self.emit(b"reset refs/heads/%s\nfrom %s\n\n" % (line.name.encode(), b"0" * 40))
+
+    def merge_title(self, into, other):
+        if into.name == "main":
+            return "Merge branch '%s'" % other.name
+        return "Merge branch '%s' into %s" % (other.name, into.name)
 
     def branch_names(self, count):
         rng = self.rng
@@ -474,18 +517,24 @@ def dirty_working_copy(dest, rng, layout, head, count):
 
 def add_options(parser):
     parser.add_argument("--commits", type=int, default=5000)
-    parser.add_argument("--branch-every", type=int, default=200,
-                        help="fork a branch every N commits (0: no branches)")
+    parser.add_argument("--branch-every", type=int,
+                        help="fork a branch every N commits (0: no branches; default 200)")
     parser.add_argument("--tags", type=int, default=40)
     parser.add_argument("--changes", type=int, default=3200, help="working-copy changes")
     parser.add_argument("--remote", action="store_true",
                         help="add an origin remote with remote-tracking branches and upstreams")
+    parser.add_argument("--commit-graph", action="store_true",
+                        help="write a commit-graph file for all refs at the end")
+    add_branchy_options(parser)
 
 
 def main():
     parser, args = parse_arguments("Git", add_options)
     if args.commits < 1:
         parser.error("--commits must be at least 1")
+    check_branchy_options(parser, args, [("branch_every", "--branch-every")])
+    if args.branch_every is None:
+        args.branch_every = 200
     if min(args.branch_every, args.tags, args.changes) < 0:
         parser.error("--branch-every, --tags and --changes must not be negative")
     if shutil.which("git") is None:
@@ -499,8 +548,11 @@ def main():
     os.makedirs(dest, exist_ok=True)
     git(dest, "-c", "init.defaultBranch=main", "init", "-q")
 
+    # Branchy histories commit to many branches in turn; fast-import keeps
+    # only a few branches' trees in memory unless told otherwise.
+    active = ["--active-branches=%d" % (args.parallel_branches + 16)] if args.merge_every else []
     importer = subprocess.Popen(
-        ["git", "-C", dest, *IDENTITY, "fast-import", "--quiet", "--done"],
+        ["git", "-C", dest, *IDENTITY, "fast-import", "--quiet", "--done", *active],
         stdin=subprocess.PIPE,
         stderr=subprocess.PIPE,
         env=GIT_ENV,
@@ -527,6 +579,8 @@ def main():
 
     git(dest, "checkout", "-q", "-f", "main")
     counts = dirty_working_copy(dest, rng, builder.layout, builder.main, args.changes)
+    if args.commit_graph:
+        git(dest, "commit-graph", "write", "--reachable")
 
     print(
         "%s: %d files on main, %d commits (%d merges), %d branches, "

@@ -6,11 +6,19 @@ written with in-memory commits inside a single transaction, then the working
 copy is checked out at the active bookmark and made dirty (modified, removed,
 deleted and unknown files).
 
+With --merge-every the history has no named branches but many anonymous lines
+of descent alive at once, merging back (see BranchyHistory); bookmarks mark
+the release lines, the open topics and most of the unmerged ones, and @ the
+trunk.
+
 Run it with the system interpreter that has the `mercurial` package:
 
     /usr/bin/python3 bench/make_mercurial_fixture.py /tmp/hg-fixture
+    /usr/bin/python3 bench/make_mercurial_fixture.py /tmp/hg-history --files 5000 \
+        --changesets 50000 --merge-every 50 --changes 0
 """
 
+import hashlib
 import os
 import random
 import sys
@@ -19,8 +27,9 @@ import time
 sys.dont_write_bytecode = True  # no __pycache__ in the source tree
 sys.path.insert(0, os.path.dirname(os.path.realpath(__file__)))
 from fixture_content import (  # noqa: E402
-    IGNORED_FILES, Head, HistoryBuilder, check_destination, local_edit, parse_arguments,
-    pick_user, topic_name, untracked_files,
+    IGNORED_FILES, BranchyHistory, Head, HistoryBuilder, Line, add_branchy_options,
+    check_branchy_options, check_destination, local_edit, parse_arguments, pick_user,
+    topic_name, untracked_files,
 )
 
 # Must be set before mercurial is imported: the encoding module reads them at
@@ -32,11 +41,17 @@ os.environ["HGRCPATH"] = ""
 try:
     from mercurial import bookmarks, context, hg, phases
     from mercurial import ui as uimod
+    from mercurial.utils import hashutil, storageutil
 except ImportError:
     sys.exit(
         "error: the mercurial Python package is not importable from %s; "
         "run this script with /usr/bin/python3" % sys.executable
     )
+
+# Mercurial hashes with a collision-detecting SHA-1, several times slower than
+# hashlib's; for contents like ours the digests are the same.
+hashutil.sha1 = hashlib.sha1
+storageutil._nullhash = hashlib.sha1(storageutil.sha1nodeconstants.nullid)
 
 
 class BranchHead(Head):
@@ -58,12 +73,13 @@ class Builder(HistoryBuilder):
         self.args = args
         self.heads = {}
         self.nodes = []  # (node, branch) in commit order
+        self.history = None  # the BranchyHistory, with --merge-every
 
-    def commit(self, branch, parents, changes, text, copies=None, extra=None):
+    def commit(self, branch, parents, changes, text, copies=None, extra=None, user=None):
         """changes: path -> bytes, or None to remove the file."""
         repo = self.repo
         copies = copies or {}
-        user, _, minutes = pick_user(self.rng)
+        user, _, minutes = user or pick_user(self.rng)
 
         def filectxfn(repo_, memctx, path):
             data = changes[path.decode()]
@@ -113,6 +129,12 @@ class Builder(HistoryBuilder):
 
         first = len(self.nodes)
         total = args.changesets
+        if args.merge_every:
+            trunk = Line("default", Head(files, ".hgignore"))
+            trunk.marks = [n for n, _ in self.nodes]
+            self.history = BranchyHistory(self, args, total)
+            self.history.run(trunk, first)
+            return
         plan = self.branch_plan(first, total)
         for i in range(first, total):
             if i in plan:
@@ -126,6 +148,17 @@ class Builder(HistoryBuilder):
                 elif self.open_branch("feature/async-io") and r < 0.16:
                     branch = "feature/async-io"
             self.ordinary_commit(branch)
+
+    def commit_on(self, line, changes, text, copies, other, user):
+        parents = (line.tip, other.tip if other is not None else None)
+        return self.commit("default", parents, changes, text, copies, user=user)
+
+    def merge_title(self, into, other):
+        if other is into.base:
+            return "merge with %s" % other.name
+        if into.base is None:
+            return "merge %s" % other.name
+        return "merge %s into %s" % (other.name, into.name)
 
     def branch_plan(self, first, total):
         """Forks, merges and a branch close at fixed points of history."""
@@ -225,6 +258,18 @@ class Builder(HistoryBuilder):
                 targets.append(rng.choice(self.nodes)[0])
         return [(n.encode(), t) for n, t in zip(names, targets)], "dev"
 
+    def branchy_bookmarks(self):
+        """@ on the trunk, and one on the tip of every release, every open
+        topic and most of the topics that were never deleted; the rest stay
+        anonymous heads."""
+        history = self.history
+        marks = [(b"@", history.trunk.tip)]
+        for line in history.refs():
+            if line in history.kept and self.rng.random() < 0.3:
+                continue
+            marks.append((line.name.encode(), line.tip))
+        return marks, "@"
+
 
 def dirty_working_copy(repo, rng, layout, count):
     wvfs = repo.wvfs
@@ -264,14 +309,18 @@ def dirty_working_copy(repo, rng, layout, count):
 
 def add_options(parser):
     parser.add_argument("--changesets", type=int, default=5000)
-    parser.add_argument("--bookmarks", type=int, default=36)
+    parser.add_argument("--bookmarks", type=int, help="default 36")
     parser.add_argument("--changes", type=int, default=3200, help="working-copy changes")
+    add_branchy_options(parser)
 
 
 def main():
     parser, args = parse_arguments("Mercurial", add_options)
     if args.changesets < 1:
         parser.error("--changesets must be at least 1")
+    check_branchy_options(parser, args, [("bookmarks", "--bookmarks")])
+    if args.bookmarks is None:
+        args.bookmarks = 36
     if args.bookmarks < 0 or args.changes < 0:
         parser.error("--bookmarks and --changes must not be negative")
 
@@ -285,13 +334,19 @@ def main():
     ui.setconfig(b"ui", b"quiet", b"true", b"fixture")
     ui.setconfig(b"ui", b"interactive", b"false", b"fixture")
     ui.setconfig(b"fsmonitor", b"warn_when_unused", b"false", b"fixture")
+    # Commits on many lines in turn start from many different manifests; keep
+    # each line's last one at hand instead of rebuilding it from its deltas.
+    ui.setconfig(b"format", b"manifestcachesize", b"64", b"fixture")
     os.makedirs(dest, exist_ok=True)
     repo = hg.repository(ui, os.fsencode(dest), create=True).unfiltered()
 
     builder = Builder(repo, rng, args)
     with repo.wlock(), repo.lock(), repo.transaction(b"fixture") as tr:
         builder.build_history()
-        marks, active = builder.place_bookmarks(args.bookmarks)
+        if builder.history:
+            marks, active = builder.branchy_bookmarks()
+        else:
+            marks, active = builder.place_bookmarks(args.bookmarks)
         if marks:
             repo._bookmarks.applychanges(repo, tr, marks)
         # Older history is published; the last few percent stays draft.
@@ -308,12 +363,13 @@ def main():
 
     branches = {b for _, b in builder.nodes}
     print(
-        "%s: %d files at working-copy parent, %d changesets, %d named branches, "
+        "%s: %d files at working-copy parent, %d changesets (%d merges), %d named branches, "
         "%d bookmarks (active: %s), working copy M %d / R %d / ! %d / ? %d, %.1f s"
         % (
             dest,
             len(repo[b"."].manifest()),
             len(repo),
+            builder.history.merges if builder.history else len(repo.revs(b"merge()")),
             len(branches),
             len(marks),
             active or "none",
