@@ -29,8 +29,9 @@ public:
         while ((end = historyRecordsEnd(m_buffer, m_skip + limit)) < 0 && !m_ended)
             m_ended = !m_stream->readMore(m_buffer);
         const QByteArrayView page = QByteArrayView(m_buffer).first(end < 0 ? m_buffer.size() : end);
-        const qsizetype skipped = std::max<qsizetype>(historyRecordsEnd(page, m_skip), 0);
-        HistoryPage result{parseHistory(page.sliced(m_skip > 0 && skipped == 0 ? page.size() : skipped),
+        // Fewer records than the snapshot showed leave nothing after them.
+        const qsizetype skipped = historyRecordsEnd(page, m_skip);
+        HistoryPage result{parseHistory(page.sliced(skipped < 0 ? page.size() : skipped),
                                         m_filter.isEmpty() ? m_nextRevision + 1 : 0, m_branches, m_tags),
                            end < 0};
         m_buffer.remove(0, page.size());
