@@ -2,7 +2,6 @@
 
 #include "model/VersionControl.h"
 
-#include <QSet>
 
 namespace tillery {
 
@@ -42,6 +41,7 @@ void HistoryBrowser::startOver()
     m_task.cancel();
     m_pager.reset();
     m_failure.clear();
+    m_shownNodes.clear();
     if (m_filter.isEmpty()) {
         m_changesets = m_snapshotHistory;
         m_layout = m_workspace.historyLayout();
@@ -88,13 +88,16 @@ void HistoryBrowser::loadMore()
 void HistoryBrowser::append(const HistoryPage &page)
 {
     // A page read after the history moved may repeat what is shown.
-    QSet<QString> shown;
-    for (const Changeset &changeset : std::as_const(m_changesets))
-        shown.insert(changeset.node);
+    if (m_shownNodes.isEmpty()) {
+        for (const Changeset &changeset : std::as_const(m_changesets))
+            m_shownNodes.insert(changeset.node);
+    }
     QList<Changeset> fresh;
     for (const Changeset &changeset : page.changesets) {
-        if (!shown.contains(changeset.node))
+        if (!m_shownNodes.contains(changeset.node)) {
+            m_shownNodes.insert(changeset.node);
             fresh.append(changeset);
+        }
     }
     m_hasMore = !page.isLast;
     const qsizetype first = m_changesets.size();

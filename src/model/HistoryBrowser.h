@@ -7,6 +7,7 @@
 #include "records/HistoryFilter.h"
 
 #include <QObject>
+#include <QSet>
 
 #include <memory>
 
@@ -57,6 +58,8 @@ private:
     QList<Changeset> m_changesets;
     HistoryGraphLayout m_layout;
     QList<Changeset> m_snapshotHistory;
+    // The nodes of `m_changesets`, filled when the first older page arrives.
+    QSet<QString> m_shownNodes;
     std::shared_ptr<HistoryPager> m_pager;
     BackgroundTask m_task;
     bool m_isLoading = false;
