@@ -50,7 +50,7 @@ private:
             static const QRegularExpression hexadecimal(QStringLiteral("^[0-9a-fA-F]+$"));
             if (hexadecimal.match(m_filter.hashPrefix).hasMatch()) {
                 const CommandOutput resolved =
-                    runGit(GitTool::resolveCommitCommand(m_filter.hashPrefix), m_repositoryPath);
+                    runGit(GitTool::resolveChangesetCommand(m_filter.hashPrefix), m_repositoryPath);
                 if (resolved.status == 0)
                     commit = decodeUtf8OrEmpty(resolved.standardOutput).trimmed();
             }

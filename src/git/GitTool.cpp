@@ -102,9 +102,9 @@ ToolCommand GitTool::historyStreamCommand(const HistoryFilter &filter, const std
     return {arguments, {0}};
 }
 
-ToolCommand GitTool::resolveCommitCommand(const QString &hashPrefix)
+ToolCommand GitTool::resolveChangesetCommand(const QString &name)
 {
-    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, u"--end-of-options"_s, hashPrefix + u"^{commit}"_s},
+    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, u"--end-of-options"_s, name + u"^{commit}"_s},
             {0, 1, 128}};
 }
 

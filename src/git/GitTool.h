@@ -56,7 +56,7 @@ struct GitTool {
     // by the filter (or to one resolved commit), for reading page by page.
     static ToolCommand historyStreamCommand(const HistoryFilter &filter, const std::optional<QString> &commit);
     // The commit a hexadecimal prefix names, if exactly one.
-    static ToolCommand resolveCommitCommand(const QString &hashPrefix);
+    static ToolCommand resolveChangesetCommand(const QString &name);
     static ToolCommand commitCountCommand();
     // Where every ref points, and the file listing a shallow clone's cut-off
     // commits: what the history and the commit count depend on.

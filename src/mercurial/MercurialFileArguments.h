@@ -12,4 +12,9 @@ namespace tillery::mercurial {
 bool needsLiteralPathPrefix(QStringView path);
 QString fileArgument(const QString &path);
 
+// A revset string holding exactly the text: every byte but letters and
+// digits is written as an escape, so that nothing in it can end the string
+// or mean anything else.
+QString revsetString(const QString &text);
+
 } // namespace tillery::mercurial

@@ -1,5 +1,6 @@
 #include "mercurial/MercurialHistoryPager.h"
 
+#include "mercurial/MercurialFileArguments.h"
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialTool.h"
 
@@ -42,19 +43,6 @@ private:
 };
 
 } // namespace
-
-QString revsetString(const QString &text)
-{
-    QString quoted = u"'"_s;
-    for (const char byte : text.toUtf8()) {
-        const auto value = static_cast<unsigned char>(byte);
-        if ((value >= 'a' && value <= 'z') || (value >= 'A' && value <= 'Z') || (value >= '0' && value <= '9'))
-            quoted += QLatin1Char(byte);
-        else
-            quoted += u"\\x"_s + QString::number(value, 16).rightJustified(2, u'0');
-    }
-    return quoted + u'\'';
-}
 
 QString historyRevset(const HistoryFilter &filter, std::optional<qint64> belowRevision)
 {

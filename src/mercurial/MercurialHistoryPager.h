@@ -10,11 +10,6 @@
 
 namespace tillery::mercurial {
 
-// A revset string holding exactly the text: every byte but letters and
-// digits is written as an escape, so that nothing in it can end the string
-// or mean anything else.
-QString revsetString(const QString &text);
-
 // The changesets below `belowRevision` (all of them without it), newest
 // first, that match the filter.
 QString historyRevset(const HistoryFilter &filter, std::optional<qint64> belowRevision);

@@ -28,6 +28,12 @@ ToolCommand MercurialTool::historyPageCommand(const QString &revset, int limit)
     return {{u"log"_s, u"--rev="_s + revset, u"--limit="_s + QString::number(limit), u"-Tjson"_s}, {0}};
 }
 
+// A quoted revset string is looked up as one name, never read as an expression.
+ToolCommand MercurialTool::resolveChangesetCommand(const QString &name)
+{
+    return {{u"log"_s, u"--rev="_s + mercurial::revsetString(name), u"--limit=1"_s, u"-T{node}"_s}, {0, 255}};
+}
+
 ToolCommand MercurialTool::bookmarksCommand()
 {
     return {{u"bookmarks"_s, u"-Tjson"_s}, {0, 1}};

@@ -29,6 +29,7 @@ struct MercurialTool {
     static ToolCommand historyCommand();
     // A page of history: the revset's first `limit` changesets.
     static ToolCommand historyPageCommand(const QString &revset, int limit);
+    static ToolCommand resolveChangesetCommand(const QString &name);
     static ToolCommand bookmarksCommand();
     static ToolCommand bookmarkDatesCommand();
     static ToolCommand currentBranchCommand();

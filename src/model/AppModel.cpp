@@ -1,7 +1,6 @@
 #include "model/AppModel.h"
 
 #include "integrations/IgnoreFile.h"
-#include "model/HistorySearch.h"
 #include "process/CommandServerPool.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
@@ -37,8 +36,8 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_library(new RepositoryLibrary(m_settings, this))
     , m_icons(new RepositoryIcons(m_settings, services.iconFolder, this))
     , m_workspace(new Workspace(this))
-    , m_diffSelection(new DiffSelection(*m_workspace, *m_activity, m_settings, m_pool, this))
     , m_historyBrowser(new HistoryBrowser(m_pool, *m_workspace, this))
+    , m_diffSelection(new DiffSelection(*m_workspace, *m_historyBrowser, *m_activity, m_settings, m_pool, this))
     , m_annotation(new Annotation(*m_workspace, *m_diffSelection, m_pool, this))
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
@@ -52,12 +51,14 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_workingCopy(m_context)
     , m_branches(m_context)
     , m_open(m_context)
+    , m_historyNavigation(new HistoryNavigation(m_context, *m_historyBrowser, this))
 {
 }
 
-void AppModel::searchHistory(const QString &text)
+void AppModel::showFileHistory(const QString &path)
 {
-    m_historyBrowser->setFilter(parseHistorySearch(text));
+    setTab(WorkspaceTab::history);
+    m_historyNavigation->showFileHistory(path);
 }
 
 QString AppModel::ignoreFileName() const
@@ -172,7 +173,10 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
     if (!isSelected(repository))
         return;
     m_workspace->setSwitchingRepository(false);
+    const bool selectionWasOlder = m_historyNavigation->isSelectionBeyondFirstPage();
     m_workspace->setSnapshot(loaded.snapshot, loaded.historyLayout);
+    if (selectionWasOlder)
+        m_historyNavigation->keepSelectionShown();
     m_diffSelection->reconcileAfterRefresh();
 }
 

@@ -8,6 +8,7 @@
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
 #include "model/HistoryBrowser.h"
+#include "model/HistoryNavigation.h"
 #include "model/ModelSettings.h"
 #include "model/OpenActions.h"
 #include "model/Operations.h"
@@ -108,10 +109,14 @@ public:
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
     void setTab(WorkspaceTab tab);
-    // History: the next older page, and a search typed into its field (an
-    // empty one returns to the whole history).
+    // History: the next older page, a search typed into its field (an empty
+    // one returns to the whole history), a file's history, and a changeset
+    // asked for by name.
+    const HistoryNavigation &historyNavigation() const { return *m_historyNavigation; }
     void loadOlderHistory() { m_historyBrowser->loadMore(); }
-    void searchHistory(const QString &text);
+    void searchHistory(const QString &text) { m_historyNavigation->search(text); }
+    void showFileHistory(const QString &path);
+    void goToChangeset() { m_historyNavigation->goToChangeset(); }
     // Shows the file annotated in place of the page's diff: on History as of
     // the selected changeset, on Changes as of the working copy's parent.
     void annotate(const QString &path) { m_annotation->annotate(path); }
@@ -201,14 +206,15 @@ private:
     RepositoryLibrary *m_library;
     RepositoryIcons *m_icons;
     Workspace *m_workspace;
-    DiffSelection *m_diffSelection;
     HistoryBrowser *m_historyBrowser;
+    DiffSelection *m_diffSelection;
     Annotation *m_annotation;
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;
     BranchActions m_branches;
     OpenActions m_open;
+    HistoryNavigation *m_historyNavigation;
 };
 
 } // namespace tillery

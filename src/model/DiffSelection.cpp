@@ -2,6 +2,7 @@
 
 #include "model/ActivityState.h"
 #include "model/Background.h"
+#include "model/HistoryBrowser.h"
 #include "model/ImageFiles.h"
 #include "model/ModelSettings.h"
 #include "model/VersionControl.h"
@@ -48,10 +49,11 @@ bool isStillOnDisk(const QString &repositoryPath, const WorkingFile &file)
 
 } // namespace
 
-DiffSelection::DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings,
-                             BackgroundPool &pool, QObject *parent)
+DiffSelection::DiffSelection(Workspace &workspace, const HistoryBrowser &history, ActivityState &activity,
+                             ModelSettings &settings, BackgroundPool &pool, QObject *parent)
     : QObject(parent)
     , m_workspace(workspace)
+    , m_history(history)
     , m_activity(activity)
     , m_settings(settings)
     , m_pool(pool)
@@ -254,7 +256,9 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
                 setDiff(buildDiffDocument(u"This "_s + word + u" has no changed files."_s));
                 return;
             }
-            const std::optional<WorkingFile> kept = keep ? fileWithPath(*outcome.value, keep->path) : std::nullopt;
+            std::optional<WorkingFile> kept = keep ? fileWithPath(*outcome.value, keep->path) : std::nullopt;
+            if (!kept)
+                kept = m_history.fileOfInterest(changeset, *outcome.value);
             selectChangesetFile(kept.value_or(outcome.value->first()));
         });
 }
@@ -391,16 +395,19 @@ void DiffSelection::showPage()
         }
         return;
     }
+    const QList<Changeset> &rows = m_history.changesets();
     std::optional<Changeset> kept;
     if (m_selectedChangeset) {
-        for (const Changeset &changeset : snapshot.history) {
-            if (changeset.node == m_selectedChangeset->node)
-                kept = changeset;
-        }
+        const qsizetype row = m_history.rowOf(m_selectedChangeset->node);
+        if (row >= 0)
+            kept = rows.at(row);
+        // Its page, or a search's first matches, are on the way.
+        else if (m_history.isRevealing(m_selectedChangeset->node) || (rows.isEmpty() && m_history.isLoading()))
+            return;
     }
-    if (!kept && !snapshot.history.isEmpty()) {
-        // Opening History shows the newest changeset.
-        selectChangeset(snapshot.history.first());
+    if (!kept && !rows.isEmpty()) {
+        // Opening History shows the newest changeset (or the first match).
+        selectChangeset(rows.first());
         return;
     }
     if (!kept) {

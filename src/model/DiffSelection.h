@@ -25,13 +25,15 @@ class Workspace;
 // marked for commit, the loaded document or picture, and the loading
 // indicator. At most one load is in flight; a newer selection cancels the
 // older load, whose tool run is stopped and whose result is dropped.
+class HistoryBrowser;
 class DiffSelection final : public QObject {
     Q_OBJECT
 
 public:
     static constexpr int indicatorDelayMilliseconds = 500;
 
-    DiffSelection(Workspace &workspace, ActivityState &activity, ModelSettings &settings, BackgroundPool &pool,
+    DiffSelection(Workspace &workspace, const HistoryBrowser &history, ActivityState &activity, ModelSettings &settings,
+                  BackgroundPool &pool,
                   QObject *parent = nullptr);
     ~DiffSelection() override;
 
@@ -107,6 +109,7 @@ private:
     void presentLoadFailure(const QString &message);
 
     Workspace &m_workspace;
+    const HistoryBrowser &m_history;
     ActivityState &m_activity;
     ModelSettings &m_settings;
     BackgroundPool &m_pool;

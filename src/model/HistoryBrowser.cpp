@@ -28,6 +28,7 @@ void HistoryBrowser::showSnapshot()
 
 void HistoryBrowser::setFilter(const HistoryFilter &filter)
 {
+    m_revealing.clear();
     if (filter == m_filter && !filter.isEmpty())
         return;
     m_filter = filter;
@@ -41,7 +42,6 @@ void HistoryBrowser::startOver()
     m_task.cancel();
     m_pager.reset();
     m_failure.clear();
-    m_shownNodes.clear();
     if (m_filter.isEmpty()) {
         m_changesets = m_snapshotHistory;
         m_layout = m_workspace.historyLayout();
@@ -51,8 +51,65 @@ void HistoryBrowser::startOver()
         m_layout = HistoryGraphLayout();
         m_hasMore = true;
     }
+    m_shownNodes.clear();
+    for (const Changeset &changeset : std::as_const(m_changesets))
+        m_shownNodes.insert(changeset.node);
     setLoading(false);
     Q_EMIT reset();
+    continueRevealing();
+}
+
+qsizetype HistoryBrowser::rowOf(const QString &node) const
+{
+    if (!m_shownNodes.contains(node))
+        return -1;
+    const auto found = std::find_if(m_changesets.cbegin(), m_changesets.cend(),
+                                    [&node](const Changeset &changeset) { return changeset.node == node; });
+    return found - m_changesets.cbegin();
+}
+
+std::optional<WorkingFile> HistoryBrowser::fileOfInterest(const Changeset &changeset,
+                                                         const QList<WorkingFile> &files) const
+{
+    if (m_filter.path.isEmpty())
+        return std::nullopt;
+    const auto withPath = [&files](const auto &matches) -> std::optional<WorkingFile> {
+        const auto found = std::find_if(files.cbegin(), files.cend(), matches);
+        return found == files.cend() ? std::nullopt : std::optional(*found);
+    };
+    const QString folder = m_filter.path + u'/';
+    // The file itself, else a folder's first file, else the name the file had then.
+    if (auto found = withPath([this](const WorkingFile &file) { return file.path == m_filter.path; }))
+        return found;
+    if (auto found = withPath([&folder](const WorkingFile &file) { return file.path.startsWith(folder); }))
+        return found;
+    if (!m_filter.followsRenames)
+        return std::nullopt;
+    return withPath([&changeset](const WorkingFile &file) { return changeset.files.contains(file.path); });
+}
+
+void HistoryBrowser::reveal(const QString &node)
+{
+    m_revealing = node;
+    if (!m_filter.isEmpty()) {
+        m_filter = {};
+        startOver();
+        return;
+    }
+    continueRevealing();
+}
+
+void HistoryBrowser::continueRevealing()
+{
+    if (m_revealing.isEmpty() || m_isLoading)
+        return;
+    const bool found = m_shownNodes.contains(m_revealing);
+    if (!found && m_hasMore && m_failure.isEmpty()) {
+        loadMore();
+        return;
+    }
+    const QString node = std::exchange(m_revealing, QString());
+    Q_EMIT revealFinished(node, found);
 }
 
 void HistoryBrowser::loadMore()
@@ -70,7 +127,10 @@ void HistoryBrowser::loadMore()
     m_failure.clear();
     setLoading(true);
     m_task = background::start<Outcome<HistoryPage>>(
-        &m_pool, this, [pager = m_pager](const CancellationCheck &) { return pager->next(pageSize); },
+        &m_pool, this,
+        [pager = m_pager, limit = m_revealing.isEmpty() ? pageSize : revealPageSize](const CancellationCheck &) {
+            return pager->next(limit);
+        },
         [this, pager = m_pager](const Outcome<HistoryPage> &outcome) {
             if (pager != m_pager)
                 return;
@@ -82,16 +142,13 @@ void HistoryBrowser::loadMore()
                 m_pager.reset();
                 Q_EMIT loadingChanged();
             }
+            continueRevealing();
         });
 }
 
 void HistoryBrowser::append(const HistoryPage &page)
 {
     // A page read after the history moved may repeat what is shown.
-    if (m_shownNodes.isEmpty()) {
-        for (const Changeset &changeset : std::as_const(m_changesets))
-            m_shownNodes.insert(changeset.node);
-    }
     QList<Changeset> fresh;
     for (const Changeset &changeset : page.changesets) {
         if (!m_shownNodes.contains(changeset.node)) {

@@ -5,6 +5,7 @@
 #include "model/Workspace.h"
 #include "process/HistoryPager.h"
 #include "records/HistoryFilter.h"
+#include "records/WorkingFile.h"
 
 #include <QObject>
 #include <QSet>
@@ -23,6 +24,8 @@ class HistoryBrowser final : public QObject {
 
 public:
     static constexpr int pageSize = 250;
+    // Looking for one changeset reads larger pages.
+    static constexpr int revealPageSize = 2000;
 
     HistoryBrowser(BackgroundPool &pool, Workspace &workspace, QObject *parent = nullptr);
 
@@ -35,9 +38,21 @@ public:
     // Why the last page did not load; empty when it did.
     const QString &failure() const { return m_failure; }
 
+    // The row of the changeset; -1 when it is not loaded.
+    qsizetype rowOf(const QString &node) const;
+    // The file of the changeset a file's history is about, among the
+    // changeset's files: the path filtered on, or the name the file had
+    // then when the tool followed it through renames.
+    std::optional<WorkingFile> fileOfInterest(const Changeset &changeset, const QList<WorkingFile> &files) const;
+    // Whether older pages are loading until this changeset shows.
+    bool isRevealing(const QString &node) const { return !m_revealing.isEmpty() && m_revealing == node; }
+
     void loadMore();
     // An empty filter returns to the whole history.
     void setFilter(const HistoryFilter &filter);
+    // Returns to the whole history and loads older pages until the
+    // changeset is among the rows or the history ends.
+    void reveal(const QString &node);
 
 Q_SIGNALS:
     // Every row may differ.
@@ -45,12 +60,14 @@ Q_SIGNALS:
     // Rows from `first` on are new.
     void appended(qsizetype first);
     void loadingChanged();
+    void revealFinished(const QString &node, bool found);
 
 private:
     void showSnapshot();
     void startOver();
     void setLoading(bool loading);
     void append(const HistoryPage &page);
+    void continueRevealing();
 
     BackgroundPool &m_pool;
     Workspace &m_workspace;
@@ -58,8 +75,9 @@ private:
     QList<Changeset> m_changesets;
     HistoryGraphLayout m_layout;
     QList<Changeset> m_snapshotHistory;
-    // The nodes of `m_changesets`, filled when the first older page arrives.
+    // The nodes of `m_changesets`.
     QSet<QString> m_shownNodes;
+    QString m_revealing;
     std::shared_ptr<HistoryPager> m_pager;
     BackgroundTask m_task;
     bool m_isLoading = false;

@@ -39,6 +39,13 @@ public:
         return outputOf(Tool::fileContentsCommand(revision, file.path), repositoryPath);
     }
 
+    std::optional<QString> resolveChangeset(const QString &repositoryPath, const QString &name) const override
+    {
+        const CommandOutput resolved = Tool::run(Tool::resolveChangesetCommand(name), repositoryPath);
+        const QString node = decodeUtf8OrEmpty(resolved.standardOutput).trimmed();
+        return resolved.status == 0 && !node.isEmpty() ? std::optional(node) : std::nullopt;
+    }
+
     QByteArray parentContents(const QString &repositoryPath, const QString &path) const override
     {
         return outputOf(Tool::fileContentsCommand(Tool::workingParent(), path), repositoryPath);

@@ -46,6 +46,10 @@ public:
     virtual std::unique_ptr<HistoryPager> historyPager(const QString &repositoryPath, const HistoryFilter &filter,
                                                        const std::optional<Changeset> &lastShown,
                                                        qsizetype shownCount) const = 0;
+    // The full id of the changeset a person named: a hash or its prefix, a
+    // tag, bookmark or branch (Mercurial also a revision number); nothing
+    // when the name names none.
+    virtual std::optional<QString> resolveChangeset(const QString &repositoryPath, const QString &name) const = 0;
 
     // The diffs stop their child and throw CancellationFailure as soon as
     // the check says so. An untracked file gets a "new file" diff made
