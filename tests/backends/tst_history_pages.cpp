@@ -53,6 +53,8 @@ struct Scene {
                 nodes.first() = repository->parentNode();
             }
         }
+        repository->tool(kind == RepositoryKind::git ? QStringList{u"branch"_s, u"mark"_s, nodes[5]}
+                                                     : QStringList{u"bookmark"_s, u"--rev="_s + nodes[5], u"mark"_s});
     }
 
     // Every page of a pager, each no longer than `limit`.
@@ -148,6 +150,35 @@ private Q_SLOTS:
         QFETCH(QStringList, expected);
         const Scene &scene = sceneOf(kind);
         QCOMPARE(scene.found(filter), expected);
+        QVERIFY(!QFile::exists(scene.repository->filePath(u"pwned"_s)));
+    }
+
+    // Going to a changeset by name: the name is only ever looked up as one.
+    void namedChangesets_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("expected");
+        for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
+            const auto row = [&](const char *label, const QString &name, int expected) {
+                QTest::addRow("%s: %s", kind == RepositoryKind::git ? "git" : "hg", label) << kind << name << expected;
+            };
+            row("hash start", sceneOf(kind).nodes[3].first(10), 3);
+            row("bookmark or branch", u"mark"_s, 5);
+            row("unknown", u"nothing-here"_s, -1);
+            row("option-like", u"--output=pwned"_s, -1);
+            row("expression-like", u"') or all() or ('"_s, -1);
+            row("range-like", u"0:tip"_s, -1);
+        }
+    }
+    void namedChangesets()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QString, name);
+        QFETCH(int, expected);
+        const Scene &scene = sceneOf(kind);
+        const std::optional<QString> node = scene.backend.resolveChangeset(scene.repository->path(), name);
+        QCOMPARE(node, expected < 0 ? std::nullopt : std::optional(scene.nodes[expected]));
         QVERIFY(!QFile::exists(scene.repository->filePath(u"pwned"_s)));
     }
 

@@ -9,6 +9,25 @@
 using namespace Qt::StringLiterals;
 using namespace tillery;
 
+namespace {
+
+// 300 changesets, made by the tool in one go.
+std::unique_ptr<test::RepositoryFixture> longHistory(RepositoryKind kind)
+{
+    std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
+    if (kind == RepositoryKind::git) {
+        auto &git = static_cast<test::GitFixture &>(*repository);
+        git.importCommits(u"main"_s, 300);
+        git.checkOut(u"main"_s);
+    } else {
+        repository->tool({u"debugbuilddag"_s, u"+300"_s});
+        repository->tool({u"update"_s, u"--quiet"_s, u"tip"_s});
+    }
+    return repository;
+}
+
+} // namespace
+
 class HistoryBrowserTest : public QObject {
     Q_OBJECT
 
@@ -19,16 +38,7 @@ private Q_SLOTS:
     void pagesAndSearch()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
-        // 300 changesets, made by the tool in one go.
-        if (kind == RepositoryKind::git) {
-            auto &git = static_cast<test::GitFixture &>(*repository);
-            git.importCommits(u"main"_s, 300);
-            git.checkOut(u"main"_s);
-        } else {
-            repository->tool({u"debugbuilddag"_s, u"+300"_s});
-            repository->tool({u"update"_s, u"--quiet"_s, u"tip"_s});
-        }
+        const std::unique_ptr<test::RepositoryFixture> repository = longHistory(kind);
         test::ModelHarness harness;
         AppModel &model = harness.start();
         model.adoptRepository(Repository{repository->path(), kind});
@@ -68,6 +78,96 @@ private Q_SLOTS:
         model.searchHistory(QString());
         QCOMPARE(browser.changesets().size(), 250);
         QVERIFY(browser.hasMore());
+    }
+
+    // Going to a changeset beyond the loaded pages lands on it; the selection stays on it through a refresh
+    // that starts the rows over and through leaving a search that found it.
+    void goToAndKeepSelection_data() { test::addKindColumn(); }
+    void goToAndKeepSelection()
+    {
+        QFETCH(RepositoryKind, kind);
+        const std::unique_ptr<test::RepositoryFixture> repository = longHistory(kind);
+        test::ModelHarness harness;
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository->path(), kind});
+        model.setTab(WorkspaceTab::history);
+        QVERIFY(harness.settle());
+        const HistoryBrowser &browser = model.historyBrowser();
+        const auto selectedNode = [&model] { return model.diffSelection().selectedChangeset().value_or(Changeset()).node; };
+        const QString deepest = kind == RepositoryKind::git
+                                    ? QString::fromUtf8(repository->tool({u"rev-list"_s, u"--max-parents=0"_s, u"HEAD"_s}))
+                                    : QString::fromUtf8(repository->tool({u"log"_s, u"-r0"_s, u"-T{node}"_s}));
+
+        harness.prompts.textAnswers = {deepest.trimmed().first(12), u"nothing-here"_s};
+        model.goToChangeset();
+        QVERIFY(harness.settle());
+        QCOMPARE(selectedNode(), deepest.trimmed());
+        QCOMPARE(browser.changesets().size(), 300);
+        model.goToChangeset();
+        QVERIFY(harness.settle());
+        QCOMPARE(harness.prompts.alerts.size(), 1);
+        QCOMPARE(selectedNode(), deepest.trimmed());
+
+        repository->write(u"new.txt"_s, "new\n");
+        repository->commitAll(u"Newest"_s);
+        model.refresh();
+        QVERIFY(harness.settle());
+        QCOMPARE(browser.changesets().first().summary, u"Newest"_s);
+        QCOMPARE(selectedNode(), deepest.trimmed());
+        QVERIFY(browser.rowOf(deepest.trimmed()) > 250);
+
+        const Changeset older = browser.changesets().at(260);
+        model.searchHistory(older.node.first(12));
+        QVERIFY(harness.settle());
+        QCOMPARE(selectedNode(), older.node);
+        model.searchHistory(QString());
+        QVERIFY(harness.settle());
+        QCOMPARE(browser.rowOf(older.node), 260);
+        QCOMPARE(selectedNode(), older.node);
+    }
+
+    // A file's history follows it back through a rename where the tool can, with the file selected in
+    // each changeset under the name it had then.
+    void fileHistory_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QStringList>("summaries");
+        QTest::addColumn<QString>("oldestFile");
+        QTest::newRow("hg") << RepositoryKind::mercurial << QStringList{u"Change b"_s, u"Rename"_s} << u"b.txt"_s;
+        QTest::newRow("git") << RepositoryKind::git << QStringList{u"Change b"_s, u"Rename"_s, u"Start"_s}
+                             << u"a.txt"_s;
+    }
+    void fileHistory()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QStringList, summaries);
+        QFETCH(QString, oldestFile);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
+        repository->write(u"a.txt"_s, "one\ntwo\nthree\nfour\n");
+        repository->write(u"0-other.txt"_s, "other\n");
+        repository->commitAll(u"Start"_s);
+        repository->write(u"0-other.txt"_s, "changed\n");
+        repository->commitAll(u"Other"_s);
+        repository->tool({kind == RepositoryKind::git ? u"mv"_s : u"rename"_s, u"a.txt"_s, u"b.txt"_s});
+        repository->write(u"0-other.txt"_s, "again\n");
+        repository->commitAll(u"Rename"_s);
+        repository->write(u"b.txt"_s, "one\ntwo\nthree\nfour\nfive\n");
+        repository->commitAll(u"Change b"_s);
+
+        test::ModelHarness harness;
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{repository->path(), kind});
+        QVERIFY(harness.settle());
+        model.showFileHistory(u"b.txt"_s);
+        QVERIFY(harness.settle());
+        QStringList found;
+        for (const Changeset &changeset : model.historyBrowser().changesets())
+            found.append(changeset.summary);
+        QCOMPARE(found, summaries);
+        QCOMPARE(model.historyNavigation().searchText(), u"file:\"b.txt\""_s);
+        model.selectChangeset(model.historyBrowser().changesets().last());
+        QVERIFY(harness.settle());
+        QCOMPARE(model.diffSelection().selectedChangesetFile().value_or(WorkingFile()).path, oldestFile);
     }
 };
 
