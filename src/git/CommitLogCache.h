@@ -14,6 +14,7 @@ namespace tillery::git {
 struct CommitLogOutputs {
     QByteArray log;
     QByteArray count;
+    QString head;
 };
 
 // The outputs last read in each repository with the refs they were read at;

@@ -77,9 +77,10 @@ std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath)
     const QByteArray key = commitLogKey(head.standardOutput, repositoryPath);
     if (std::optional<CommitLogOutputs> cached = cachedCommitLog(repositoryPath, key))
         return cached;
+    CommitLogOutputs outputs;
+    outputs.head = decodeUtf8OrEmpty(head.standardOutput).trimmed();
     std::future<QByteArray> count =
         startConcurrently([&repositoryPath] { return outputOf(GitTool::commitCountCommand(), repositoryPath); });
-    CommitLogOutputs outputs;
     outputs.log = outputOf(GitTool::historyCommand(), repositoryPath);
     outputs.count = count.get();
     storeCommitLog(repositoryPath, key, outputs);
@@ -87,9 +88,8 @@ std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath)
 }
 
 QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords,
-                         std::future<std::optional<CommitLogOutputs>> &commitLog, const QString &repositoryPath)
+                         const std::optional<CommitLogOutputs> &outputs, const QString &repositoryPath)
 {
-    const std::optional<CommitLogOutputs> outputs = commitLog.get();
     if (!outputs)
         return {};
     QHash<QString, QStringList> branchesByCommit;
@@ -162,7 +162,9 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         const std::optional<QString> current = currentBranch(repositoryPath);
         snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
         snapshot.branch = current.value_or(u"detached"_s);
-        snapshot.history = history(branchRecords, commitLog, repositoryPath);
+        const std::optional<CommitLogOutputs> log = commitLog.get();
+        snapshot.history = history(branchRecords, log, repositoryPath);
+        snapshot.workingParent = log ? log->head : QString();
         snapshot.paths = remotes(repositoryPath);
         snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
         snapshot.defaultBranch = chooseDefaultBranch(

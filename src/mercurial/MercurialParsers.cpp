@@ -249,6 +249,12 @@ QString parseCurrentBranch(QByteArrayView output)
     return decodeUtf8OrEmpty(output).trimmed();
 }
 
+QString parseWorkingParent(QByteArrayView output)
+{
+    const QString node = decodeUtf8OrEmpty(output).trimmed();
+    return node.count(u'0') == node.size() ? QString() : node;
+}
+
 QMap<QString, QString> parsePaths(QByteArrayView output)
 {
     QMap<QString, QString> paths;

@@ -45,6 +45,8 @@ FileAnnotation parseAnnotation(const QByteArray &output, const QString &path);
 
 // "hg branch".
 QString parseCurrentBranch(QByteArrayView output);
+// The working copy's parent's id; empty before the first changeset (the null id).
+QString parseWorkingParent(QByteArrayView output);
 
 // "hg paths": "name = address" lines; passwords stay masked as the tool prints them.
 QMap<QString, QString> parsePaths(QByteArrayView output);

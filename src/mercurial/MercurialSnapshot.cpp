@@ -49,6 +49,8 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
             runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput);
         snapshot.history =
             mercurial::parseHistory(runMercurial(MercurialTool::historyCommand(), repositoryPath).standardOutput);
+        snapshot.workingParent = mercurial::parseWorkingParent(
+            runMercurial(MercurialTool::workingParentCommand(), repositoryPath).standardOutput);
         snapshot.bookmarks = loadBookmarks(repositoryPath);
         snapshot.branch = mercurial::parseCurrentBranch(
             runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);

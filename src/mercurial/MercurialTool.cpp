@@ -49,6 +49,11 @@ ToolCommand MercurialTool::currentBranchCommand()
     return {{u"branch"_s}, {0}};
 }
 
+ToolCommand MercurialTool::workingParentCommand()
+{
+    return {{u"log"_s, u"--rev=."_s, u"-T{node}"_s}, {0}};
+}
+
 ToolCommand MercurialTool::pathsCommand()
 {
     return {{u"paths"_s}, {0, 1}};

@@ -33,6 +33,7 @@ struct MercurialTool {
     static ToolCommand bookmarksCommand();
     static ToolCommand bookmarkDatesCommand();
     static ToolCommand currentBranchCommand();
+    static ToolCommand workingParentCommand();
     static ToolCommand pathsCommand();
 
     // Every value travels as one "--option=value" argument or after "--", so

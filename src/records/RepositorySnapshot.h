@@ -22,6 +22,8 @@ struct RepositorySnapshot {
     QMap<QString, QString> paths;
     QString defaultBranch;
     bool currentBranchIsPublished = true;
+    // The id of the changeset the working copy is based on; empty before the first.
+    QString workingParent;
 
     friend bool operator==(const RepositorySnapshot &, const RepositorySnapshot &) = default;
 };

@@ -190,6 +190,8 @@ private Q_SLOTS:
         repository.commitAll(u"topic"_s);
         scene.backend.switchTo(scene.path(), u"main"_s);
         QCOMPARE(repository.parentNode(), scene.base);
+        // The working copy's parent is not the newest changeset now.
+        QCOMPARE(scene.snapshot().workingParent, scene.base);
         repository.write(u"a.txt"_s, "two\n");
         repository.commitAll(u"main work"_s);
         scene.backend.switchTo(scene.path(), u"topic"_s);
