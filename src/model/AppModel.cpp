@@ -55,6 +55,12 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
 {
 }
 
+void AppModel::showChangesetInHistory(const QString &node)
+{
+    setTab(WorkspaceTab::history);
+    m_historyNavigation->showChangeset(node);
+}
+
 void AppModel::showFileHistory(const QString &path)
 {
     setTab(WorkspaceTab::history);

@@ -117,6 +117,8 @@ public:
     void searchHistory(const QString &text) { m_historyNavigation->search(text); }
     void showFileHistory(const QString &path);
     void goToChangeset() { m_historyNavigation->goToChangeset(); }
+    // On History, loading older pages until it shows.
+    void showChangesetInHistory(const QString &node);
     // Shows the file annotated in place of the page's diff: on History as of
     // the selected changeset, on Changes as of the working copy's parent.
     void annotate(const QString &path) { m_annotation->annotate(path); }

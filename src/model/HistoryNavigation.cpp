@@ -36,6 +36,8 @@ void HistoryNavigation::search(const QString &text)
     const std::optional<Changeset> &selected = m_context.selection.selectedChangeset();
     m_goingTo.clear();
     setSearchText(text);
+    if (filter == m_browser.filter())
+        return;
     if (filter.isEmpty() && selected && !m_browser.filter().isEmpty()) {
         // Leaving a search lands on the match that was selected.
         m_browser.reveal(selected->node);
@@ -89,6 +91,18 @@ void HistoryNavigation::goToChangeset()
             setSearchText(QString());
             m_browser.reveal(*node);
         });
+}
+
+void HistoryNavigation::showChangeset(const QString &node)
+{
+    const qsizetype row = m_browser.rowOf(node);
+    if (row >= 0) {
+        m_context.selection.selectChangeset(m_browser.changesets().at(row));
+        return;
+    }
+    m_goingTo.clear();
+    setSearchText(QString());
+    m_browser.reveal(node);
 }
 
 bool HistoryNavigation::isSelectionBeyondFirstPage() const

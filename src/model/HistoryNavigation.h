@@ -28,6 +28,8 @@ public:
     // Asks for a hash, tag, bookmark or branch name and selects that
     // changeset, loading older pages until it shows.
     void goToChangeset();
+    // Selects the changeset, loading older pages until it shows.
+    void showChangeset(const QString &node);
 
     // Around applying a refresh: a selection on an older page that the
     // refresh's first page no longer reaches loads its way back.

@@ -240,6 +240,9 @@ QMenu *ChangesView::contextMenuFor(int row)
     // A file the working copy's parent does not have has no lines to annotate.
     annotate->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
     connect(annotate, &QAction::triggered, this, [this, path = clicked.path] { m_model.annotate(path); });
+    QAction *fileHistory = menu->addAction(u"Show History of This File"_s);
+    fileHistory->setEnabled(clicked.state != FileState::untracked);
+    connect(fileHistory, &QAction::triggered, this, [this, path = clicked.path] { m_model.showFileHistory(path); });
     return menu;
 }
 

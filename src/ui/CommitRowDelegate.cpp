@@ -40,6 +40,27 @@ const HistoryGraph *graphOf(const QModelIndex &index)
     return history ? &history->graph() : nullptr;
 }
 
+// Wider graphs are cut at the gutter's edge rather than pushing the text away.
+constexpr int maxGutterColumns = 10;
+
+// The rows on screen share one gutter, wide enough for the widest of them,
+// so that their titles line up.
+int gutterColumns(const QStyleOptionViewItem &option, const QModelIndex &index, const HistoryGraph &graph)
+{
+    int first = index.row();
+    int last = index.row();
+    if (const auto *view = qobject_cast<const QAbstractItemView *>(option.widget)) {
+        const int top = view->indexAt(QPoint(1, 1)).row();
+        const int bottom = view->indexAt(QPoint(1, view->viewport()->height() - 2)).row();
+        first = top < 0 ? first : std::min(first, top);
+        last = bottom < 0 ? int(graph.rowCount()) - 1 : std::max(last, bottom);
+    }
+    int columns = 1;
+    for (int row = first; row <= last && columns < maxGutterColumns; ++row)
+        columns = std::max(columns, graphColumns(graph, row));
+    return std::min(columns, maxGutterColumns);
+}
+
 // Eight hues that tell lanes apart, lighter on a dark base.
 QColor laneColour(qint32 colour, bool dark)
 {
@@ -50,7 +71,7 @@ QColor laneColour(qint32 colour, bool dark)
 // The row's lines from its top edge to the middle and from there to its
 // bottom edge, and the changeset's dot.
 void paintGraph(QPainter *painter, const HistoryGraph &graph, int row, const QRect &rect, const QPalette &palette,
-                bool selected)
+                bool selected, bool workingParent)
 {
     if (row < 0 || row >= graph.rowCount())
         return;
@@ -60,6 +81,7 @@ void paintGraph(QPainter *painter, const HistoryGraph &graph, int row, const QRe
     const qreal middle = rect.top() + rect.height() / 2.0;
     const qreal bottom = rect.bottom() + 1;
     painter->save();
+    painter->setClipRect(rect);
     painter->setRenderHint(QPainter::Antialiasing, true);
     for (const HistoryGraph::Segment &segment : graph.upperHalf(row)) {
         painter->setPen(QPen(laneColour(segment.colour, dark), 2));
@@ -70,9 +92,17 @@ void paintGraph(QPainter *painter, const HistoryGraph &graph, int row, const QRe
         painter->drawLine(QPointF(x(segment.from), middle), QPointF(x(segment.to), bottom));
     }
     const HistoryGraph::Row &dot = graph.row(row);
-    painter->setPen(QPen(palette.color(selected ? QPalette::HighlightedText : QPalette::Base), 1.5));
-    painter->setBrush(laneColour(dot.colour, dark));
-    painter->drawEllipse(QPointF(x(dot.column), middle), 4.5, 4.5);
+    const QColor lane = laneColour(dot.colour, dark);
+    if (workingParent) {
+        // The working copy's parent: a ring, larger than the other dots.
+        painter->setPen(QPen(lane, 2.5));
+        painter->setBrush(palette.color(selected ? QPalette::HighlightedText : QPalette::Base));
+        painter->drawEllipse(QPointF(x(dot.column), middle), 6, 6);
+    } else {
+        painter->setPen(QPen(palette.color(selected ? QPalette::HighlightedText : QPalette::Base), 1.5));
+        painter->setBrush(lane);
+        painter->drawEllipse(QPointF(x(dot.column), middle), 4.5, 4.5);
+    }
     painter->restore();
 }
 
@@ -146,11 +176,9 @@ struct RowLayout {
     QRect details;
 };
 
-RowLayout layoutRow(const QStyleOptionViewItem &option, const QModelIndex &index)
+RowLayout layoutRow(const QStyleOptionViewItem &option, const QModelIndex &index, int graphWidth)
 {
     RowLayout layout;
-    const HistoryGraph *graph = graphOf(index);
-    const int graphWidth = graph ? graphColumns(*graph, index.row()) * laneWidth : 0;
     const QRect inner = option.rect.adjusted(padding + graphWidth, 5, -padding, -5);
     const int lineHeight = inner.height() / 2;
     const auto *history = qobject_cast<const HistoryModel *>(index.model());
@@ -176,6 +204,26 @@ RowLayout layoutRow(const QStyleOptionViewItem &option, const QModelIndex &index
 
 } // namespace
 
+int CommitRowDelegate::gutterWidth(const QStyleOptionViewItem &option, const QModelIndex &index) const
+{
+    const HistoryGraph *graph = graphOf(index);
+    if (!graph)
+        return 0;
+    const auto *view = qobject_cast<const QAbstractItemView *>(option.widget);
+    if (!view)
+        return gutterColumns(option, index, *graph) * laneWidth;
+    // The rows of one viewport paint share the answer.
+    const QModelIndex top = view->indexAt(QPoint(1, 1));
+    const Gutter key{graph, graph->rowCount(), top.row(), view->viewport()->height(),
+                     top.isValid() ? static_cast<const HistoryModel *>(index.model())->changesetAt(top.row()).node
+                                   : QString()};
+    if (key != m_gutter) {
+        m_gutter = key;
+        m_gutterColumns = gutterColumns(option, index, *graph);
+    }
+    return m_gutterColumns * laneWidth;
+}
+
 void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QStyleOptionViewItem background = option;
@@ -187,12 +235,16 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
 
     const bool selected = option.state & QStyle::State_Selected;
     const QPalette &palette = option.palette;
-    if (const HistoryGraph *graph = graphOf(index))
-        paintGraph(painter, *graph, index.row(), option.rect, palette, selected);
+    const int graphWidth = gutterWidth(option, index);
+    if (const HistoryGraph *graph = graphOf(index)) {
+        const auto *history = static_cast<const HistoryModel *>(index.model());
+        paintGraph(painter, *graph, index.row(), option.rect.adjusted(0, 0, graphWidth + padding - option.rect.width(), 0),
+                   palette, selected, history->isWorkingParent(index.row()));
+    }
     const QColor text = palette.color(selected ? QPalette::HighlightedText : QPalette::Text);
     QColor quiet = text;
     quiet.setAlphaF(0.65);
-    const RowLayout layout = layoutRow(option, index);
+    const RowLayout layout = layoutRow(option, index, graphWidth);
 
     painter->save();
     painter->setClipRect(option.rect.adjusted(padding, 0, -padding, 0));
@@ -265,7 +317,7 @@ bool CommitRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, co
                                   const QModelIndex &index)
 {
     if (event->type() == QEvent::ToolTip) {
-        for (const BadgePlace &place : layoutRow(option, index).badges) {
+        for (const BadgePlace &place : layoutRow(option, index, gutterWidth(option, index)).badges) {
             if (!place.mark.isNull() && place.mark.adjusted(-2, -2, 2, 2).contains(event->pos())) {
                 QToolTip::showText(event->globalPos(), u"This branch has not been pushed"_s, view);
                 return true;

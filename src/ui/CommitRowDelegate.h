@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QStyledItemDelegate>
 
 namespace tillery {
@@ -20,6 +21,21 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override;
+
+private:
+    // How wide the lanes' gutter is for the rows on screen.
+    int gutterWidth(const QStyleOptionViewItem &option, const QModelIndex &index) const;
+
+    struct Gutter {
+        const void *graph = nullptr;
+        qsizetype rows = 0;
+        int topRow = -1;
+        int viewportHeight = 0;
+        QString topNode;
+        friend bool operator==(const Gutter &, const Gutter &) = default;
+    };
+    mutable Gutter m_gutter;
+    mutable int m_gutterColumns = 0;
 };
 
 } // namespace tillery

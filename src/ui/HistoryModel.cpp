@@ -19,14 +19,16 @@ HistoryModel::HistoryModel(AppModel &model, QObject *parent)
     showRows();
 }
 
-// The badges follow the bookmarks or branches of each refresh, even when the
+// The badges and the working copy's mark follow each refresh, even when the
 // rows stay.
 void HistoryModel::showSnapshot()
 {
-    const QSet<QString> needingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
-    if (needingPush == m_namesNeedingPush)
+    const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
+    const QSet<QString> needingPush = changesetText::namesNeedingPush(snapshot.bookmarks);
+    if (needingPush == m_namesNeedingPush && snapshot.workingParent == m_workingParent)
         return;
     m_namesNeedingPush = needingPush;
+    m_workingParent = snapshot.workingParent;
     if (!m_history.isEmpty())
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
@@ -41,6 +43,7 @@ void HistoryModel::showRows()
     m_history = history;
     m_traits = traits;
     m_namesNeedingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
+    m_workingParent = m_model.workspace().snapshot().workingParent;
     endResetModel();
 }
 
@@ -81,6 +84,11 @@ int HistoryModel::rowOf(const QString &node) const
             return row;
     }
     return -1;
+}
+
+bool HistoryModel::isWorkingParent(int row) const
+{
+    return !m_workingParent.isEmpty() && m_history[row].node == m_workingParent;
 }
 
 QList<changesetText::Badge> HistoryModel::badgesAt(int row) const

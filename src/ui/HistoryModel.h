@@ -39,6 +39,7 @@ public:
     const Changeset &changesetAt(int row) const { return m_history[row]; }
     int rowOf(const QString &node) const;
     QList<changesetText::Badge> badgesAt(int row) const;
+    bool isWorkingParent(int row) const;
     // The lanes beside the rows, row for row.
     const HistoryGraph &graph() const;
 
@@ -55,6 +56,7 @@ private:
     QList<Changeset> m_history;
     const KindTraits *m_traits = nullptr;
     QSet<QString> m_namesNeedingPush;
+    QString m_workingParent;
     Clock m_clock;
 };
 

@@ -13,9 +13,12 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QPushButton>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -53,7 +56,14 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_files(new ChangedFilesModel(model, ChangedFilesModel::Source::changeset, this))
     , m_pages(new QStackedWidget)
     , m_empty(new EmptyState(u"No History"_s, u"clock"_s, QString()))
+    , m_noMatches(new EmptyState(u"No Matches"_s, u"clock"_s, QString()))
+    , m_searching(loadingPage(u"Searching…"_s))
+    , m_search(new QLineEdit)
     , m_list(makeList(u"History"_s))
+    , m_loadingRow(new QWidget)
+    , m_loadingSpinner(new Spinner(14))
+    , m_loadingText(new QLabel)
+    , m_retry(new QPushButton(u"Try Again"_s))
     , m_details(new QStackedWidget)
     , m_nothingSelected(new EmptyState(u"Select a changeset"_s, u"clock"_s, QString()))
     , m_changesetPart(new QWidget)
@@ -79,8 +89,40 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     m_list->setItemDelegate(new CommitRowDelegate(m_list));
     m_fileList->setModel(m_files);
     m_fileList->setItemDelegate(new ChangedFileDelegate(m_fileList));
+    m_noMatches->setObjectName(u"noMatches"_s);
+    m_search->setObjectName(u"historySearch"_s);
+    m_search->setClearButtonEnabled(true);
+    m_search->setAccessibleName(u"Search history"_s);
+    m_search->installEventFilter(this);
+    m_loadingRow->setObjectName(u"historyLoadingRow"_s);
+    m_loadingText->setForegroundRole(QPalette::PlaceholderText);
+    m_loadingText->setWordWrap(true);
+    m_retry->setObjectName(u"historyRetry"_s);
+    auto *loadingLayout = new QHBoxLayout(m_loadingRow);
+    loadingLayout->setContentsMargins(12, 6, 12, 6);
+    loadingLayout->addWidget(m_loadingSpinner);
+    loadingLayout->addWidget(m_loadingText, 1);
+    loadingLayout->addWidget(m_retry);
+    auto *listPage = new QWidget;
+    auto *listLayout = new QVBoxLayout(listPage);
+    listLayout->setContentsMargins(0, 0, 0, 0);
+    listLayout->setSpacing(0);
+    listLayout->addWidget(m_list, 1);
+    listLayout->addWidget(m_loadingRow);
     m_pages->addWidget(m_empty);
-    m_pages->addWidget(m_list);
+    m_pages->addWidget(listPage);
+    m_pages->addWidget(m_noMatches);
+    m_pages->addWidget(m_searching);
+    auto *listSide = new QWidget;
+    auto *sideLayout = new QVBoxLayout(listSide);
+    sideLayout->setContentsMargins(0, 0, 0, 0);
+    sideLayout->setSpacing(0);
+    auto *searchRow = new QHBoxLayout;
+    searchRow->setContentsMargins(8, 6, 8, 6);
+    searchRow->addWidget(m_search);
+    sideLayout->addLayout(searchRow);
+    sideLayout->addWidget(divider(QFrame::HLine));
+    sideLayout->addWidget(m_pages, 1);
 
     auto *filesTitle = new QLabel(u"Changed Files"_s);
     QFont titleFont = filesTitle->font();
@@ -125,13 +167,13 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     m_details->addWidget(detailSplit);
 
     auto *split = new QSplitter(Qt::Horizontal);
-    split->addWidget(m_pages);
+    split->addWidget(listSide);
     split->addWidget(m_details);
     split->setChildrenCollapsible(false);
     split->setStretchFactor(0, 0);
     split->setStretchFactor(1, 1);
     split->setSizes({340, 600});
-    m_pages->setMinimumWidth(260);
+    listSide->setMinimumWidth(260);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(split);
@@ -153,6 +195,31 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
         updateState();
         showSelectedChangeset();
     });
+    connect(m_history, &QAbstractItemModel::rowsInserted, this, [this] {
+        updateState();
+        showInsertedSelection();
+    });
+    const HistoryBrowser &browser = model.historyBrowser();
+    connect(&browser, &HistoryBrowser::loadingChanged, this, [this] {
+        updateState();
+        updateLoadingRow();
+    });
+    connect(m_retry, &QPushButton::clicked, this, [this] { m_model.loadOlderHistory(); });
+    // Each word typed would run the tool; a pause, or Return, runs it once.
+    m_searchDelay.setSingleShot(true);
+    m_searchDelay.setInterval(400);
+    connect(m_search, &QLineEdit::textEdited, this, [this] { m_searchDelay.start(); });
+    connect(m_search, &QLineEdit::returnPressed, this, [this] {
+        m_searchDelay.stop();
+        m_model.searchHistory(m_search->text());
+    });
+    connect(&m_searchDelay, &QTimer::timeout, this, [this] { m_model.searchHistory(m_search->text()); });
+    // The clear button empties the field without an edit.
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString &text) {
+        if (text.isEmpty() && !m_model.historyNavigation().searchText().isEmpty())
+            m_model.searchHistory(QString());
+    });
+    connect(&model.historyNavigation(), &HistoryNavigation::searchTextChanged, this, &HistoryView::showSearchText);
     connect(m_files, &QAbstractItemModel::modelReset, this, [this] {
         updateDetail();
         showSelectedFile();
@@ -190,14 +257,65 @@ QMenu *HistoryView::fileContextMenuFor(int row)
     // A file the changeset removed has no lines as of it.
     annotate->setEnabled(file.state != FileState::removed);
     connect(annotate, &QAction::triggered, this, [this, path = file.path] { m_model.annotate(path); });
+    connect(menu->addAction(u"Show History of This File"_s), &QAction::triggered, this,
+            [this, path = file.path] { m_model.showFileHistory(path); });
     connect(menu->addAction(u"Copy Relative File Path"_s), &QAction::triggered, this,
             [this, path = file.path] { m_model.copyPaths({path}); });
     return menu;
 }
 
+void HistoryView::focusSearch()
+{
+    m_search->setFocus(Qt::ShortcutFocusReason);
+    m_search->selectAll();
+}
+
+bool HistoryView::eventFilter(QObject *watched, QEvent *event)
+{
+    // Escape leaves a search for the whole history, back in the list.
+    if (watched == m_search && event->type() == QEvent::KeyPress
+        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Escape) {
+        m_searchDelay.stop();
+        m_search->clear();
+        m_model.searchHistory(QString());
+        m_list->setFocus(Qt::OtherFocusReason);
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void HistoryView::showSearchText()
+{
+    const QString &text = m_model.historyNavigation().searchText();
+    if (m_search->text() != text && !m_searchDelay.isActive())
+        m_search->setText(text);
+}
+
+void HistoryView::updateLoadingRow()
+{
+    const HistoryBrowser &browser = m_model.historyBrowser();
+    const bool failed = !browser.failure().isEmpty();
+    m_loadingRow->setVisible((browser.isLoading() || failed) && m_history->rowCount() > 0);
+    m_loadingSpinner->setVisible(browser.isLoading());
+    m_retry->setVisible(failed && !browser.isLoading());
+    m_loadingText->setText(failed ? u"Older "_s + m_model.traits().changesets + u" could not be loaded: "_s
+                                        + browser.failure()
+                                  : u"Loading older "_s + m_model.traits().changesets + u"…"_s);
+}
+
+// A page that brings the selected changeset's row (going to it, or keeping it
+// through a refresh) selects the row; other pages leave the place alone.
+void HistoryView::showInsertedSelection()
+{
+    if (!m_list->currentIndex().isValid())
+        showSelectedChangeset();
+}
+
 void HistoryView::updateForRepository()
 {
     const KindTraits &words = m_model.traits();
+    m_search->setPlaceholderText(u"Search "_s + words.changesets + u": words, author:, file:, hash"_s);
+    m_noMatches->setDetail(u"No "_s + words.changesets + u" match this search."_s);
     m_empty->setDetail(u"This repository has no "_s + words.changesets + u" yet."_s);
     m_nothingSelected->setTitle(u"Select a "_s + words.changeset);
     m_nothingSelected->setDetail(u"Choose a "_s + words.changeset + u" to see its files and changes."_s);
@@ -208,10 +326,18 @@ void HistoryView::updateForRepository()
 
 void HistoryView::updateState()
 {
+    const HistoryBrowser &browser = m_model.historyBrowser();
     const bool empty = m_history->rowCount() == 0;
-    m_pages->setCurrentWidget(empty ? static_cast<QWidget *>(m_empty) : m_list);
+    const bool searching = !browser.filter().isEmpty();
+    if (!empty)
+        m_pages->setCurrentIndex(1);
+    else if (!searching)
+        m_pages->setCurrentWidget(m_empty);
+    else
+        m_pages->setCurrentWidget(browser.isLoading() ? m_searching : static_cast<QWidget *>(m_noMatches));
     // Without history there is nothing to detail: one empty state, not two.
     m_details->setVisible(!empty);
+    updateLoadingRow();
 }
 
 void HistoryView::updateDetail()

@@ -8,7 +8,9 @@
 #include <chrono>
 
 class QLabel;
+class QLineEdit;
 class QListView;
+class QPushButton;
 class QMenu;
 class QStackedWidget;
 
@@ -40,10 +42,18 @@ public:
     AnnotationView *annotationView() const { return m_annotation; }
     // The context menu of a row of the changeset's files (the caller owns it).
     QMenu *fileContextMenuFor(int row);
+    // Puts the keyboard in the search field, its text selected.
+    void focusSearch();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void updateForRepository();
     void updateState();
+    void updateLoadingRow();
+    void showSearchText();
+    void showInsertedSelection();
     void updateDetail();
     void showSelectedChangeset();
     void showSelectedFile();
@@ -53,7 +63,16 @@ private:
     ChangedFilesModel *m_files;
     QStackedWidget *m_pages;
     EmptyState *m_empty;
+    EmptyState *m_noMatches;
+    QWidget *m_searching;
+    QLineEdit *m_search;
+    QTimer m_searchDelay;
     QListView *m_list;
+    // Below the list while an older page loads, or saying why it did not.
+    QWidget *m_loadingRow;
+    QWidget *m_loadingSpinner;
+    QLabel *m_loadingText;
+    QPushButton *m_retry;
     QStackedWidget *m_details;
     EmptyState *m_nothingSelected;
     // The selected changeset's header and files, over its diff.

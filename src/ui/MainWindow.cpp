@@ -7,6 +7,7 @@
 #include "ui/AboutSheet.h"
 #include "ui/CloneSheet.h"
 #include "ui/CreateBookmarkSheet.h"
+#include "ui/HistoryView.h"
 #include "ui/RepositorySettingsSheet.h"
 #include "ui/RepositoryWorkspace.h"
 #include "ui/SettingsWindow.h"
@@ -156,6 +157,16 @@ void MainWindow::buildMenus()
                                        m_model.openWith(editorTarget(), application);
                                });
     repository->addSeparator();
+    m_repositoryActions << add(repository, u"Find in History"_s, QKeySequence::Find, [this] {
+        m_model.setTab(WorkspaceTab::history);
+        m_workspace->historyView()->focusSearch();
+    });
+    m_goToChangeset = add(repository, u"Go to Changeset…"_s, QKeySequence(Qt::CTRL | Qt::Key_L), [this] {
+        m_model.setTab(WorkspaceTab::history);
+        m_model.goToChangeset();
+    });
+    m_repositoryActions << m_goToChangeset;
+    repository->addSeparator();
     m_operationActions << add(repository, u"Refresh"_s, QKeySequence(Qt::CTRL | Qt::Key_R),
                               [&model] { model.refresh(); });
     m_repositoryActions << add(repository, u"Repository Settings…"_s, {},
@@ -226,6 +237,7 @@ void MainWindow::updateActions()
     m_squashMerge->setEnabled(free && m_model.traits().hasSquashMerge);
     m_updateFromDefault->setText(menuLabel(u"Update from "_s + m_model.workspace().snapshot().defaultBranch));
     m_openInEditor->setText(menuLabel(m_model.editorTitle()));
+    m_goToChangeset->setText(u"Go to "_s + capitalized(m_model.traits().changeset) + u"…"_s);
 }
 
 void MainWindow::updatePage()

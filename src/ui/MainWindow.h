@@ -61,6 +61,7 @@ private:
     QAction *m_delete = nullptr;
     QAction *m_squashMerge = nullptr;
     QAction *m_updateFromDefault = nullptr;
+    QAction *m_goToChangeset = nullptr;
     QAction *m_openInEditor = nullptr;
 };
 

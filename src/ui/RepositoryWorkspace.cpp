@@ -39,7 +39,8 @@ RepositoryWorkspace::RepositoryWorkspace(AppModel &model, ViewSettings &settings
     layout->addWidget(m_pages, 1);
 
     for (AnnotationView *annotation : {m_changes->annotationView(), m_history->annotationView()})
-        connect(annotation, &AnnotationView::changesetClicked, this, &RepositoryWorkspace::showChangesetInHistory);
+        connect(annotation, &AnnotationView::changesetClicked, this,
+                [this](const QString &node) { m_model.showChangesetInHistory(node); });
     connect(&model.workspace(), &Workspace::tabChanged, this, &RepositoryWorkspace::update);
     update();
 }
@@ -47,18 +48,6 @@ RepositoryWorkspace::RepositoryWorkspace(AppModel &model, ViewSettings &settings
 QWidget *RepositoryWorkspace::currentPage() const
 {
     return m_pages->currentWidget();
-}
-
-void RepositoryWorkspace::showChangesetInHistory(const QString &node)
-{
-    m_model.setTab(WorkspaceTab::history);
-    const QList<Changeset> &history = m_model.workspace().snapshot().history;
-    const auto found = std::find_if(history.cbegin(), history.cend(),
-                                    [&node](const Changeset &changeset) { return changeset.node == node; });
-    // Older than the loaded history: the selection stays as it is.
-    if (found == history.cend())
-        return;
-    m_model.selectChangeset(*found);
 }
 
 void RepositoryWorkspace::update()

@@ -26,9 +26,6 @@ public:
     ChangesView *changesView() const { return m_changes; }
     HistoryView *historyView() const { return m_history; }
     QWidget *currentPage() const;
-    // Switches to History and selects the changeset there when the loaded
-    // history holds it (clicking an annotated line's changeset comes here).
-    void showChangesetInHistory(const QString &node);
 
 private:
     void update();
