@@ -60,18 +60,6 @@ const HistoryGraph &HistoryModel::graph() const
     return m_model.historyBrowser().graph();
 }
 
-bool HistoryModel::canFetchMore(const QModelIndex &parent) const
-{
-    const HistoryBrowser &browser = m_model.historyBrowser();
-    return !parent.isValid() && browser.hasMore() && !browser.isLoading() && browser.failure().isEmpty();
-}
-
-void HistoryModel::fetchMore(const QModelIndex &parent)
-{
-    if (!parent.isValid())
-        m_model.loadOlderHistory();
-}
-
 int HistoryModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : static_cast<int>(m_history.size());

@@ -32,9 +32,6 @@ public:
 
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    // Scrolling near the end loads the next older page.
-    bool canFetchMore(const QModelIndex &parent) const override;
-    void fetchMore(const QModelIndex &parent) override;
 
     const Changeset &changesetAt(int row) const { return m_history[row]; }
     int rowOf(const QString &node) const;

@@ -19,6 +19,7 @@
 #include <QListView>
 #include <QMenu>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -205,6 +206,9 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
         updateLoadingRow();
     });
     connect(m_retry, &QPushButton::clicked, this, [this] { m_model.loadOlderHistory(); });
+    QScrollBar *scrollBar = m_list->verticalScrollBar();
+    connect(scrollBar, &QScrollBar::valueChanged, this, &HistoryView::loadOlderNearTheEnd);
+    connect(scrollBar, &QScrollBar::rangeChanged, this, &HistoryView::loadOlderNearTheEnd);
     // Each word typed would run the tool; a pause, or Return, runs it once.
     m_searchDelay.setSingleShot(true);
     m_searchDelay.setInterval(400);
@@ -289,6 +293,17 @@ void HistoryView::showSearchText()
     const QString &text = m_model.historyNavigation().searchText();
     if (m_search->text() != text && !m_searchDelay.isActive())
         m_search->setText(text);
+}
+
+// Within a screenful of the last row, the next older page loads.
+void HistoryView::loadOlderNearTheEnd()
+{
+    const HistoryBrowser &browser = m_model.historyBrowser();
+    const QScrollBar *scrollBar = m_list->verticalScrollBar();
+    if (m_list->isVisible() && scrollBar->maximum() > 0
+        && scrollBar->maximum() - scrollBar->value() <= scrollBar->pageStep() && browser.hasMore()
+        && !browser.isLoading() && browser.failure().isEmpty())
+        m_model.loadOlderHistory();
 }
 
 void HistoryView::updateLoadingRow()

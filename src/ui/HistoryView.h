@@ -52,6 +52,7 @@ private:
     void updateForRepository();
     void updateState();
     void updateLoadingRow();
+    void loadOlderNearTheEnd();
     void showSearchText();
     void showInsertedSelection();
     void updateDetail();

@@ -9,25 +9,6 @@
 using namespace Qt::StringLiterals;
 using namespace tillery;
 
-namespace {
-
-// 300 changesets, made by the tool in one go.
-std::unique_ptr<test::RepositoryFixture> longHistory(RepositoryKind kind)
-{
-    std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
-    if (kind == RepositoryKind::git) {
-        auto &git = static_cast<test::GitFixture &>(*repository);
-        git.importCommits(u"main"_s, 300);
-        git.checkOut(u"main"_s);
-    } else {
-        repository->tool({u"debugbuilddag"_s, u"+300"_s});
-        repository->tool({u"update"_s, u"--quiet"_s, u"tip"_s});
-    }
-    return repository;
-}
-
-} // namespace
-
 class HistoryBrowserTest : public QObject {
     Q_OBJECT
 
@@ -38,7 +19,7 @@ private Q_SLOTS:
     void pagesAndSearch()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = longHistory(kind);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeLongHistory(kind, 300);
         test::ModelHarness harness;
         AppModel &model = harness.start();
         model.adoptRepository(Repository{repository->path(), kind});
@@ -86,7 +67,7 @@ private Q_SLOTS:
     void goToAndKeepSelection()
     {
         QFETCH(RepositoryKind, kind);
-        const std::unique_ptr<test::RepositoryFixture> repository = longHistory(kind);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeLongHistory(kind, 300);
         test::ModelHarness harness;
         AppModel &model = harness.start();
         model.adoptRepository(Repository{repository->path(), kind});

@@ -212,6 +212,20 @@ std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind)
     return std::make_unique<MercurialFixture>();
 }
 
+std::unique_ptr<RepositoryFixture> makeLongHistory(RepositoryKind kind, int count)
+{
+    std::unique_ptr<RepositoryFixture> repository = makeFixture(kind);
+    if (kind == RepositoryKind::git) {
+        auto &git = static_cast<GitFixture &>(*repository);
+        git.importCommits(u"main"_s, count);
+        git.checkOut(u"main"_s);
+    } else {
+        repository->tool({u"debugbuilddag"_s, u"+"_s + QString::number(count)});
+        repository->tool({u"update"_s, u"--quiet"_s, u"tip"_s});
+    }
+    return repository;
+}
+
 const char *toolVariable(RepositoryKind kind)
 {
     return kind == RepositoryKind::git ? "GIT" : "HG";

@@ -93,6 +93,8 @@ void addKindColumn();
 
 // A fresh empty repository of the kind.
 std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
+// A repository with a line of `count` changesets, made by the tool in one go.
+std::unique_ptr<RepositoryFixture> makeLongHistory(RepositoryKind kind, int count);
 
 // The environment variable that points the code at a stand-in for the kind's tool.
 const char *toolVariable(RepositoryKind kind);
