@@ -67,6 +67,13 @@ Repository makeMercurial(const QString &path)
     write(path, u"src/moon.c"_s, "int moon_phase(void) { return 0; }\n");
     hg({u"commit"_s, u"--addremove"_s, u"-m"_s, u"Add a moon phase stub"_s, u"-d"_s, u"1700172800 0"_s});
     hg({u"update"_s, u"main"_s});
+    write(path, u"docs/usage.txt"_s, "Run tide to print the table.\nHeights are in metres.\n");
+    write(path, u"README.md"_s, QByteArray(readme) + "\nHeights are given in metres.\n");
+    hg({u"commit"_s, u"-m"_s, u"Give the heights in metres"_s, u"-d"_s, u"1700259200 0"_s});
+    hg({u"merge"_s, u"--tool=:merge"_s, u"feature"_s});
+    hg({u"commit"_s, u"-m"_s, u"Merge the moon phase stub"_s, u"-d"_s, u"1700345600 0"_s});
+    write(path, u"src/tide.c"_s, "int high_tide(int hour) { return hour % 12 == 6; }\n");
+    hg({u"commit"_s, u"--addremove"_s, u"-m"_s, u"Find the high tides"_s, u"-d"_s, u"1700432000 0"_s});
     write(path, u"src/main.c"_s, changedMainC);
     write(path, u"NOTES.txt"_s, "Ask the harbour master about Sunday tides.\n");
     write(path, u"images/buoy.png"_s, picture(QColor(230, 90, 60)));

@@ -37,7 +37,7 @@ int graphColumns(const HistoryGraph &graph, int row)
 const HistoryGraph *graphOf(const QModelIndex &index)
 {
     const auto *history = qobject_cast<const HistoryModel *>(index.model());
-    return history ? &history->graph() : nullptr;
+    return history ? history->graph() : nullptr;
 }
 
 // Wider graphs are cut at the gutter's edge rather than pushing the text away.

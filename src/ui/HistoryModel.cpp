@@ -55,9 +55,10 @@ void HistoryModel::showAppended(qsizetype first)
     endInsertRows();
 }
 
-const HistoryGraph &HistoryModel::graph() const
+const HistoryGraph *HistoryModel::graph() const
 {
-    return m_model.historyBrowser().graph();
+    const HistoryBrowser &browser = m_model.historyBrowser();
+    return browser.filter().isEmpty() ? &browser.graph() : nullptr;
 }
 
 int HistoryModel::rowCount(const QModelIndex &parent) const

@@ -37,8 +37,9 @@ public:
     int rowOf(const QString &node) const;
     QList<changesetText::Badge> badgesAt(int row) const;
     bool isWorkingParent(int row) const;
-    // The lanes beside the rows, row for row.
-    const HistoryGraph &graph() const;
+    // The lanes beside the rows, row for row; none beside a search's
+    // matches, whose lines of descent run through changesets not shown.
+    const HistoryGraph *graph() const;
 
     void setClock(Clock clock);
     // Tells the views that every relative date may read differently now.

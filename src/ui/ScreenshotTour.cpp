@@ -83,6 +83,19 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
                 showPage(model, tab, tab == u"changes" ? u"src/main.c"_s : QString());
                 save(window, scheme + rawValue(repository.kind) + u'-' + tab);
             }
+            const QString name = scheme + rawValue(repository.kind);
+            // A search, then the oldest match's file annotated.
+            model.searchHistory(u"the"_s);
+            waitUntilIdle(model);
+            save(window, name + u"-history-search"_s);
+            model.selectChangeset(model.historyBrowser().changesets().first());
+            waitUntilIdle(model);
+            model.annotate(u"README.md"_s);
+            waitUntilIdle(model);
+            save(window, name + u"-annotate"_s);
+            model.closeAnnotation();
+            model.searchHistory(QString());
+            waitUntilIdle(model);
         }
         for (const SheetPicture &picture : {SheetPicture{u"clone"_s, Workspace::Sheet::clone},
                                             SheetPicture{u"new-branch"_s, Workspace::Sheet::bookmark},
