@@ -241,7 +241,8 @@ QMenu *ChangesView::contextMenuFor(int row)
     annotate->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
     connect(annotate, &QAction::triggered, this, [this, path = clicked.path] { m_model.annotate(path); });
     QAction *fileHistory = menu->addAction(u"Show History of This File"_s);
-    fileHistory->setEnabled(clicked.state != FileState::untracked);
+    // A file not committed yet has no history.
+    fileHistory->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
     connect(fileHistory, &QAction::triggered, this, [this, path = clicked.path] { m_model.showFileHistory(path); });
     return menu;
 }
