@@ -25,8 +25,13 @@ public:
         if (m_ended || (m_below && *m_below <= 0))
             return HistoryPage{{}, true};
         // One more than asked tells whether anything older is left.
-        const ToolCommand command = MercurialTool::historyPageCommand(historyRevset(m_filter, m_below), limit + 1);
-        HistoryPage page{parseHistory(runMercurial(command, m_repositoryPath).standardOutput), false};
+        const bool following = m_filter.followsRenames && !m_filter.path.isEmpty();
+        const ToolCommand command =
+            MercurialTool::historyPageCommand(historyRevset(m_filter, m_below), limit + 1, following);
+        const QByteArray output = runMercurial(command, m_repositoryPath).standardOutput;
+        HistoryPage page{parseHistory(output), false};
+        if (following)
+            nameFollowedFile(page.changesets, parseFileCopies(output));
         m_ended = page.isLast = page.changesets.size() <= limit;
         if (!page.isLast)
             page.changesets.removeLast();
@@ -36,8 +41,21 @@ public:
     }
 
 private:
+    // Each changeset's files become the one name the file had in it: the
+    // name it is renamed to where it was renamed, the older one below.
+    void nameFollowedFile(QList<Changeset> &changesets, const QList<QHash<QString, QString>> &copies)
+    {
+        if (m_followedName.isEmpty())
+            m_followedName = m_filter.path;
+        for (qsizetype index = 0; index < changesets.size(); ++index) {
+            changesets[index].files = {m_followedName};
+            m_followedName = copies.value(index).value(m_followedName, m_followedName);
+        }
+    }
+
     QString m_repositoryPath;
     HistoryFilter m_filter;
+    QString m_followedName;
     std::optional<qint64> m_below;
     bool m_ended = false;
 };
@@ -55,8 +73,11 @@ QString historyRevset(const HistoryFilter &filter, std::optional<qint64> belowRe
         parts.append(u"user("_s + revsetString(u"literal:"_s + author) + u')');
     if (!filter.hashPrefix.isEmpty())
         parts.append(u"id("_s + revsetString(filter.hashPrefix) + u')');
+    const QString path = revsetString(u"path:"_s + filter.path);
+    // follow() walks the file back through copies and renames, from the working copy's parent.
     if (!filter.path.isEmpty())
-        parts.append(u"file("_s + revsetString(u"path:"_s + filter.path) + u')');
+        parts.append(filter.followsRenames ? u"(file("_s + path + u") or follow("_s + path + u"))"_s
+                                           : u"file("_s + path + u')');
     return parts.join(u" and "_s);
 }
 

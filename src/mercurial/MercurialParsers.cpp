@@ -244,6 +244,19 @@ FileAnnotation parseAnnotation(const QByteArray &output, const QString &path)
     throw MercurialFailure::malformedOutput(u"no annotation of "_s + path);
 }
 
+QList<QHash<QString, QString>> parseFileCopies(const QByteArray &output)
+{
+    QList<QHash<QString, QString>> copies;
+    for (const QJsonValue entry : QJsonDocument::fromJson(output).array()) {
+        QHash<QString, QString> sources;
+        const QJsonObject files = entry.toObject().value(u"file_copies"_s).toObject();
+        for (auto file = files.begin(); file != files.end(); ++file)
+            sources.insert(file.key(), file.value().toString());
+        copies.append(sources);
+    }
+    return copies;
+}
+
 QString parseCurrentBranch(QByteArrayView output)
 {
     return decodeUtf8OrEmpty(output).trimmed();

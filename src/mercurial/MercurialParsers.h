@@ -43,6 +43,10 @@ QList<Bookmark> parseBookmarks(const QByteArray &output, const QHash<QString, QD
 // entry of that path.
 FileAnnotation parseAnnotation(const QByteArray &output, const QString &path);
 
+// "hg log -T json(…,file_copies)": for each changeset, its copied or renamed
+// files, each with the name it was copied from.
+QList<QHash<QString, QString>> parseFileCopies(const QByteArray &output);
+
 // "hg branch".
 QString parseCurrentBranch(QByteArrayView output);
 // The working copy's parent's id; empty before the first changeset (the null id).

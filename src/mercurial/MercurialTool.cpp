@@ -23,9 +23,12 @@ ToolCommand MercurialTool::historyCommand()
     return {{u"log"_s, u"-l"_s, QString::number(historyLimit), u"-Tjson"_s}, {0}};
 }
 
-ToolCommand MercurialTool::historyPageCommand(const QString &revset, int limit)
+ToolCommand MercurialTool::historyPageCommand(const QString &revset, int limit, bool withCopies)
 {
-    return {{u"log"_s, u"--rev="_s + revset, u"--limit="_s + QString::number(limit), u"-Tjson"_s}, {0}};
+    const QString fields = u"json(rev,node,branch,phase,user,date,desc,bookmarks,tags,parents,file_copies)"_s;
+    return {{u"log"_s, u"--rev="_s + revset, u"--limit="_s + QString::number(limit),
+             u"--template="_s + (withCopies ? fields : u"json"_s)},
+            {0}};
 }
 
 // A quoted revset string is looked up as one name, never read as an expression.

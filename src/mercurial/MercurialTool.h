@@ -28,7 +28,8 @@ struct MercurialTool {
     static ToolCommand unresolvedFilesCommand();
     static ToolCommand historyCommand();
     // A page of history: the revset's first `limit` changesets.
-    static ToolCommand historyPageCommand(const QString &revset, int limit);
+    // With copies: each changeset's files copied or renamed, each with its source.
+    static ToolCommand historyPageCommand(const QString &revset, int limit, bool withCopies = false);
     static ToolCommand resolveChangesetCommand(const QString &name);
     static ToolCommand bookmarksCommand();
     static ToolCommand bookmarkDatesCommand();
