@@ -330,7 +330,7 @@ void HistoryView::updateForRepository()
 {
     const KindTraits &words = m_model.traits();
     m_search->setPlaceholderText(u"Search "_s + words.changesets + u": words, author:, file:, hash"_s);
-    m_noMatches->setDetail(u"No "_s + words.changesets + u" match this search."_s);
+
     m_empty->setDetail(u"This repository has no "_s + words.changesets + u" yet."_s);
     m_nothingSelected->setTitle(u"Select a "_s + words.changeset);
     m_nothingSelected->setDetail(u"Choose a "_s + words.changeset + u" to see its files and changes."_s);
@@ -350,6 +350,11 @@ void HistoryView::updateState()
         m_pages->setCurrentWidget(m_empty);
     else
         m_pages->setCurrentWidget(browser.isLoading() ? m_searching : static_cast<QWidget *>(m_noMatches));
+    // A search the tool could not run says why in place of its matches.
+    const bool failed = !browser.failure().isEmpty();
+    m_noMatches->setTitle(failed ? u"Search Failed"_s : u"No Matches"_s);
+    m_noMatches->setDetail(failed ? browser.failure()
+                                  : u"No "_s + m_model.traits().changesets + u" match this search."_s);
     // Without history there is nothing to detail: one empty state, not two.
     m_details->setVisible(!empty);
     updateLoadingRow();
