@@ -12,6 +12,7 @@ HistoryBrowser::HistoryBrowser(BackgroundPool &pool, Workspace &workspace, QObje
 {
     connect(&workspace, &Workspace::snapshotChanged, this, &HistoryBrowser::showSnapshot);
     connect(&workspace, &Workspace::selectedRepositoryChanged, this, [this] { setFilter({}); });
+    connect(&workspace, &Workspace::tabChanged, this, &HistoryBrowser::readAhead);
     showSnapshot();
 }
 
@@ -40,6 +41,8 @@ void HistoryBrowser::setFilter(const HistoryFilter &filter)
 void HistoryBrowser::startOver()
 {
     m_task.cancel();
+    m_reading = false;
+    m_readAhead.reset();
     m_pager.reset();
     m_failure.clear();
     if (m_filter.isEmpty()) {
@@ -52,10 +55,14 @@ void HistoryBrowser::startOver()
         m_hasMore = true;
     }
     m_shownNodes.clear();
+    // Growing a set of a few hundred thousand names rehashes it all at once.
+    if (m_filter.isEmpty() && !m_changesets.isEmpty())
+        m_shownNodes.reserve(m_changesets.first().revision + 1);
     for (const Changeset &changeset : std::as_const(m_changesets))
         m_shownNodes.insert(changeset.node);
     setLoading(false);
     Q_EMIT reset();
+    readAhead();
     continueRevealing();
 }
 
@@ -114,18 +121,41 @@ void HistoryBrowser::continueRevealing()
 
 void HistoryBrowser::loadMore()
 {
-    const std::optional<Repository> &repository = m_workspace.selectedRepository();
-    if (m_isLoading || !m_hasMore || !repository)
+    if (m_isLoading || !m_hasMore || !m_workspace.selectedRepository())
         return;
+    m_failure.clear();
+    if (m_readAhead) {
+        append(*std::exchange(m_readAhead, std::nullopt));
+        readAhead();
+        continueRevealing();
+        return;
+    }
+    setLoading(true);
+    if (!m_reading)
+        readPage();
+}
+
+// Git sorts the whole history before it gives the first record of a page:
+// the next page is read while the rows before it are looked at, so that
+// scrolling on finds it ready.
+void HistoryBrowser::readAhead()
+{
+    if (!m_reading && !m_readAhead && m_hasMore && m_workspace.tab() == WorkspaceTab::history
+        && m_workspace.selectedRepository())
+        readPage();
+}
+
+void HistoryBrowser::readPage()
+{
     if (!m_pager) {
-        const VersionControl &backend = versionControl(repository->kind);
+        const Repository &repository = *m_workspace.selectedRepository();
+        const VersionControl &backend = versionControl(repository.kind);
         const std::optional<Changeset> last =
             m_changesets.isEmpty() ? std::nullopt : std::optional(m_changesets.last());
         m_pager = std::shared_ptr<HistoryPager>(
-            backend.historyPager(repository->path, m_filter, last, m_filter.isEmpty() ? m_changesets.size() : 0));
+            backend.historyPager(repository.path, m_filter, last, m_filter.isEmpty() ? m_changesets.size() : 0));
     }
-    m_failure.clear();
-    setLoading(true);
+    m_reading = true;
     m_task = background::start<Outcome<HistoryPage>>(
         &m_pool, this,
         [pager = m_pager, limit = m_revealing.isEmpty() ? pageSize : revealPageSize](const CancellationCheck &) {
@@ -134,9 +164,19 @@ void HistoryBrowser::loadMore()
         [this, pager = m_pager](const Outcome<HistoryPage> &outcome) {
             if (pager != m_pager)
                 return;
+            m_reading = false;
+            if (!m_isLoading) {
+                // Read ahead: kept until asked for; a failure is met again then.
+                if (outcome.succeeded())
+                    m_readAhead = *outcome.value;
+                else
+                    m_pager.reset();
+                return;
+            }
             setLoading(false);
             if (outcome.succeeded()) {
                 append(*outcome.value);
+                readAhead();
             } else {
                 m_failure = outcome.failure;
                 m_pager.reset();

@@ -68,6 +68,8 @@ private:
     void setLoading(bool loading);
     void append(const HistoryPage &page);
     void continueRevealing();
+    void readAhead();
+    void readPage();
 
     BackgroundPool &m_pool;
     Workspace &m_workspace;
@@ -80,6 +82,9 @@ private:
     QString m_revealing;
     std::shared_ptr<HistoryPager> m_pager;
     BackgroundTask m_task;
+    // A page read in the background: asked for (loading) or ahead of time.
+    bool m_reading = false;
+    std::optional<HistoryPage> m_readAhead;
     bool m_isLoading = false;
     bool m_hasMore = false;
     QString m_failure;

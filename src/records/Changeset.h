@@ -29,3 +29,5 @@ struct Changeset {
 size_t qHash(const Changeset &changeset, size_t seed = 0) noexcept;
 
 } // namespace tillery
+
+Q_DECLARE_TYPEINFO(tillery::Changeset, Q_RELOCATABLE_TYPE);

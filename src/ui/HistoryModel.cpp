@@ -29,19 +29,15 @@ void HistoryModel::showSnapshot()
         return;
     m_namesNeedingPush = needingPush;
     m_workingParent = snapshot.workingParent;
-    if (!m_history.isEmpty())
+    if (m_rowCount > 0)
         Q_EMIT dataChanged(index(0), index(rowCount() - 1));
 }
 
 void HistoryModel::showRows()
 {
-    const KindTraits *traits = &m_model.traits();
-    const QList<Changeset> &history = m_model.historyBrowser().changesets();
-    if (history == m_history && traits == m_traits)
-        return;
     beginResetModel();
-    m_history = history;
-    m_traits = traits;
+    m_rowCount = rows().size();
+    m_traits = &m_model.traits();
     m_namesNeedingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
     m_workingParent = m_model.workspace().snapshot().workingParent;
     endResetModel();
@@ -49,10 +45,14 @@ void HistoryModel::showRows()
 
 void HistoryModel::showAppended(qsizetype first)
 {
-    const QList<Changeset> &history = m_model.historyBrowser().changesets();
-    beginInsertRows(QModelIndex(), int(first), int(history.size() - 1));
-    m_history = history;
+    beginInsertRows(QModelIndex(), int(first), int(rows().size() - 1));
+    m_rowCount = rows().size();
     endInsertRows();
+}
+
+const QList<Changeset> &HistoryModel::rows() const
+{
+    return m_model.historyBrowser().changesets();
 }
 
 const HistoryGraph *HistoryModel::graph() const
@@ -63,33 +63,30 @@ const HistoryGraph *HistoryModel::graph() const
 
 int HistoryModel::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_history.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_rowCount);
 }
 
 int HistoryModel::rowOf(const QString &node) const
 {
-    for (int row = 0; row < m_history.size(); ++row) {
-        if (m_history[row].node == node)
-            return row;
-    }
-    return -1;
+    const qsizetype row = m_model.historyBrowser().rowOf(node);
+    return row < m_rowCount ? int(row) : -1;
 }
 
 bool HistoryModel::isWorkingParent(int row) const
 {
-    return !m_workingParent.isEmpty() && m_history[row].node == m_workingParent;
+    return !m_workingParent.isEmpty() && rows()[row].node == m_workingParent;
 }
 
 QList<changesetText::Badge> HistoryModel::badgesAt(int row) const
 {
-    return changesetText::badges(m_history[row], *m_traits, m_namesNeedingPush);
+    return changesetText::badges(rows()[row], *m_traits, m_namesNeedingPush);
 }
 
 QVariant HistoryModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount())
         return QVariant();
-    const Changeset &changeset = m_history[index.row()];
+    const Changeset &changeset = rows()[index.row()];
     switch (role) {
     case Qt::DisplayRole:
         return changesetText::title(changeset, *m_traits);
@@ -118,7 +115,7 @@ void HistoryModel::setClock(Clock clock)
 
 void HistoryModel::ageDates()
 {
-    if (!m_history.isEmpty())
+    if (m_rowCount > 0)
         Q_EMIT dataChanged(index(0), index(rowCount() - 1), {DateRole, Qt::AccessibleTextRole});
 }
 

@@ -19,8 +19,7 @@ class AppModel;
 // The selected repository's history for a list view, newest first, as far
 // as it has loaded (or a search's matches): the title, the author's name,
 // the date relative to the clock, the short hash and the badges of each
-// changeset. A refresh that brings the same history leaves the rows (and so
-// the view's place) alone.
+// changeset. A refresh that keeps the rows leaves the view's place alone.
 class HistoryModel final : public QAbstractListModel {
     Q_OBJECT
 
@@ -33,7 +32,7 @@ public:
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role) const override;
 
-    const Changeset &changesetAt(int row) const { return m_history[row]; }
+    const Changeset &changesetAt(int row) const { return rows()[row]; }
     int rowOf(const QString &node) const;
     QList<changesetText::Badge> badgesAt(int row) const;
     bool isWorkingParent(int row) const;
@@ -51,7 +50,10 @@ private:
     void showAppended(qsizetype first);
 
     AppModel &m_model;
-    QList<Changeset> m_history;
+    // The browser's rows, read where they are: a copy here would make each
+    // page copy every row before it.
+    const QList<Changeset> &rows() const;
+    qsizetype m_rowCount = 0;
     const KindTraits *m_traits = nullptr;
     QSet<QString> m_namesNeedingPush;
     QString m_workingParent;
