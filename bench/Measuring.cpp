@@ -138,7 +138,10 @@ QString commandLine(const QStringList &arguments)
     QStringList shown;
     for (QString argument : arguments) {
         argument.replace(u'\t', u"\\t"_s).replace(u'\n', u"\\n"_s).replace(QChar(0x1e), u"%x1e"_s);
-        shown.append(argument.contains(u' ') || argument.isEmpty() ? u'\'' + argument + u'\'' : argument);
+        if (argument.contains(u'\''))
+            shown.append(u'"' + argument + u'"');
+        else
+            shown.append(argument.contains(u' ') || argument.isEmpty() ? u'\'' + argument + u'\'' : argument);
     }
     return shown.join(u' ');
 }
