@@ -30,8 +30,7 @@ QTextStream &out()
 
 QString printable(const QStringList &arguments)
 {
-    QString text = arguments.join(u' ');
-    text.replace(u'\t', u"\\t"_s).replace(u'\n', u"\\n"_s).replace(QChar(0x1e), u"%x1e"_s);
+    const QString text = commandLine(arguments);
     return text.size() > 60 ? text.first(57) + u"..."_s : text;
 }
 
@@ -194,6 +193,16 @@ bool generateFixture(const QString &script, const QStringList &arguments)
     process.start(u"/usr/bin/python3"_s,
                   QStringList{QStringLiteral(TILLERY_SOURCE_DIR "/bench/") + script} + arguments);
     return process.waitForFinished(-1) && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+std::optional<QByteArray> fixtureScriptOutput(const QString &script, const QStringList &arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(u"/bin/bash"_s, QStringList{QStringLiteral(TILLERY_SOURCE_DIR "/bench/") + script} + arguments);
+    if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
+        return std::nullopt;
+    return process.readAllStandardOutput();
 }
 
 int measureInChild(const QStringList &arguments)

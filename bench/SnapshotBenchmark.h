@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace tillery::bench {
 
@@ -40,6 +41,10 @@ int measureSnapshotLoading(const SnapshotLoader &loader, const QString &reposito
 
 // Runs a Python fixture generator from bench/ with /usr/bin/python3; true on success.
 bool generateFixture(const QString &script, const QStringList &arguments);
+
+// Runs a bash script from bench/, its standard error passed on: its
+// standard output, or nothing when it fails.
+std::optional<QByteArray> fixtureScriptOutput(const QString &script, const QStringList &arguments);
 
 // Runs this benchmark again as a child with the arguments (so that the
 // generator's memory does not count as a tool's); returns its exit status.

@@ -12,14 +12,11 @@
 #include "git/GitTool.h"
 #include "mercurial/MercurialTool.h"
 #include "model/VersionControl.h"
-#include "process/ChildProcess.h"
 #include "process/CommandServerPool.h"
-#include "process/Executables.h"
 #include "ui/AnnotationCanvas.h"
 
 #include <QApplication>
 #include <QPixmap>
-#include <QProcess>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -33,36 +30,11 @@ namespace {
 constexpr int paintRuns = 61;
 const QString fileName = u"big.txt"_s;
 
-struct Tool {
-    std::optional<QString> executable;
-    QStringList leadingArguments;
-    QProcessEnvironment environment;
-    ToolCommand annotate;
-};
-
-Tool toolOf(RepositoryKind kind)
+ToolCommand annotateCommand(RepositoryKind kind)
 {
     if (kind == RepositoryKind::git)
-        return {findGitExecutable(), gitLeadingArguments(), gitEnvironment(),
-                GitTool::annotateCommand(GitTool::workingParent(), fileName)};
-    return {findMercurialExecutable(), mercurialLeadingArguments(), mercurialEnvironment(),
-            MercurialTool::annotateCommand(MercurialTool::workingParent(), fileName)};
-}
-
-// The command run as a process of its own, at the priority of the
-// backend's children, its output read to the end.
-void runDirectly(const Tool &tool, const QString &repository)
-{
-    QProcess process;
-    process.setWorkingDirectory(repository);
-    process.setProcessEnvironment(tool.environment);
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    runAtBackgroundPriority(process);
-    process.start(*tool.executable, tool.leadingArguments + tool.annotate.arguments);
-    while (process.waitForReadyRead(-1))
-        process.readAllStandardOutput();
-    process.waitForFinished(-1);
+        return GitTool::annotateCommand(GitTool::workingParent(), fileName);
+    return MercurialTool::annotateCommand(MercurialTool::workingParent(), fileName);
 }
 
 double paintMilliseconds(AnnotationCanvas &canvas, QPixmap &target)
@@ -95,7 +67,8 @@ int main(int argc, char *argv[])
             out << "the " << name << " repository could not be made\n";
             return 1;
         }
-        const Tool tool = toolOf(kind);
+        const DirectTool tool = directTool(kind);
+        const QStringList annotate = annotateCommand(kind).arguments;
         const VersionControl &backend = versionControl(kind);
         const auto query = [&] { return backend.annotateFile(repository, std::nullopt, fileName); };
 
@@ -106,7 +79,7 @@ int main(int argc, char *argv[])
         QList<double> direct;
         QList<double> queried;
         for (int run = 0; run < runs; ++run) {
-            direct.append(medianMilliseconds(1, [&] { runDirectly(tool, repository); }));
+            direct.append(runDirectly(tool, annotate, repository));
             queried.append(medianMilliseconds(1, [&] { annotation = query(); }));
         }
         QSet<QString> nodes;

@@ -4,24 +4,27 @@
 # both with thousands of merges, several lines of descent alive at any point,
 # a rare word and a rare author every few thousand commits and one long file
 # that a few hundred commits edit. Prints "key: value" lines on stdout for a
-# benchmark to read; the generators' own summaries go to stderr.
+# benchmark to read; the generators' own summaries go to stderr. --describe
+# builds nothing and prints the same lines for the repositories already there.
 #
-# Usage: bench/make_history_fixtures.sh FOLDER [--small] [--only git|mercurial] [--commit-graph]
-# (FOLDER/git and FOLDER/mercurial must not exist or be empty.)
+# Usage: bench/make_history_fixtures.sh FOLDER [--small] [--only git|mercurial] [--commit-graph] [--describe]
+# (FOLDER/git and FOLDER/mercurial must not exist or be empty, unless --describe.)
 set -euo pipefail
 
-usage="usage: make_history_fixtures.sh FOLDER [--small] [--only git|mercurial] [--commit-graph]"
+usage="usage: make_history_fixtures.sh FOLDER [--small] [--only git|mercurial] [--commit-graph] [--describe]"
 folder=${1:?$usage}
 shift
 here=$(cd "$(dirname "$0")" && pwd)
 small=false
 only=
 graph=()
+describe=false
 while [[ $# -gt 0 ]]; do
     case $1 in
     --small) small=true ;;
     --only) only=$2; shift ;;
     --commit-graph) graph=(--commit-graph) ;;
+    --describe) describe=true ;;
     *) echo "$usage" >&2; exit 2 ;;
     esac
     shift
@@ -56,11 +59,13 @@ count() { wc -l | tr -d ' '; }
 
 if [[ $only != mercurial ]]; then
     repo=$folder/git
-    start=$(now)
-    nice -n 15 /usr/bin/python3 "$here/make_git_fixture.py" "$repo" --commits "$commits" "${shape[@]}" \
-        "${graph[@]}" >&2
     echo "git repository: $repo"
-    echo "git seconds: $(seconds "$start")"
+    if ! $describe; then
+        start=$(now)
+        nice -n 15 /usr/bin/python3 "$here/make_git_fixture.py" "$repo" --commits "$commits" "${shape[@]}" \
+            "${graph[@]}" >&2
+        echo "git seconds: $(seconds "$start")"
+    fi
     echo "git commits: $(git -C "$repo" rev-list --count --all)"
     echo "git merges: $(git -C "$repo" rev-list --count --merges --all)"
     echo "git branches: $(git -C "$repo" for-each-ref refs/heads | count)"
@@ -73,12 +78,14 @@ fi
 
 if [[ $only != git ]]; then
     repo=$folder/mercurial
-    start=$(now)
-    nice -n 15 /usr/bin/python3 "$here/make_mercurial_fixture.py" "$repo" --changesets "$changesets" \
-        "${shape[@]}" >&2
-    hg() { HGPLAIN=1 HGRCPATH= command hg -R "$repo" "$@"; }
     echo "mercurial repository: $repo"
-    echo "mercurial seconds: $(seconds "$start")"
+    if ! $describe; then
+        start=$(now)
+        nice -n 15 /usr/bin/python3 "$here/make_mercurial_fixture.py" "$repo" --changesets "$changesets" \
+            "${shape[@]}" >&2
+        echo "mercurial seconds: $(seconds "$start")"
+    fi
+    hg() { HGPLAIN=1 HGRCPATH= command hg -R "$repo" "$@"; }
     echo "mercurial changesets: $(hg log -r 'all()' -T '.\n' | count)"
     echo "mercurial merges: $(hg log -r 'merge()' -T '.\n' | count)"
     echo "mercurial heads: $(hg log -r 'head()' -T '.\n' | count)"

@@ -3,6 +3,7 @@
 // timer ticks every millisecond; the longest gap between two ticks is the
 // longest stall a person could feel. Prints its figures; asserts nothing.
 
+#include "Measuring.h"
 #include "SilentServices.h"
 #include "SnapshotBenchmark.h"
 
@@ -11,7 +12,6 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -30,21 +30,12 @@ struct StallFigures {
     double wall = 0;
 };
 
-// Runs `action`, then spins the event loop with a 1 ms timer until `done`
-// says the work is over, recording the gaps between ticks.
+// Runs `action`, then spins the event loop until `done` says the work is
+// over, probing for stalls meanwhile.
 template <typename Action, typename Done>
 StallFigures measure(Action action, Done done)
 {
-    QList<double> gaps;
-    QElapsedTimer clock;
     QElapsedTimer wall;
-    QTimer ticker;
-    ticker.setInterval(1);
-    ticker.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&ticker, &QTimer::timeout, [&] {
-        gaps.append(static_cast<double>(clock.nsecsElapsed()) / 1e6);
-        clock.restart();
-    });
     QEventLoop loop;
     QTimer poll;
     poll.setInterval(5);
@@ -53,19 +44,11 @@ StallFigures measure(Action action, Done done)
             loop.quit();
     });
     wall.start();
-    clock.start();
-    ticker.start();
+    const bench::StallProbe probe;
     action();
     poll.start();
     loop.exec();
-    StallFigures figures;
-    figures.wall = static_cast<double>(wall.nsecsElapsed()) / 1e6;
-    std::sort(gaps.begin(), gaps.end());
-    if (!gaps.isEmpty()) {
-        figures.longestGap = gaps.last();
-        figures.gap99 = gaps[static_cast<qsizetype>(static_cast<double>(gaps.size() - 1) * 0.99)];
-    }
-    return figures;
+    return {probe.longest(), probe.percentile(0.99), bench::milliseconds(wall.nsecsElapsed())};
 }
 
 void report(QTextStream &out, const QString &what, const StallFigures &figures)
