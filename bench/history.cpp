@@ -200,27 +200,33 @@ void HistoryBenchmark::firstPage()
 
 // Loads older pages until none is left; the time of each from asking until
 // its rows are in the list. Notes the main thread's time for each arrival:
-// the browser tells it is no longer loading, then appends the rows (and the
-// list takes them), then tells it again.
+// a page read ahead is appended within the asking; one still being read
+// arrives later, when the browser tells it is no longer loading, appends the
+// rows (and the list takes them), then tells it again.
 HistoryBenchmark::Pass HistoryBenchmark::pagesToTheEnd()
 {
     Pass pass;
     QElapsedTimer arrival;
-    bool arriving = false;
+    qsizetype rowsBefore = 0;
     const QMetaObject::Connection watch = QObject::connect(&browser(), &HistoryBrowser::loadingChanged, [&] {
         if (browser().isLoading())
             return;
-        if (arriving)
-            pass.arrivals.append(milliseconds(arrival.nsecsElapsed()));
-        else
+        if (browser().changesets().size() == rowsBefore) {
             arrival.start();
-        arriving = !arriving;
+        } else if (arrival.isValid()) {
+            pass.arrivals.append(milliseconds(arrival.nsecsElapsed()));
+            arrival.invalidate();
+        }
     });
     const StallProbe probe;
     while (browser().hasMore() && browser().failure().isEmpty()) {
+        rowsBefore = browser().changesets().size();
+        arrival.invalidate();
         QElapsedTimer timer;
         timer.start();
         m_model.loadOlderHistory();
+        if (browser().changesets().size() != rowsBefore)
+            pass.arrivals.append(milliseconds(timer.nsecsElapsed()));
         spinUntil(browser(), [this] { return !browser().isLoading(); });
         pass.times.append(milliseconds(timer.nsecsElapsed()));
     }
