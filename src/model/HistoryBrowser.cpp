@@ -30,7 +30,7 @@ void HistoryBrowser::showSnapshot()
 void HistoryBrowser::setFilter(const HistoryFilter &filter)
 {
     m_revealing.clear();
-    if (filter == m_filter && !filter.isEmpty())
+    if (filter == m_filter && !filter.isEmpty() && m_failure.isEmpty())
         return;
     m_filter = filter;
     startOver();

@@ -36,7 +36,8 @@ void HistoryNavigation::search(const QString &text)
     const std::optional<Changeset> &selected = m_context.selection.selectedChangeset();
     m_goingTo.clear();
     setSearchText(text);
-    if (filter == m_browser.filter())
+    // The same search again only runs again after it failed.
+    if (filter == m_browser.filter() && m_browser.failure().isEmpty())
         return;
     if (filter.isEmpty() && selected && !m_browser.filter().isEmpty()) {
         // Leaving a search lands on the match that was selected.
