@@ -64,7 +64,10 @@ void HistoryGraphLayout::endSpan(qint32 column, qsizetype row)
 
 void HistoryGraphLayout::append(const QList<Changeset> &page)
 {
-    m_graph.m_rows.reserve(m_graph.m_rows.size() + page.size());
+    // Only the first page sizes the rows: reserving for each later one would
+    // reallocate (and copy) them all every page.
+    if (m_graph.m_rows.isEmpty())
+        m_graph.m_rows.reserve(page.size());
     for (const Changeset &changeset : page) {
         const qsizetype rowIndex = m_graph.m_rows.size();
         if (rowIndex % HistoryGraph::blockRows == 0) {
