@@ -165,19 +165,6 @@ private Q_SLOTS:
         QCOMPARE(readFile(path + u"/first.txt"_s), QByteArray("first\n"));
     }
 
-    void stashTakesTheChanges_data() { test::addKindColumn(); }
-    void stashTakesTheChanges()
-    {
-        QFETCH(RepositoryKind, kind);
-        const Scene scene(kind);
-        scene.repository->write(u"a.txt"_s, "changed\n");
-        scene.backend.stash(scene.path(), u"wharf-2026-11-21-101500"_s);
-        const QByteArray list =
-            scene.isGit() ? scene.repository->tool({u"stash"_s, u"list"_s})
-                          : scene.repository->tool({u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--list"_s});
-        QVERIFY2(list.contains("wharf-2026-11-21-101500"), list.constData());
-    }
-
     // A line of work rebased onto main once main has moved on, then compared with it.
     void rebaseAndCompare_data() { test::addKindColumn(); }
     void rebaseAndCompare()
