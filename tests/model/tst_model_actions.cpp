@@ -198,6 +198,7 @@ private Q_SLOTS:
         model.deleteBookmark(model.workspace().snapshot().bookmarks.first());
         model.createRepository();
         QCOMPARE(fixture.harness.prompts.alerts.size(), 4);
+        QVERIFY(fixture.harness.prompts.alerts[2].informativeText.contains(u"“main”"_s));
         QCOMPARE(busy.count(), 0);
         QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)), QByteArray("changed\n"));
         QCOMPARE(readFile(fixture.repository->filePath(u"new.txt"_s)), QByteArray("new\n"));
