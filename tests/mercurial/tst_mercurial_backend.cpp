@@ -7,7 +7,6 @@
 
 #include "mercurial/MercurialBackend.h"
 #include "mercurial/MercurialSnapshot.h"
-#include "process/ToolFailure.h"
 
 #include <QDir>
 #include <QFile>
