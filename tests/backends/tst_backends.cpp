@@ -278,56 +278,68 @@ private Q_SLOTS:
         QCOMPARE(watch.processId(), 0);
     }
 
-    // A name that either tool would read as a pattern, pathspec magic or an
-    // option reaches exactly that file, through every query that takes a path.
-    void fileNamesMeanExactlyThatFile_data() { test::addKindColumn(); }
-    void fileNamesMeanExactlyThatFile()
+    // Any file is exactly that file through every query that takes a path, whatever its name (one
+    // either tool would read as an option, a pattern or pathspec magic, beside decoys such names would
+    // match) or its contents; its working-copy diff is the diff of the changeset that records it.
+    void anyFileIsReadExactly_data() { test::addKindColumn(); }
+    void anyFileIsReadExactly()
     {
         QFETCH(RepositoryKind, kind);
         const VersionControl &backend = versionControl(kind);
         const auto repository = test::makeFixture(kind);
-        const QStringList names{u"--config=hooks.pre-diff=touch PWNED"_s,
-                                u"re:.*"_s,
-                                u"set:modified()"_s,
-                                u"listfile:decoys"_s,
-                                u"*.txt"_s,
-                                u"[ab].txt"_s,
-                                u":!ab.txt"_s,
-                                u"caf\u00e9 \"quoted\" \u00fcber.txt"_s};
-        const QStringList decoys{u"decoy.txt"_s, u"ab.txt"_s, u"a.txt"_s, u"x.txt"_s};
-        for (const QString &file : names + decoys)
-            repository->write(file, "before " + file.toUtf8() + "\n");
+        struct Case {
+            QString file;
+            QByteArray before;
+            QByteArray after;
+            QStringList lines; // the diff's +/- lines; none when it shows no text
+        };
+        QList<Case> cases{{u"no final line feed.txt"_s, "x", "y", {u"-x"_s, u"+y"_s}},
+                          {u"empty file filled.txt"_s, {}, "z\n", {u"+z"_s}},
+                          {u"not UTF-8.txt"_s, "caf\xe9\n", "caf\xe9s\n", {}}};
+        for (const QString &name :
+             {u"--config=hooks.pre-diff=touch PWNED"_s, u"re:.*"_s, u"set:modified()"_s, u"listfile:decoys"_s,
+              u"*.txt"_s, u"[ab].txt"_s, u":!ab.txt"_s, u"caf\u00e9 \"quoted\" \u00fcber.txt"_s, u"decoy.txt"_s,
+              u"ab.txt"_s, u"a.txt"_s, u"x.txt"_s}) {
+            cases.append({name,
+                          "before " + name.toUtf8() + "\n",
+                          "after " + name.toUtf8() + "\n",
+                          {u"-before "_s + name, u"+after "_s + name}});
+        }
+        for (const Case &file : std::as_const(cases))
+            repository->write(file.file, file.before);
         repository->write(u"decoys"_s, "decoy.txt\nab.txt\n");
         repository->commitAll(u"base"_s);
-        for (const QString &file : names + decoys)
-            repository->write(file, "after " + file.toUtf8() + "\n");
+        for (const Case &file : std::as_const(cases))
+            repository->write(file.file, file.after);
         const QList<WorkingFile> files = backend.loadSnapshot(repository->path()).files;
-        QCOMPARE(files.size(), names.size() + decoys.size());
+        QCOMPARE(files.size(), cases.size());
 
         QHash<QString, QString> workingDiffs;
-        for (const QString &name : std::as_const(names))
-            workingDiffs.insert(name, backend.workingDiff(repository->path(), {name, FileState::modified}, never));
+        for (const Case &file : std::as_const(cases))
+            workingDiffs.insert(file.file,
+                                backend.workingDiff(repository->path(), {file.file, FileState::modified}, never));
         repository->commitAll(u"change"_s);
         const Changeset change = backend.loadSnapshot(repository->path()).history.value(0);
         const QList<WorkingFile> changed = backend.changesetFiles(repository->path(), change);
-        for (const QString &name : std::as_const(names)) {
-            const QStringList lines{u"-before "_s + name, u"+after "_s + name};
-            QVERIFY2(files.contains(WorkingFile{name, FileState::modified}), qPrintable(name));
-            QCOMPARE(diffHeaders(workingDiffs.value(name)).size(), 1);
-            QCOMPARE(changedLines(workingDiffs.value(name)), lines);
-            QVERIFY2(changed.contains(WorkingFile{name, FileState::modified}), qPrintable(name));
-            QCOMPARE(changedLines(backend.changesetDiff(repository->path(), change, name)), lines);
-            QCOMPARE(backend.fileContents(repository->path(), change, {name, FileState::modified}),
-                     "after " + name.toUtf8() + "\n");
-            QCOMPARE(backend.annotateFile(repository->path(), std::nullopt, name).lines.value(0).text,
-                     u"after "_s + name);
+        for (const Case &file : std::as_const(cases)) {
+            const QString diff = workingDiffs.value(file.file);
+            QVERIFY2(files.contains(WorkingFile{file.file, FileState::modified}), qPrintable(file.file));
+            QVERIFY2(changed.contains(WorkingFile{file.file, FileState::modified}), qPrintable(file.file));
+            QCOMPARE(diffHeaders(diff).size(), file.lines.isEmpty() ? 0 : 1);
+            QCOMPARE(changedLines(diff), file.lines);
+            QCOMPARE(backend.changesetDiff(repository->path(), change, file.file), diff);
+            QCOMPARE(backend.fileContents(repository->path(), change, {file.file, FileState::modified}), file.after);
+            if (!file.lines.isEmpty()) {
+                QCOMPARE(backend.annotateFile(repository->path(), std::nullopt, file.file).lines.value(0).text,
+                         QString::fromUtf8(file.after).trimmed());
+            }
         }
         QVERIFY(!QFile::exists(repository->filePath(u"PWNED"_s)));
     }
 
     // A file as of a changeset (0: the working copy's parent), each line with the changeset that last
     // changed it ("changeset: text"), followed through a rename; a file the changeset lacks fails and
-    // says so (no lines given). (Names that would be patterns or options: fileNamesMeanExactlyThatFile.)
+    // says so (no lines given). (Names that would be options or patterns: anyFileIsReadExactly.)
     void annotate_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
@@ -437,47 +449,6 @@ private Q_SLOTS:
         QCOMPARE(diff.result(),
                  u"diff --git a/in/:notes b/in/:notes\nnew file\n--- /dev/null\n+++ b/in/:notes\n"_s + body);
         QCOMPARE(broken.processId(), 0);
-    }
-
-    // The working-copy diff of a change and the diff of the changeset that
-    // records it agree, also for awkward contents.
-    void awkwardContents_data() { test::addKindColumn(); }
-    void awkwardContents()
-    {
-        QFETCH(RepositoryKind, kind);
-        struct Case {
-            QString file;
-            QByteArray before;
-            QByteArray after;
-            QStringList expected; // the +/- lines; {"<empty>"} for no text at all
-        };
-        const QList<Case> cases{
-            {u"no final line feed.txt"_s, "x", "y", {u"-x"_s, u"+y"_s}},
-            {u"empty file filled.txt"_s, {}, "z\n", {u"+z"_s}},
-            {u"not UTF-8.txt"_s, "caf\xe9\n", "caf\xe9s\n", {u"<empty>"_s}},
-        };
-        const Scene scene(kind);
-        for (const Case &change : cases)
-            scene.repository->write(change.file, change.before);
-        scene.repository->commitAll(u"before"_s);
-        QHash<QString, QString> working;
-        for (const Case &change : cases) {
-            scene.repository->write(change.file, change.after);
-            working.insert(change.file,
-                           scene.backend.workingDiff(scene.path(), {change.file, FileState::modified}, never));
-        }
-        scene.repository->commitAll(u"after"_s);
-        const Changeset after = scene.newest();
-        for (const Case &change : cases) {
-            const QString diff = working.value(change.file);
-            QCOMPARE(scene.backend.changesetDiff(scene.path(), after, change.file), diff);
-            if (change.expected == QStringList{u"<empty>"_s}) {
-                QCOMPARE(diff, QString());
-                continue;
-            }
-            QCOMPARE(diffHeaders(diff), QStringList{u"diff --git a/%1 b/%1"_s.arg(change.file)});
-            QCOMPARE(changedLines(diff), change.expected);
-        }
     }
 
     void changesetFilesAndContents_data() { test::addKindColumn(); }

@@ -116,10 +116,9 @@ private Q_SLOTS:
         QVERIFY(fixture.settledCleanly());
         QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)), QByteArray("a\n"));
         QCOMPARE(model.workspace().snapshot().files.size(), kind == RepositoryKind::git ? 0 : 1);
-        const QByteArray list =
-            fixture.repository->tool(kind == RepositoryKind::git ? QStringList{u"stash"_s, u"list"_s}
-                                                                 : QStringList{u"--config=extensions.shelve="_s,
-                                                                               u"shelve"_s, u"--list"_s});
+        const QByteArray list = fixture.repository->tool(
+            kind == RepositoryKind::git ? QStringList{u"stash"_s, u"list"_s}
+                                        : QStringList{u"--config=extensions.shelve="_s, u"shelve"_s, u"--list"_s});
         QVERIFY2(list.contains("wharf-"), list.constData());
     }
 

@@ -52,7 +52,8 @@ private Q_SLOTS:
     {
         const RepositorySidebarLayout layout{{Item::folder(folderA), Item::repository(u"/r/x"_s)},
                                              {{folderA, u"Work"_s, {u"/r/y"_s}}}};
-        QVERIFY(encodeSidebarLayout(layout).startsWith(R"({"topLevelItems":[{"folder":{"_0":"11111111-1111-1111-1111-111111111111"}},)"));
+        QVERIFY(encodeSidebarLayout(layout).startsWith(
+            R"({"topLevelItems":[{"folder":{"_0":"11111111-1111-1111-1111-111111111111"}},)"));
         QCOMPARE(decoded(encodeSidebarLayout(layout)), layout);
     }
 
