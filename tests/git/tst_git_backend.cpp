@@ -5,7 +5,6 @@
 #include "TestEnvironment.h"
 
 #include "git/GitBackend.h"
-#include "process/ToolFailure.h"
 
 #include <QFile>
 #include <QTest>

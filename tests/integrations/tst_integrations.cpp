@@ -298,7 +298,7 @@ private Q_SLOTS:
         if (before != "(missing)") {
             QFile written(file);
             QVERIFY(written.open(QIODevice::WriteOnly) && written.write(original) == original.size());
-            QVERIFY(written.setPermissions(QFile::ReadOwner | QFile::WriteOwner));
+            QVERIFY(written.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther));
         }
         const QFile::Permissions permissions = QFile::permissions(file);
         QString failure;

@@ -1,4 +1,3 @@
-#include "Checks.h"
 #include "FakeTool.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"

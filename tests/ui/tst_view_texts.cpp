@@ -1,5 +1,3 @@
-#include "RecordPrinting.h"
-
 #include "model/BranchNames.h"
 #include "model/CloneRequest.h"
 #include "model/VersionControl.h"
