@@ -312,26 +312,6 @@ private Q_SLOTS:
         QCOMPARE(versionControl(kind).loadSnapshot(origin->path()).history.first().summary, u"from the clone"_s);
     }
 
-    void progressShowsInTheActivity()
-    {
-        Fixture fixture(RepositoryKind::git);
-        QVERIFY(fixture.harness.settle());
-        AppModel &model = fixture.model();
-        QTemporaryDir gate;
-        const QString seen = gate.filePath(u"seen"_s);
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody =
-            test::interceptedBody(RepositoryKind::git, "fetch",
-                                  "printf 'Receiving objects:  35%% (35/100)\\r' >&2; " + test::waitForFile(seen));
-        const test::FakeTool slowGit(behaviour);
-        const test::ScopedEnvironmentVariable override("GIT", slowGit.path().toUtf8());
-        model.fetch();
-        QTRY_COMPARE(model.activityState().activity(), u"Fetching commits — Receiving objects: 35%"_s);
-        test::writeFile(seen, {});
-        QVERIFY(fixture.harness.settle());
-        QCOMPARE(model.activityState().activity(), QString());
-    }
-
     void cancellingASlowClone_data() { test::addKindColumn(); }
 
     void cancellingASlowClone()
@@ -358,7 +338,8 @@ private Q_SLOTS:
 
     // A tool that hangs never holds Tillery: remote commands are cancelled from
     // the activity row, and quitting ends whatever still runs. The stand-in
-    // leaves a mark if it is let run to its end.
+    // leaves a mark if it is let run to its end. Git's first reports progress,
+    // which the activity shows until the cancel.
     void hungToolsAreStopped_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
@@ -380,8 +361,10 @@ private Q_SLOTS:
         QVERIFY(fixture.harness.settle());
         QTemporaryDir marks;
         const QString hung = marks.filePath(u"hung"_s);
-        const QByteArray hang =
-            "echo $$ > '" + hung.toUtf8() + "'; sleep 30; touch '" + marks.filePath(u"ended"_s).toUtf8() + "'";
+        const QByteArray progress =
+            kind == RepositoryKind::git ? "printf 'Receiving objects:  35%% (35/100)\\r' >&2; " : "";
+        const QByteArray hang = progress + "echo $$ > '" + hung.toUtf8() + "'; sleep 30; touch '"
+                                + marks.filePath(u"ended"_s).toUtf8() + "'";
         // Mercurial's status runs on a command server: it hangs in a hook there.
         std::optional<test::FakeTool> hangingTool;
         std::optional<test::ScopedEnvironmentVariable> override;
@@ -406,10 +389,13 @@ private Q_SLOTS:
         if (quit) {
             fixture.harness.stop();
         } else {
+            if (kind == RepositoryKind::git)
+                QTRY_COMPARE(model.activityState().activity(), u"Pulling and updating — Receiving objects: 35%"_s);
             QVERIFY(model.activityState().isCancellable());
             model.cancelOperation();
             QVERIFY(fixture.harness.settle());
             QCOMPARE(model.activityState().presentedError(), std::nullopt);
+            QCOMPARE(model.activityState().activity(), QString());
         }
         QVERIFY(!test::processIsRunning(hungProcess()));
         QVERIFY(!QFile::exists(marks.filePath(u"ended"_s)));
