@@ -185,7 +185,8 @@ private Q_SLOTS:
                                                RepositorySidebarItem::repository(b.path())}));
     }
 
-    // Pictures are stored once, replace the one before, and survive a restart until removed.
+    // Pictures are stored once, replace the one before, and survive a restart until removed. A wide
+    // one is drawn whole and centred: 256 x 128 between transparent bands of 64.
     void repositoryIcons()
     {
         const GitFixture repository;
@@ -202,7 +203,8 @@ private Q_SLOTS:
         model.setRepositoryIcon(repository.path(), pictureFile(u"a.png"_s, test::pngBytes(32, 16, Qt::green)), answer);
         QVERIFY(harness.settle());
         const QString firstFile = harness.modelSettings().repositoryIconFiles().value(repository.path());
-        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(8, 8, Qt::green)), answer);
+        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(1024, 512, Qt::green)),
+                                answer);
         QVERIFY(harness.settle());
         QCOMPARE(answers, (QList<bool>{false, true, true}));
         const QStringList files = QDir(harness.iconFolder()).entryList(QDir::Files);
@@ -211,7 +213,12 @@ private Q_SLOTS:
 
         AppModel &restarted = harness.start();
         QVERIFY(harness.settle());
-        QCOMPARE(restarted.icons().icons().value(repository.path()).size(), QSize(256, 256));
+        const QImage icon = restarted.icons().icons().value(repository.path());
+        QCOMPARE(icon.size(), QSize(256, 256));
+        for (const int y : {0, 63, 192, 255})
+            QCOMPARE(qAlpha(icon.pixel(128, y)), 0);
+        for (const int y : {64, 128, 191})
+            QVERIFY(icon.pixelColor(0, y) == QColor(Qt::green) && icon.pixelColor(255, y) == QColor(Qt::green));
         restarted.removeRepositoryIcon(repository.path());
         QCOMPARE(QDir(harness.iconFolder()).entryList(QDir::Files), QStringList());
         QVERIFY(harness.modelSettings().repositoryIconFiles().isEmpty());
