@@ -46,8 +46,9 @@ private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
     // The stored list without the repository that vanished, the last selected
-    // one or else the first in the sidebar, refreshed at once.
-    void startsWithTheStoredRepositories()
+    // one or else the first in the sidebar, refreshed at once. Removing one
+    // asks first, selects the next repository and leaves the files alone.
+    void storedRepositories()
     {
         const MercurialFixture first;
         const GitFixture second;
@@ -69,6 +70,22 @@ private Q_SLOTS:
         QVERIFY(harness.settle());
         QCOMPARE(shownPaths(model), QStringList{u"changed.txt"_s});
         QCOMPARE(model.settings().lastSelectedRepository(), std::optional(second.path()));
+
+        harness.prompts.alertAnswers = {1, 0};
+        model.confirmRemove(git(second));
+        QCOMPARE(harness.prompts.alerts.last().message,
+                 u"Remove “"_s + QFileInfo(second.path()).fileName() + u"” from Tillery?"_s);
+        QCOMPARE(model.library().repositories().size(), 2);
+        model.confirmRemove(git(second));
+        QCOMPARE(model.library().repositories(), QList<Repository>{hg(first)});
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(hg(first)));
+        QVERIFY(harness.settle());
+        QVERIFY(QFileInfo(second.path() + u"/.git"_s).isDir());
+
+        model.remove(hg(first));
+        QCOMPARE(model.workspace().selectedRepository(), std::nullopt);
+        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>());
+        QCOMPARE(harness.modelSettings().lastSelectedRepository(), std::nullopt);
     }
 
     // A refresh that arrives after the person moved on is dropped.
@@ -125,32 +142,6 @@ private Q_SLOTS:
         QCOMPARE(model.library().repositories(), QList<Repository>{git(repository)});
         QCOMPARE(model.workspace().selectedRepository(), std::optional(git(repository)));
         QCOMPARE(harness.modelSettings().repositories(), QList<Repository>{git(repository)});
-    }
-
-    // Removing asks first, selects the next repository and leaves the files alone.
-    void removingRepositories()
-    {
-        const MercurialFixture first;
-        const GitFixture second;
-        ModelHarness harness;
-        harness.modelSettings().setRepositories({hg(first), git(second)});
-        AppModel &model = harness.start();
-        QVERIFY(harness.settle());
-        harness.prompts.alertAnswers = {1, 0};
-        model.confirmRemove(hg(first));
-        QCOMPARE(harness.prompts.alerts.last().message,
-                 u"Remove “"_s + QFileInfo(first.path()).fileName() + u"” from Tillery?"_s);
-        QCOMPARE(model.library().repositories().size(), 2);
-        model.confirmRemove(hg(first));
-        QCOMPARE(model.library().repositories(), QList<Repository>{git(second)});
-        QCOMPARE(model.workspace().selectedRepository(), std::optional(git(second)));
-        QVERIFY(harness.settle());
-        QVERIFY(QFileInfo(first.path() + u"/.hg"_s).isDir());
-
-        model.remove(git(second));
-        QCOMPARE(model.workspace().selectedRepository(), std::nullopt);
-        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>());
-        QCOMPARE(harness.modelSettings().lastSelectedRepository(), std::nullopt);
     }
 
     // Folders go after the selected row, keep their order and name across a
