@@ -158,7 +158,8 @@ private Q_SLOTS:
         QCOMPARE(readFile(path + u"/first.txt"_s), QByteArray("first\n"));
     }
 
-    // A line of work rebased onto main once main has moved on, then compared with it.
+    // A line of work rebased onto main once main has moved on, then compared with it; once both have
+    // changed the same line, merging it into main fails and leaves the file unresolved.
     void rebaseAndCompare_data() { test::addKindColumn(); }
     void rebaseAndCompare()
     {
@@ -182,22 +183,14 @@ private Q_SLOTS:
         QCOMPARE(diffHeaders(diff), QStringList{u"diff --git a/t.txt b/t.txt"_s});
         QCOMPARE(changedLines(diff), QStringList{u"+t"_s});
         QVERIFY(failureOf([&] { scene.backend.compareDiff(scene.path(), u"no such"_s); }).contains(u"no such"_s));
-    }
 
-    void conflictingMergeLeavesUnresolvedFiles_data() { test::addKindColumn(); }
-    void conflictingMergeLeavesUnresolvedFiles()
-    {
-        QFETCH(RepositoryKind, kind);
-        const Scene scene(kind);
-        scene.backend.createBookmark(scene.path(), u"theirs"_s);
-        scene.repository->write(u"a.txt"_s, "theirs\n");
-        scene.repository->commitAll(u"theirs"_s);
+        repository.write(u"a.txt"_s, "topic\n");
+        repository.commitAll(u"topic's a"_s);
         scene.backend.switchTo(scene.path(), u"main"_s);
-        scene.repository->write(u"a.txt"_s, "ours\n");
-        scene.repository->commitAll(u"ours"_s);
-
-        const QString failure = failureOf([&] { scene.backend.merge(scene.path(), u"theirs"_s); });
-        const QString command = scene.isGit() ? u"git merge theirs"_s : u"hg merge --rev=theirs"_s;
+        repository.write(u"a.txt"_s, "main's\n");
+        repository.commitAll(u"main's a"_s);
+        const QString failure = failureOf([&] { scene.backend.merge(scene.path(), u"topic"_s); });
+        const QString command = scene.isGit() ? u"git merge topic"_s : u"hg merge --rev=topic"_s;
         QVERIFY2(failure.startsWith(command + u" exited with status 1.\n\n"_s), qPrintable(failure));
         QVERIFY(scene.snapshot().files.contains(WorkingFile{u"a.txt"_s, FileState::unresolved}));
     }

@@ -46,8 +46,9 @@ private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
     // The stored list without the repository that vanished, the last selected
-    // one or else the first in the sidebar, refreshed at once.
-    void startsWithTheStoredRepositories()
+    // one or else the first in the sidebar, refreshed at once. Removing one
+    // asks first, selects the next repository and leaves the files alone.
+    void storedRepositories()
     {
         const MercurialFixture first;
         const GitFixture second;
@@ -69,6 +70,22 @@ private Q_SLOTS:
         QVERIFY(harness.settle());
         QCOMPARE(shownPaths(model), QStringList{u"changed.txt"_s});
         QCOMPARE(model.settings().lastSelectedRepository(), std::optional(second.path()));
+
+        harness.prompts.alertAnswers = {1, 0};
+        model.confirmRemove(git(second));
+        QCOMPARE(harness.prompts.alerts.last().message,
+                 u"Remove “"_s + QFileInfo(second.path()).fileName() + u"” from Tillery?"_s);
+        QCOMPARE(model.library().repositories().size(), 2);
+        model.confirmRemove(git(second));
+        QCOMPARE(model.library().repositories(), QList<Repository>{hg(first)});
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(hg(first)));
+        QVERIFY(harness.settle());
+        QVERIFY(QFileInfo(second.path() + u"/.git"_s).isDir());
+
+        model.remove(hg(first));
+        QCOMPARE(model.workspace().selectedRepository(), std::nullopt);
+        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>());
+        QCOMPARE(harness.modelSettings().lastSelectedRepository(), std::nullopt);
     }
 
     // A refresh that arrives after the person moved on is dropped.
@@ -127,32 +144,6 @@ private Q_SLOTS:
         QCOMPARE(harness.modelSettings().repositories(), QList<Repository>{git(repository)});
     }
 
-    // Removing asks first, selects the next repository and leaves the files alone.
-    void removingRepositories()
-    {
-        const MercurialFixture first;
-        const GitFixture second;
-        ModelHarness harness;
-        harness.modelSettings().setRepositories({hg(first), git(second)});
-        AppModel &model = harness.start();
-        QVERIFY(harness.settle());
-        harness.prompts.alertAnswers = {1, 0};
-        model.confirmRemove(hg(first));
-        QCOMPARE(harness.prompts.alerts.last().message,
-                 u"Remove “"_s + QFileInfo(first.path()).fileName() + u"” from Tillery?"_s);
-        QCOMPARE(model.library().repositories().size(), 2);
-        model.confirmRemove(hg(first));
-        QCOMPARE(model.library().repositories(), QList<Repository>{git(second)});
-        QCOMPARE(model.workspace().selectedRepository(), std::optional(git(second)));
-        QVERIFY(harness.settle());
-        QVERIFY(QFileInfo(first.path() + u"/.hg"_s).isDir());
-
-        model.remove(git(second));
-        QCOMPARE(model.workspace().selectedRepository(), std::nullopt);
-        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>());
-        QCOMPARE(harness.modelSettings().lastSelectedRepository(), std::nullopt);
-    }
-
     // Folders go after the selected row, keep their order and name across a
     // restart, and give their repositories back when removed.
     void sidebarFolders()
@@ -185,7 +176,8 @@ private Q_SLOTS:
                                                RepositorySidebarItem::repository(b.path())}));
     }
 
-    // Pictures are stored once, replace the one before, and survive a restart until removed.
+    // Pictures are stored once, replace the one before, and survive a restart until removed. A wide
+    // one is drawn whole and centred: 256 x 128 between transparent bands of 64.
     void repositoryIcons()
     {
         const GitFixture repository;
@@ -202,7 +194,8 @@ private Q_SLOTS:
         model.setRepositoryIcon(repository.path(), pictureFile(u"a.png"_s, test::pngBytes(32, 16, Qt::green)), answer);
         QVERIFY(harness.settle());
         const QString firstFile = harness.modelSettings().repositoryIconFiles().value(repository.path());
-        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(8, 8, Qt::green)), answer);
+        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(1024, 512, Qt::green)),
+                                answer);
         QVERIFY(harness.settle());
         QCOMPARE(answers, (QList<bool>{false, true, true}));
         const QStringList files = QDir(harness.iconFolder()).entryList(QDir::Files);
@@ -211,7 +204,12 @@ private Q_SLOTS:
 
         AppModel &restarted = harness.start();
         QVERIFY(harness.settle());
-        QCOMPARE(restarted.icons().icons().value(repository.path()).size(), QSize(256, 256));
+        const QImage icon = restarted.icons().icons().value(repository.path());
+        QCOMPARE(icon.size(), QSize(256, 256));
+        for (const int y : {0, 63, 192, 255})
+            QCOMPARE(qAlpha(icon.pixel(128, y)), 0);
+        for (const int y : {64, 128, 191})
+            QVERIFY(icon.pixelColor(0, y) == QColor(Qt::green) && icon.pixelColor(255, y) == QColor(Qt::green));
         restarted.removeRepositoryIcon(repository.path());
         QCOMPARE(QDir(harness.iconFolder()).entryList(QDir::Files), QStringList());
         QVERIFY(harness.modelSettings().repositoryIconFiles().isEmpty());

@@ -1,10 +1,8 @@
 #include "Checks.h"
-#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "TestEnvironment.h"
 
 #include "model/ModelSettings.h"
-#include "model/RepositoryIconStore.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -116,22 +114,6 @@ private Q_SLOTS:
         if (pathStored)
             QCOMPARE(settings().editorPath(), bundle);
         QVERIFY(m_store->contains(u"externalEditor.v1"_s));
-    }
-
-    // A 1024 x 512 picture is drawn 256 x 128 with transparent bands of 64.
-    void iconFromWidePicture()
-    {
-        const RepositoryIconStore store(m_folder.filePath(u"Tillery/Repository Icons"_s));
-        const auto stored = store.store(test::pngBytes(1024, 512, Qt::red));
-        QVERIFY(stored);
-        const QImage written = store.load(stored->first);
-        QCOMPARE(written.size(), QSize(256, 256));
-        for (const int y : {0, 63, 192, 255})
-            QCOMPARE(qAlpha(written.pixel(128, y)), 0);
-        for (const int y : {64, 128, 191}) {
-            QCOMPARE(written.pixelColor(0, y), QColor(Qt::red));
-            QCOMPARE(written.pixelColor(255, y), QColor(Qt::red));
-        }
     }
 };
 
