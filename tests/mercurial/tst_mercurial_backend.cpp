@@ -123,20 +123,17 @@ private Q_SLOTS:
         QCOMPARE(snapshot.activeBookmark, std::optional(u"b"_s));
     }
 
-    // A query that fails, or whose output cannot be read (the parser tests), ends the whole load.
+    // A query that fails, or whose output cannot be read (the parser tests), ends the whole load; in a
+    // folder that is no repository, where all fail, the failure told is the status's.
     void failingQueryEndsTheLoad()
-    {
-        const FakeTool hg(answering({{"branch ", "echo 'abort: broken' >&2; exit 255"}}));
-        const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
-        QCOMPARE(failureOf([] { loadMercurialSnapshot(QDir::tempPath()); }),
-                 u"hg branch exited with status 255.\n\nabort: broken"_s);
-    }
-
-    void notARepository()
     {
         QTemporaryDir plain;
         const QString failure = failureOf([&] { loadMercurialSnapshot(plain.path()); });
         QVERIFY2(failure.startsWith(u"hg status -0 exited with status 255.\n\nabort: "_s), qPrintable(failure));
+        const FakeTool hg(answering({{"branch ", "echo 'abort: broken' >&2; exit 255"}}));
+        const ScopedEnvironmentVariable override("HG", hg.path().toUtf8());
+        QCOMPARE(failureOf([] { loadMercurialSnapshot(QDir::tempPath()); }),
+                 u"hg branch exited with status 255.\n\nabort: broken"_s);
     }
 
     // The default remote is written into .hg/hgrc beside what it holds; a file that is a link is left

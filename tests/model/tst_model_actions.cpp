@@ -181,7 +181,8 @@ private Q_SLOTS:
         QCOMPARE(precious == "precious\n", !selected.contains(u"new.txt"_s));
     }
 
-    void cancelledConfirmationsRunNothing()
+    // Cancelled confirmations run nothing; a new repository is made once its kind and folder are chosen.
+    void confirmationsComeFirst()
     {
         Fixture fixture(RepositoryKind::git);
         fixture.repository->write(u"a.txt"_s, "changed\n");
@@ -202,6 +203,15 @@ private Q_SLOTS:
         QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)), QByteArray("changed\n"));
         QCOMPARE(readFile(fixture.repository->filePath(u"new.txt"_s)), QByteArray("new\n"));
         QVERIFY(fixture.harness.prompts.folders.isEmpty());
+
+        QTemporaryDir folder;
+        const Repository created{folder.filePath(u"fresh/project"_s), RepositoryKind::git};
+        fixture.harness.prompts.alertAnswers = {1};
+        fixture.harness.prompts.folderAnswers = {created.path};
+        model.createRepository();
+        QCOMPARE(fixture.harness.prompts.folders.last().confirmButton, u"Create Repository"_s);
+        QVERIFY(fixture.harness.settle());
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(created));
     }
 
     void branches_data() { test::addKindColumn(); }
@@ -385,21 +395,6 @@ private Q_SLOTS:
         QVERIFY(!test::processIsRunning(hungProcess()));
         QVERIFY(!QFile::exists(marks.filePath(u"ended"_s)));
         QVERIFY(!QFileInfo::exists(destination));
-    }
-
-    void createsRepositories()
-    {
-        QTemporaryDir folder;
-        ModelHarness harness;
-        AppModel &model = harness.start();
-        harness.prompts.alertAnswers = {1};
-        harness.prompts.folderAnswers = {folder.filePath(u"fresh/project"_s)};
-        model.createRepository();
-        QCOMPARE(harness.prompts.folders.last().confirmButton, u"Create Repository"_s);
-        QCOMPARE(model.activityState().activity(), u"Creating repository"_s);
-        QVERIFY(harness.settle());
-        const Repository created{folder.filePath(u"fresh/project"_s), RepositoryKind::git};
-        QCOMPARE(model.workspace().selectedRepository(), std::optional(created));
     }
 };
 
