@@ -21,14 +21,13 @@
 #include "model/AppModel.h"
 #include "model/HistorySearch.h"
 #include "process/ToolRunner.h"
-#include "ui/CommitRowDelegate.h"
+#include "ui/HistoryListView.h"
 #include "ui/HistoryModel.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QEventLoop>
-#include <QListView>
 #include <QPixmap>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -112,12 +111,7 @@ public:
         , m_history(m_model)
         , m_tool(directTool(kind))
     {
-        // As the History page shows it.
-        m_list.setUniformItemSizes(true);
-        m_list.setSelectionMode(QAbstractItemView::SingleSelection);
-        m_list.setFrameShape(QFrame::NoFrame);
         m_list.setModel(&m_history);
-        m_list.setItemDelegate(new CommitRowDelegate(&m_list));
         m_list.resize(460, 760);
         m_list.show();
         m_model.start();
@@ -152,7 +146,7 @@ private:
     SilentDesktop m_desktop;
     AppModel m_model;
     HistoryModel m_history;
-    QListView m_list;
+    HistoryListView m_list;
     DirectTool m_tool;
 };
 
@@ -333,11 +327,6 @@ void HistoryBenchmark::layoutAndPaint()
                             "off the main thread: %.1f ms (target: at most 1000)",
                             static_cast<long long>(all.size()), static_cast<long long>(merges),
                             static_cast<long long>(widest), time));
-
-    // The list lays out every row again after each page's arrival.
-    const double listLayout = medianMilliseconds(m_runs, [this] { m_list.doItemsLayout(); });
-    print(QString::asprintf("the list laying out all %lld rows, as it does after each page: %.1f ms",
-                            static_cast<long long>(all.size()), listLayout));
 
     QPixmap target(m_list.viewport()->size());
     QStringList paints;

@@ -87,17 +87,15 @@ std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath)
     return outputs;
 }
 
-QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords,
-                         const std::optional<CommitLogOutputs> &outputs, const QString &repositoryPath)
+QList<Changeset> history(const QList<LocalBranchRecord> &branchRecords, const QHash<QString, QStringList> &tags,
+                         const std::optional<CommitLogOutputs> &outputs)
 {
     if (!outputs)
         return {};
     QHash<QString, QStringList> branchesByCommit;
     for (const LocalBranchRecord &record : branchRecords)
         branchesByCommit[record.hash].append(record.name);
-    const QHash<QString, QStringList> tagsByCommit =
-        parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
-    return parseHistory(outputs->log, parseCount(outputs->count).value_or(0), branchesByCommit, tagsByCommit);
+    return parseHistory(outputs->log, parseCount(outputs->count).value_or(0), branchesByCommit, tags);
 }
 
 QMap<QString, QString> remotes(const QString &repositoryPath)
@@ -162,14 +160,16 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         const std::optional<QString> current = currentBranch(repositoryPath);
         snapshot.bookmarks = branches(branchRecords, current, remoteBranchList, repositoryPath);
         snapshot.branch = current.value_or(u"detached"_s);
-        const std::optional<CommitLogOutputs> log = commitLog.get();
-        snapshot.history = history(branchRecords, log, repositoryPath);
-        snapshot.workingParent = log ? log->head : QString();
         snapshot.paths = remotes(repositoryPath);
         snapshot.activeBookmark = activeBookmarkName(snapshot.bookmarks);
         snapshot.defaultBranch = chooseDefaultBranch(
             parseOriginHead(outputOf(GitTool::originHeadCommand(), repositoryPath)), snapshot.bookmarks, current);
         snapshot.currentBranchIsPublished = isPublished(current, remoteBranchList, repositoryPath);
+        const QHash<QString, QStringList> tags = parseRefTargets(outputOf(GitTool::tagTargetsCommand(), repositoryPath));
+        // Last: everything above runs while the log is still being read.
+        const std::optional<CommitLogOutputs> log = commitLog.get();
+        snapshot.history = history(branchRecords, tags, log);
+        snapshot.workingParent = log ? log->head : QString();
     } catch (...) {
         rethrowInOrder(files);
     }

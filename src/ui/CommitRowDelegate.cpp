@@ -10,6 +10,7 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPixmapCache>
 #include <QToolTip>
 
 using namespace Qt::StringLiterals;
@@ -131,6 +132,23 @@ QString badgeSymbol(changesetText::Badge::Kind kind)
         return u"tag.fill"_s;
     }
     return QString();
+}
+
+// A badge's 10-point symbol in the ink of its text.
+QPixmap tintedSymbol(const QString &symbolName, const QColor &ink)
+{
+    const QString key = u"tillery-badge:"_s + symbolName + u':' + ink.name(QColor::HexArgb);
+    QPixmap symbol;
+    if (QPixmapCache::find(key, &symbol))
+        return symbol;
+    symbol = symbolIcon(symbolName).pixmap(10, 10);
+    {
+        QPainter tint(&symbol);
+        tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
+        tint.fillRect(symbol.rect(), ink);
+    }
+    QPixmapCache::insert(key, symbol);
+    return symbol;
 }
 
 // One badge's box and, when the name still has to be pushed, the mark after it.
@@ -271,13 +289,8 @@ void CommitRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opt
         painter->fillPath(outline, fill);
         painter->setRenderHint(QPainter::Antialiasing, false);
 
-        QPixmap symbol = symbolIcon(badgeSymbol(place.badge.kind)).pixmap(10, 10);
-        {
-            QPainter tint(&symbol);
-            tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
-            tint.fillRect(symbol.rect(), ink);
-        }
-        painter->drawPixmap(place.box.left() + 5, place.box.top() + (place.box.height() - 10) / 2, symbol);
+        painter->drawPixmap(place.box.left() + 5, place.box.top() + (place.box.height() - 10) / 2,
+                            tintedSymbol(badgeSymbol(place.badge.kind), ink));
         painter->setPen(ink);
         painter->drawText(place.box.adjusted(5 + 10 + 3, 0, -5, 0), Qt::AlignLeft | Qt::AlignVCenter, place.badge.name);
         if (!place.mark.isNull())

@@ -5,7 +5,7 @@
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
 #include "ui/ChangesetHeader.h"
-#include "ui/CommitRowDelegate.h"
+#include "ui/HistoryListView.h"
 #include "ui/DiffView.h"
 #include "ui/EmptyState.h"
 #include "ui/RowMenus.h"
@@ -60,7 +60,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_noMatches(new EmptyState(u"No Matches"_s, u"clock"_s, QString()))
     , m_searching(loadingPage(u"Searching…"_s))
     , m_search(new QLineEdit)
-    , m_list(makeList(u"History"_s))
+    , m_list(new HistoryListView)
     , m_loadingRow(new QWidget)
     , m_loadingSpinner(new Spinner(14))
     , m_loadingText(new QLabel)
@@ -82,12 +82,12 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_annotation(new AnnotationView(model, WorkspaceTab::history, m_diffView))
 {
     m_list->setObjectName(u"history"_s);
+    m_list->setAccessibleName(u"History"_s);
     m_fileList->setObjectName(u"changesetFiles"_s);
     m_filesCount->setObjectName(u"changesetFileCount"_s);
     m_empty->setObjectName(u"noHistory"_s);
     m_nothingSelected->setObjectName(u"nothingSelected"_s);
     m_list->setModel(m_history);
-    m_list->setItemDelegate(new CommitRowDelegate(m_list));
     m_fileList->setModel(m_files);
     m_fileList->setItemDelegate(new ChangedFileDelegate(m_fileList));
     m_noMatches->setObjectName(u"noMatches"_s);

@@ -10,6 +10,7 @@
 class QLabel;
 class QLineEdit;
 class QListView;
+class QTableView;
 class QPushButton;
 class QMenu;
 class QStackedWidget;
@@ -68,7 +69,7 @@ private:
     QWidget *m_searching;
     QLineEdit *m_search;
     QTimer m_searchDelay;
-    QListView *m_list;
+    QTableView *m_list;
     // Below the list while an older page loads, or saying why it did not.
     QWidget *m_loadingRow;
     QWidget *m_loadingSpinner;

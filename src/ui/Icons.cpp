@@ -119,7 +119,9 @@ QIcon bundledIcon(const QString &name)
 
 } // namespace
 
-QIcon symbolIcon(const QString &symbolName)
+namespace {
+
+QIcon makeSymbolIcon(const QString &symbolName)
 {
     const auto mapping = mappings().constFind(symbolName);
     if (mapping == mappings().cend())
@@ -129,6 +131,19 @@ QIcon symbolIcon(const QString &symbolName)
     if (mapping->coloured)
         return bundledIcon(mapping->bundled);
     return QIcon(new PaletteTintedIconEngine(bundledIcon(mapping->bundled)));
+}
+
+} // namespace
+
+// Delegates ask for their symbols on every paint; a new icon would read and
+// render its drawing again each time.
+QIcon symbolIcon(const QString &symbolName)
+{
+    static QHash<QString, QIcon> made;
+    auto icon = made.constFind(symbolName);
+    if (icon == made.cend())
+        icon = made.insert(symbolName, makeSymbolIcon(symbolName));
+    return *icon;
 }
 
 QPixmap roundedPicture(const QImage &image, int size, qreal radius)

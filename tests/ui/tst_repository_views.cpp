@@ -271,7 +271,7 @@ private Q_SLOTS:
     void history()
     {
         HistoryView &view = openHistory(*m_git);
-        QListView *list = test::child<QListView>(view, u"history"_s);
+        QAbstractItemView *list = test::child<QAbstractItemView>(view, u"history"_s);
         QListView *files = test::child<QListView>(view, u"changesetFiles"_s);
         ChangesetHeader &header = *test::child<ChangesetHeader>(view);
         const auto shownFile = [&view] { return test::child<QLabel>(view, u"diffPath"_s)->text(); };
@@ -371,7 +371,7 @@ private Q_SLOTS:
         QTest::mouseClick(canvas.viewport(), Qt::LeftButton, {}, QPoint(20, AnnotationCanvas::rowHeight / 2));
         QVERIFY(m_harness->settle());
         QCOMPARE(model().diffSelection().selectedChangeset()->node, m_first);
-        QCOMPARE(test::child<QListView>(view, u"history"_s)->currentIndex().row(), 1);
+        QCOMPARE(test::child<QAbstractItemView>(view, u"history"_s)->currentIndex().row(), 1);
         QVERIFY(pane.isAnnotationShown());
         // Shortcuts reach the active window only; the canvases of the tests before took that role.
         m_harness->window().activateWindow();
@@ -379,7 +379,7 @@ private Q_SLOTS:
         QTest::keyClick(canvas.viewport(), Qt::Key_Escape);
         QVERIFY(!pane.isAnnotationShown());
 
-        QListView *history = test::child<QListView>(view, u"history"_s);
+        QAbstractItemView *history = test::child<QAbstractItemView>(view, u"history"_s);
         click(history, history->model()->index(0, 0));
         annotate(u"wave.bin"_s);
         QCOMPARE(pane.body(), AnnotationView::Body::message);
