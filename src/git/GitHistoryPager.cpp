@@ -59,11 +59,12 @@ private:
                 return;
             }
         }
+        // The log sorts all history before its first record: the names are read meanwhile.
+        m_stream = streamGit(GitTool::historyStreamCommand(m_filter, commit), m_repositoryPath);
         for (const LocalBranchRecord &record :
              parseLocalBranches(runGit(GitTool::localBranchesCommand(), m_repositoryPath).standardOutput))
             m_branches[record.hash].append(record.name);
         m_tags = parseRefTargets(runGit(GitTool::tagTargetsCommand(), m_repositoryPath).standardOutput);
-        m_stream = streamGit(GitTool::historyStreamCommand(m_filter, commit), m_repositoryPath);
     }
 
     QString m_repositoryPath;
