@@ -1,0 +1,170 @@
+#include "diff/FilePatch.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace tillery {
+
+namespace {
+
+struct HunkHeader {
+    qint64 oldStart = 0;
+    qint64 oldCount = 1;
+    qint64 newStart = 0;
+    qint64 newCount = 1;
+};
+
+std::optional<HunkHeader> parseHeader(QStringView line)
+{
+    static const QRegularExpression pattern(uR"(^@@ -(\d+)(?:,(\d+))? \+(\d+)(?:,(\d+))? @@)"_s);
+    const QRegularExpressionMatch match = pattern.match(line);
+    if (!match.hasMatch())
+        return std::nullopt;
+    const auto number = [&match](int group, qint64 absent) {
+        return match.capturedView(group).isEmpty() ? absent : match.capturedView(group).toLongLong();
+    };
+    return HunkHeader{number(1, 0), number(2, 1), number(3, 0), number(4, 1)};
+}
+
+struct SourceLine {
+    QStringView text;
+    bool endsWithFeed = true;
+};
+
+QList<SourceLine> splitAtFeeds(QStringView text)
+{
+    QList<SourceLine> lines;
+    qsizetype start = 0;
+    while (start < text.size()) {
+        const qsizetype feed = text.indexOf(u'\n', start);
+        if (feed < 0) {
+            lines.append(SourceLine{text.sliced(start), false});
+            break;
+        }
+        lines.append(SourceLine{text.sliced(start, feed - start), true});
+        start = feed + 1;
+    }
+    return lines;
+}
+
+} // namespace
+
+QSet<qsizetype> FilePatch::changedLineIds() const
+{
+    QSet<qsizetype> ids;
+    for (const PatchHunk &hunk : hunks) {
+        for (const PatchLine &line : hunk.lines) {
+            if (line.kind != PatchLineKind::context)
+                ids.insert(line.offset);
+        }
+    }
+    return ids;
+}
+
+std::optional<FilePatch> parseFilePatch(QStringView diffText)
+{
+    FilePatch patch;
+    qint64 oldLeft = 0;
+    qint64 newLeft = 0;
+    qsizetype start = 0;
+    while (start < diffText.size()) {
+        qsizetype feed = diffText.indexOf(u'\n', start);
+        if (feed < 0)
+            feed = diffText.size();
+        const QStringView line = diffText.sliced(start, feed - start);
+        const qsizetype offset = start;
+        start = feed + 1;
+        if (oldLeft > 0 || newLeft > 0) {
+            PatchLine patchLine{PatchLineKind::context, line.sliced(std::min<qsizetype>(1, line.size())).toString(),
+                                true, offset};
+            if (line.startsWith(u' ') && oldLeft > 0 && newLeft > 0) {
+                --oldLeft;
+                --newLeft;
+            } else if (line.startsWith(u'-') && oldLeft > 0) {
+                patchLine.kind = PatchLineKind::deletion;
+                --oldLeft;
+            } else if (line.startsWith(u'+') && newLeft > 0) {
+                patchLine.kind = PatchLineKind::addition;
+                --newLeft;
+            } else if (line.startsWith(u'\\') && !patch.hunks.last().lines.isEmpty()) {
+                patch.hunks.last().lines.last().endsWithFeed = false;
+                continue;
+            } else {
+                return std::nullopt;
+            }
+            patch.hunks.last().lines.append(patchLine);
+        } else if (const std::optional<HunkHeader> header = parseHeader(line)) {
+            patch.hunks.append(PatchHunk{header->oldStart, header->oldCount, header->newStart, header->newCount,
+                                         offset, {}});
+            oldLeft = header->oldCount;
+            newLeft = header->newCount;
+        } else if (line.startsWith(u'\\') && !patch.hunks.isEmpty() && !patch.hunks.last().lines.isEmpty()) {
+            // The note after a hunk's last line.
+            patch.hunks.last().lines.last().endsWithFeed = false;
+        } else if (line.startsWith(u"GIT binary patch") || (line.startsWith(u"Binary files ") && line.endsWith(u" differ"))) {
+            return std::nullopt;
+        }
+    }
+    if (patch.hunks.isEmpty() || oldLeft > 0 || newLeft > 0)
+        return std::nullopt;
+    return patch;
+}
+
+std::optional<QString> applyChosenChanges(QStringView text, PatchSide side, const FilePatch &patch,
+                                          const QSet<qsizetype> &chosen)
+{
+    const QList<SourceLine> source = splitAtFeeds(text);
+    // Lines this side holds, and lines only the other side has.
+    const PatchLineKind present = side == PatchSide::old ? PatchLineKind::deletion : PatchLineKind::addition;
+    QList<SourceLine> result;
+    result.reserve(source.size());
+    qsizetype cursor = 0;
+    const auto takeSource = [&](const PatchLine &expected, bool keep) {
+        if (cursor >= source.size() || source[cursor].text != expected.text
+            || source[cursor].endsWithFeed != expected.endsWithFeed)
+            return false;
+        if (keep)
+            result.append(source[cursor]);
+        ++cursor;
+        return true;
+    };
+    for (const PatchHunk &hunk : patch.hunks) {
+        const qint64 first = side == PatchSide::old ? hunk.oldStart : hunk.newStart;
+        const qint64 count = side == PatchSide::old ? hunk.oldCount : hunk.newCount;
+        // A hunk with no lines on this side starts after its line, not at it.
+        const qint64 startIndex = count == 0 ? first : first - 1;
+        if (startIndex < cursor || startIndex > source.size())
+            return std::nullopt;
+        while (cursor < startIndex)
+            result.append(source[cursor++]);
+        for (const PatchLine &line : hunk.lines) {
+            if (line.kind == PatchLineKind::context) {
+                if (!takeSource(line, true))
+                    return std::nullopt;
+            } else if (line.kind == present) {
+                if (!takeSource(line, !chosen.contains(line.offset)))
+                    return std::nullopt;
+            } else if (chosen.contains(line.offset)) {
+                result.append(SourceLine{line.text, line.endsWithFeed});
+            }
+        }
+    }
+    while (cursor < source.size())
+        result.append(source[cursor++]);
+
+    QString joined;
+    joined.reserve(text.size());
+    for (qsizetype index = 0; index < result.size(); ++index) {
+        joined += result[index].text;
+        if (result[index].endsWithFeed)
+            joined += u'\n';
+        else if (index + 1 < result.size())
+            // A last line without a feed that another line now follows gets
+            // the line end the file uses.
+            joined += result[index + 1].text.endsWith(u'\r') ? u"\r\n"_s : u"\n"_s;
+    }
+    return joined;
+}
+
+} // namespace tillery
