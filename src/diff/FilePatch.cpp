@@ -48,6 +48,36 @@ QList<SourceLine> splitAtFeeds(QStringView text)
     return lines;
 }
 
+// A new file's diff made without the tool: its lines, each after a "+",
+// with no hunk header; a file that ends in a line feed leaves a lone "+".
+std::optional<FilePatch> newFileWithoutHunks(QStringView diffText)
+{
+    const qsizetype header = diffText.indexOf(u"\n+++ ");
+    if (header < 0 || !diffText.contains(u"\n--- /dev/null\n"))
+        return std::nullopt;
+    qsizetype start = diffText.indexOf(u'\n', header + 1) + 1;
+    if (start <= 0)
+        return std::nullopt;
+    PatchHunk hunk{0, 0, 1, 0, start, {}};
+    while (start < diffText.size()) {
+        qsizetype feed = diffText.indexOf(u'\n', start);
+        const bool last = feed < 0;
+        if (last)
+            feed = diffText.size();
+        const QStringView line = diffText.sliced(start, feed - start);
+        if (!line.startsWith(u'+'))
+            return std::nullopt;
+        if (last && line.size() == 1)
+            break;
+        hunk.lines.append(PatchLine{PatchLineKind::addition, line.sliced(1).toString(), !last, start});
+        start = feed + 1;
+    }
+    if (hunk.lines.isEmpty())
+        return std::nullopt;
+    hunk.newCount = hunk.lines.size();
+    return FilePatch{{hunk}};
+}
+
 } // namespace
 
 QSet<qsizetype> FilePatch::changedLineIds() const
@@ -106,7 +136,9 @@ std::optional<FilePatch> parseFilePatch(QStringView diffText)
             return std::nullopt;
         }
     }
-    if (patch.hunks.isEmpty() || oldLeft > 0 || newLeft > 0)
+    if (patch.hunks.isEmpty() && oldLeft == 0 && newLeft == 0)
+        return newFileWithoutHunks(diffText);
+    if (oldLeft > 0 || newLeft > 0)
         return std::nullopt;
     return patch;
 }

@@ -6,10 +6,14 @@
 #include "git/GitTool.h"
 #include "process/CommitMessage.h"
 #include "process/RemoteAddress.h"
+#include "process/RepositoryFile.h"
 #include "process/ToolBackend.h"
 #include "records/TextDecoding.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QSet>
+#include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
@@ -44,6 +48,25 @@ QSet<QString> trackedFiles(const QString &repositoryPath)
             tracked.insert(*path);
     }
     return tracked;
+}
+
+// One file's entry in an index.
+struct IndexEntry {
+    QString mode;
+    QString blob;
+    QString path;
+};
+
+// The blob the person's index holds for the file; empty when none.
+QString stagedBlob(const QString &repositoryPath, const QString &path)
+{
+    const QString entry = decodeUtf8OrEmpty(outputOf(Tool::indexEntryCommand(path), repositoryPath));
+    return entry.section(u' ', 1, 1);
+}
+
+QString blobAt(const QString &repositoryPath, const QString &revision, const QString &path)
+{
+    return decodeUtf8OrEmpty(Tool::run(Tool::blobAtCommand(revision, path), repositoryPath).standardOutput).trimmed();
 }
 
 bool hasOrigin(const QString &repositoryPath)
@@ -108,6 +131,11 @@ public:
                                 afterSnapshot ? lastShown->revision - 1 : 0);
     }
 
+    QString metadataFolder(const QString &repositoryPath) const override
+    {
+        return decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed();
+    }
+
     QString trackedFileDiff(const QString &repositoryPath, const QString &path,
                             const RunControl &control) const override
     {
@@ -141,6 +169,48 @@ public:
         Tool::run(Tool::addAllCommand(paths), repositoryPath);
         Tool::run(Tool::commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
                   repositoryPath);
+    }
+
+    // Through an index of its own, so that nothing the person staged is
+    // committed unless chosen, and the working files are never touched.
+    void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
+                      const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
+                      const QString &userName) const override
+    {
+        QList<QByteArray> versions;
+        for (const ChosenChanges &changes : chosen)
+            versions.append(committedVersion(*this, repositoryPath, changes));
+        const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
+        if (!scratch.isValid())
+            throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(scratch.errorString()));
+        const RunControl ownIndex{{}, {}, false, {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"index"_s)}}};
+        Tool::run(Tool::readHeadTreeCommand(hasCommits(repositoryPath)), repositoryPath, ownIndex);
+        if (!wholeFiles.isEmpty())
+            Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
+        QList<IndexEntry> entries;
+        for (qsizetype index = 0; index < chosen.size(); ++index) {
+            const QString &path = chosen[index].file.path;
+            const QString version = scratch.filePath(QString::number(index));
+            if (const std::optional<QString> reason = replaceFile(version, versions[index]))
+                throw PlatformFailure(*reason);
+            const IndexEntry entry{QFileInfo(QDir(repositoryPath).filePath(path)).isExecutable() ? u"100755"_s
+                                                                                                 : u"100644"_s,
+                                   decodeUtf8OrEmpty(outputOf(Tool::storeBlobCommand(version), repositoryPath)).trimmed(),
+                                   path};
+            Tool::run(Tool::setIndexEntryCommand(entry.mode, entry.blob, entry.path), repositoryPath, ownIndex);
+            entries.append(entry);
+        }
+        Tool::run(Tool::commitIndexCommand(composeCommitMessage(summary, description), parseIdentity(userName)),
+                  repositoryPath, ownIndex);
+        // The person's index follows the commit: whole files as a commit of
+        // paths stages them, chosen versions where nothing else was staged.
+        if (!wholeFiles.isEmpty())
+            Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
+        for (const IndexEntry &entry : std::as_const(entries)) {
+            const QString staged = stagedBlob(repositoryPath, entry.path);
+            if (staged.isEmpty() || staged == blobAt(repositoryPath, u"HEAD~1"_s, entry.path))
+                Tool::run(Tool::setIndexEntryCommand(entry.mode, entry.blob, entry.path), repositoryPath);
+        }
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override

@@ -208,11 +208,51 @@ ToolCommand GitTool::addAllCommand(const QStringList &paths)
 ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message,
                                    const std::optional<git::GitIdentity> &identity)
 {
+    ToolCommand command = commitIndexCommand(message, identity);
+    command.arguments << u"--"_s << fileArguments(paths);
+    return command;
+}
+
+ToolCommand GitTool::readHeadTreeCommand(bool hasHead)
+{
+    return {{u"read-tree"_s, hasHead ? u"HEAD"_s : u"--empty"_s}, {0}};
+}
+
+ToolCommand GitTool::storeBlobCommand(const QString &file)
+{
+    // The version is already as the repository keeps it: no filters.
+    return {{u"hash-object"_s, u"-w"_s, u"--no-filters"_s, u"--"_s, file}, {0}};
+}
+
+ToolCommand GitTool::setIndexEntryCommand(const QString &mode, const QString &blob, const QString &path)
+{
+    // The three values after --cacheinfo are taken as they are, so a path
+    // that looks like an option stays a path.
+    return {{u"update-index"_s, u"--add"_s, u"--cacheinfo"_s, mode, blob, path}, {0}};
+}
+
+ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity)
+{
     QStringList arguments;
     if (identity)
         arguments << u"-c"_s << u"user.name="_s + identity->name << u"-c"_s << u"user.email="_s + identity->email;
-    arguments << u"commit"_s << u"--message="_s + message << u"--"_s << fileArguments(paths);
+    arguments << u"commit"_s << u"--message="_s + message;
     return {arguments, {0}};
+}
+
+ToolCommand GitTool::indexEntryCommand(const QString &path)
+{
+    return {QStringList{u"ls-files"_s, u"--stage"_s, u"-z"_s, u"--"_s} + fileArguments({path}), {0}};
+}
+
+ToolCommand GitTool::blobAtCommand(const QString &revision, const QString &path)
+{
+    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, revision + u':' + path}, {0, 1}};
+}
+
+ToolCommand GitTool::gitFolderCommand()
+{
+    return {{u"rev-parse"_s, u"--absolute-git-dir"_s}, {0}};
 }
 
 ToolCommand GitTool::trackedFilesCommand()

@@ -87,6 +87,18 @@ struct GitTool {
     static ToolCommand commitCommand(const QStringList &paths, const QString &message,
                                      const std::optional<git::GitIdentity> &identity);
     static ToolCommand trackedFilesCommand();
+    // Committing chosen changes: through an index of Tillery's own, filled
+    // from HEAD (or empty before the first commit), with the chosen versions
+    // stored as blobs.
+    static ToolCommand readHeadTreeCommand(bool hasHead);
+    static ToolCommand storeBlobCommand(const QString &file);
+    static ToolCommand setIndexEntryCommand(const QString &mode, const QString &blob, const QString &path);
+    static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity);
+    // "mode blob stage\tpath" of the file's entries in the index.
+    static ToolCommand indexEntryCommand(const QString &path);
+    // The blob a revision has at the path; exits 1 when it has none.
+    static ToolCommand blobAtCommand(const QString &revision, const QString &path);
+    static ToolCommand gitFolderCommand();
     static ToolCommand restoreCommand(const QStringList &paths);
     static ToolCommand forgetNewFilesCommand(const QStringList &paths);
     static ToolCommand stashCommand(const QString &message);

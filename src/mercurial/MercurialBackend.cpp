@@ -8,6 +8,7 @@
 #include "process/CommitMessage.h"
 #include "process/RemoteAddress.h"
 #include "process/ToolBackend.h"
+#include "process/WorkingFileJournal.h"
 
 using namespace Qt::StringLiterals;
 
@@ -54,6 +55,8 @@ public:
 
     RepositorySnapshot loadSnapshot(const QString &repositoryPath) const override
     {
+        // Files a commit of chosen changes set aside when Tillery died during it.
+        workingFileJournal::restore(repositoryPath, metadataFolder(repositoryPath));
         return loadMercurialSnapshot(repositoryPath);
     }
 
@@ -86,13 +89,39 @@ public:
     {
         if (files.isEmpty())
             return;
-        QList<WorkingFile> untracked;
-        std::copy_if(files.cbegin(), files.cend(), std::back_inserter(untracked),
-                     [](const WorkingFile &file) { return file.state == FileState::untracked; });
-        if (!untracked.isEmpty())
-            Tool::run(Tool::addCommand(pathsOf(untracked)), repositoryPath);
+        addUntracked(repositoryPath, files);
         Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
                   repositoryPath);
+    }
+
+    // hg has no index: the chosen versions are written over the working
+    // files for the commit, and the working versions, set aside first, are
+    // put back after it (or, should Tillery die meanwhile, at the next load).
+    void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
+                      const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
+                      const QString &userName) const override
+    {
+        QList<QByteArray> versions;
+        QStringList chosenPaths;
+        QList<WorkingFile> files = wholeFiles;
+        for (const ChosenChanges &changes : chosen) {
+            versions.append(committedVersion(*this, repositoryPath, changes));
+            chosenPaths.append(changes.file.path);
+            files.append(changes.file);
+        }
+        addUntracked(repositoryPath, files);
+        const QString metadata = metadataFolder(repositoryPath);
+        workingFileJournal::save(repositoryPath, metadata, chosenPaths);
+        try {
+            for (qsizetype index = 0; index < chosenPaths.size(); ++index)
+                writeWorkingFile(repositoryPath, chosenPaths[index], versions[index]);
+            Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
+                      repositoryPath);
+        } catch (...) {
+            workingFileJournal::restore(repositoryPath, metadata);
+            throw;
+        }
+        workingFileJournal::restore(repositoryPath, metadata);
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override
@@ -128,6 +157,22 @@ public:
         mercurial::writeDefaultPath(repositoryPath, addressToStore(address, [&] {
                                         return text(Tool::storedDefaultPathCommand(), repositoryPath).trimmed();
                                     }));
+    }
+
+protected:
+    QString metadataFolder(const QString &repositoryPath) const override
+    {
+        return QDir(repositoryPath).filePath(u".hg"_s);
+    }
+
+private:
+    static void addUntracked(const QString &repositoryPath, const QList<WorkingFile> &files)
+    {
+        QList<WorkingFile> untracked;
+        std::copy_if(files.cbegin(), files.cend(), std::back_inserter(untracked),
+                     [](const WorkingFile &file) { return file.state == FileState::untracked; });
+        if (!untracked.isEmpty())
+            Tool::run(Tool::addCommand(pathsOf(untracked)), repositoryPath);
     }
 };
 

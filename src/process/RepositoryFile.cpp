@@ -30,13 +30,17 @@ std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(c
 
 std::optional<QString> replaceTextFile(const QString &path, const QString &text)
 {
+    return replaceFile(path, text.toUtf8());
+}
+
+std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes)
+{
     const QFileInfo existing(path);
     QSaveFile file(path);
     file.setDirectWriteFallback(false);
     bool written = file.open(QIODevice::WriteOnly);
     if (written && existing.exists())
         written = file.setPermissions(existing.permissions());
-    const QByteArray bytes = text.toUtf8();
     written = written && file.write(bytes) == bytes.size() && file.commit();
     if (!written)
         return u"%1 could not be written: %2"_s.arg(path, file.errorString());

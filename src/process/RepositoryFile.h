@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <variant>
@@ -26,8 +27,9 @@ enum class RepositoryFileProblem {
 std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(const QString &repositoryPath,
                                                                                const QString &relativePath);
 
-// Replaces the file atomically with the text as UTF-8, keeping its
-// permissions; the reason when it could not.
+// Replaces the file atomically with the bytes (or the text as UTF-8),
+// keeping its permissions; the reason when it could not.
+std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes);
 std::optional<QString> replaceTextFile(const QString &path, const QString &text);
 
 } // namespace tillery

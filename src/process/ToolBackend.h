@@ -1,6 +1,7 @@
 #pragma once
 
 #include "process/BackendSteps.h"
+#include "process/ChosenChangeSteps.h"
 #include "process/Failure.h"
 #include "process/OptionLike.h"
 #include "process/VersionControl.h"
@@ -115,7 +116,18 @@ public:
         return Repository{Tool::root(path), kind()};
     }
 
+    QString discardChosen(const QString &repositoryPath, const ChosenChanges &chosen) const override
+    {
+        const QByteArray kept = workingVersionWithout(*this, repositoryPath, chosen);
+        const QString copy = backUpWorkingFile(repositoryPath, metadataFolder(repositoryPath), chosen.file.path);
+        writeWorkingFile(repositoryPath, chosen.file.path, kept);
+        return copy;
+    }
+
 protected:
+    // Where the tool keeps the repository's own data (.hg, .git).
+    virtual QString metadataFolder(const QString &repositoryPath) const = 0;
+
     // The diff of a file the tool tracks.
     virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path, const RunControl &control) const
     {

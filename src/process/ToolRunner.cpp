@@ -79,6 +79,8 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
     process.setProgram(*tool.executable);
     QStringList fullArguments = tool.leadingArguments;
     QProcessEnvironment environment = tool.environment;
+    for (const auto &[name, value] : control.environment)
+        environment.insert(name, value);
     if (control.progress) {
         fullArguments += tool.progressArguments;
         for (const auto &[name, value] : tool.progressEnvironment)
@@ -142,7 +144,7 @@ ToolInvocation gitInvocation()
 std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const QStringList &arguments,
                                               const std::optional<QString> &directory, const RunControl &control)
 {
-    if (!tool.executable || !directory || control.progress || control.ownProcess
+    if (!tool.executable || !directory || control.progress || control.ownProcess || !control.environment.isEmpty()
         || !QFileInfo(*directory + u"/.hg"_s).isDir())
         return std::nullopt;
     if (isCancelled(control))

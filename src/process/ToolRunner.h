@@ -27,6 +27,9 @@ struct RunControl {
     // Runs the command as a process of its own even where a command server
     // could serve it.
     bool ownProcess = false;
+    // Set in the tool's environment for this run only (a run with any is a
+    // process of its own).
+    QList<std::pair<QString, QString>> environment = {};
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks

@@ -5,6 +5,7 @@
 #include "process/ToolRunner.h"
 #include "records/Annotation.h"
 #include "records/Changeset.h"
+#include "records/ChosenChanges.h"
 #include "records/HistoryFilter.h"
 #include "records/KindTraits.h"
 #include "records/Repository.h"
@@ -81,6 +82,16 @@ public:
     // in charge.
     virtual void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
                         const QString &description, const QString &userName) const = 0;
+    // Commits the whole files and only the chosen changes of the others; the
+    // working copy keeps every byte it had. Refuses (committing nothing) a
+    // file whose diff is no longer the one its changes were chosen in.
+    virtual void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
+                              const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
+                              const QString &userName) const = 0;
+    // Undoes the chosen changes in the working file, refused as above; the
+    // file as it was is kept in a copy under the repository's metadata
+    // folder, whose path it returns.
+    virtual QString discardChosen(const QString &repositoryPath, const ChosenChanges &chosen) const = 0;
     // Restores tracked files to their committed state (newly added ones
     // become untracked again); never touches untracked ones.
     virtual void discard(const QString &repositoryPath, const QStringList &paths) const = 0;

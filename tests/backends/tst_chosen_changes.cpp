@@ -1,0 +1,185 @@
+// Committing and discarding some of a file's changes, on real repositories
+// of both kinds; every check compares bytes.
+#include "Checks.h"
+#include "RepositoryFixtures.h"
+#include "TestEnvironment.h"
+
+#include "diff/FilePatch.h"
+#include "model/VersionControl.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace tillery;
+
+namespace {
+
+const QByteArray tenLines = "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n";
+const QByteArray tenChanged = "1\ntwo\n3\n4\n5\n6\n7\n8\nnine\n10\n";
+
+struct Scene {
+    explicit Scene(RepositoryKind repositoryKind)
+        : backend(versionControl(repositoryKind))
+        , repository(test::makeFixture(repositoryKind))
+        , isGit(repositoryKind == RepositoryKind::git)
+    {
+        repository->write(u"other.txt"_s, "other\n");
+    }
+
+    // f.txt as committed (none: a new file) and as it is now.
+    void prepare(const QByteArray &committed, const QByteArray &working) const
+    {
+        if (!committed.isNull())
+            repository->write(u"f.txt"_s, committed);
+        repository->commitAll(u"base"_s);
+        repository->write(u"f.txt"_s, working);
+    }
+
+    // The file's changes as the Changes page shows them, those at the
+    // given places among its added and removed lines chosen.
+    ChosenChanges choose(const QList<int> &places) const
+    {
+        WorkingFile file;
+        for (const WorkingFile &changed : backend.loadSnapshot(path()).files) {
+            if (changed.path == u"f.txt"_s)
+                file = changed;
+        }
+        const QString diff = backend.workingDiff(path(), file, [] { return false; });
+        QList<qsizetype> ids;
+        if (const std::optional<FilePatch> patch = parseFilePatch(diff))
+            ids = patch->changedLineIds().values();
+        std::sort(ids.begin(), ids.end());
+        ChosenChanges chosen{file, diff, {}};
+        for (const int place : places)
+            chosen.lines.insert(ids.value(place, -1));
+        return chosen;
+    }
+
+    QByteArray committedFile(const QString &path) const
+    {
+        return repository->tool(isGit ? QStringList{u"show"_s, u"HEAD:"_s + path}
+                                      : QStringList{u"cat"_s, u"-r"_s, u"."_s, path});
+    }
+    QString path() const { return repository->path(); }
+
+    const VersionControl &backend;
+    std::unique_ptr<test::RepositoryFixture> repository;
+    bool isGit;
+};
+
+void addRowsForBothKinds(const char *name, const std::function<void(QTestData &)> &fill)
+{
+    for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
+        QTestData &row = QTest::addRow("%s, %s", name, kind == RepositoryKind::git ? "git" : "mercurial") << kind;
+        fill(row);
+    }
+}
+
+} // namespace
+
+class ChosenChangesTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { test::pinTestEnvironment(); }
+
+    // The commit records exactly the chosen lines; the working file keeps every byte.
+    void committingChosenLines_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QByteArray>("committed");
+        QTest::addColumn<QByteArray>("working");
+        QTest::addColumn<QList<int>>("chosen");
+        QTest::addColumn<QByteArray>("expected");
+        addRowsForBothKinds("part of a hunk", [](QTestData &row) {
+            row << tenLines << tenChanged << QList<int>{0, 1} << "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba;
+        });
+        addRowsForBothKinds("no final line feed", [](QTestData &row) {
+            row << "a\nb"_ba << "a\nb\nc"_ba << QList<int>{0, 1} << "a\nb\n"_ba;
+        });
+        addRowsForBothKinds("CR LF", [](QTestData &row) {
+            row << "a\r\nb\r\nc\r\n"_ba << "a\r\nB\r\nc\r\nd\r\n"_ba << QList<int>{2} << "a\r\nb\r\nc\r\nd\r\n"_ba;
+        });
+        addRowsForBothKinds("new file", [](QTestData &row) {
+            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba;
+        });
+    }
+    void committingChosenLines()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QByteArray, committed);
+        QFETCH(QByteArray, working);
+        QFETCH(QList<int>, chosen);
+        const Scene scene(kind);
+        scene.prepare(committed, working);
+        // Staged outside Tillery and not chosen: neither committed nor unstaged.
+        scene.repository->write(u"other.txt"_s, "staged\n");
+        if (scene.isGit)
+            scene.repository->tool({u"add"_s, u"other.txt"_s});
+
+        scene.backend.commitChosen(scene.path(), {}, {scene.choose(chosen)}, u"Part"_s, QString(), QString());
+        QTEST(scene.committedFile(u"f.txt"_s), "expected");
+        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), working);
+        QCOMPARE(scene.committedFile(u"other.txt"_s), "other\n"_ba);
+        const QByteArray status = scene.repository->tool(
+            scene.isGit ? QStringList{u"status"_s, u"--porcelain"_s} : QStringList{u"status"_s});
+        QCOMPARE(status, scene.isGit ? " M f.txt\nM  other.txt\n"_ba : "M f.txt\nM other.txt\n"_ba);
+    }
+
+    // What cannot be taken apart, or changed after its diff was shown, is refused and nothing is committed.
+    void refusals_data()
+    {
+        QTest::addColumn<RepositoryKind>("kind");
+        QTest::addColumn<QByteArray>("committed");
+        QTest::addColumn<QByteArray>("working");
+        QTest::addColumn<QByteArray>("changedAfterwards");
+        QTest::addColumn<QString>("reason");
+        addRowsForBothKinds("changed after its diff was shown", [](QTestData &row) {
+            row << tenLines << tenChanged << "1\n2\n"_ba << u"changed after its differences were shown"_s;
+        });
+        addRowsForBothKinds("binary", [](QTestData &row) {
+            row << "a\0b\n"_ba << "a\0c\n"_ba << QByteArray() << u"only the whole"_s;
+        });
+        addRowsForBothKinds("not UTF-8", [](QTestData &row) {
+            row << "caf\xe9\n"_ba << "caf\xe9!\n"_ba << QByteArray() << u"only the whole"_s;
+        });
+    }
+    void refusals()
+    {
+        QFETCH(RepositoryKind, kind);
+        QFETCH(QByteArray, committed);
+        QFETCH(QByteArray, working);
+        QFETCH(QByteArray, changedAfterwards);
+        QFETCH(QString, reason);
+        const QString &reasonText = reason;
+        const Scene scene(kind);
+        scene.prepare(committed, working);
+        const ChosenChanges chosen = scene.choose({0});
+        if (!changedAfterwards.isNull())
+            scene.repository->write(u"f.txt"_s, changedAfterwards);
+        const QString before = scene.repository->parentNode();
+        const QString failure = test::failureOf(
+            [&] { scene.backend.commitChosen(scene.path(), {}, {chosen}, u"Part"_s, QString(), QString()); });
+        QVERIFY2(failure.contains(reasonText, Qt::CaseInsensitive), qPrintable(failure));
+        QCOMPARE(scene.repository->parentNode(), before);
+        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)),
+                 changedAfterwards.isNull() ? working : changedAfterwards);
+    }
+
+    // Discarding chosen lines undoes just them, after keeping the file as it was.
+    void discardingChosenLines_data() { test::addKindColumn(); }
+    void discardingChosenLines()
+    {
+        QFETCH(RepositoryKind, kind);
+        const Scene scene(kind);
+        scene.prepare(tenLines, tenChanged);
+        const QString copy = scene.backend.discardChosen(scene.path(), scene.choose({0, 1}));
+        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), "1\n2\n3\n4\n5\n6\n7\n8\nnine\n10\n"_ba);
+        QCOMPARE(test::readFile(copy), tenChanged);
+        QVERIFY(copy.startsWith(scene.path() + (scene.isGit ? u"/.git/"_s : u"/.hg/"_s)));
+    }
+};
+
+QTEST_GUILESS_MAIN(ChosenChangesTest)
+#include "tst_chosen_changes.moc"
