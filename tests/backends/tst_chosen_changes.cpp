@@ -8,6 +8,7 @@
 #include "model/VersionControl.h"
 
 #include <QDir>
+#include <QProcess>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -165,6 +166,30 @@ private Q_SLOTS:
         QCOMPARE(scene.repository->parentNode(), before);
         QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)),
                  changedAfterwards.isNull() ? working : changedAfterwards);
+    }
+
+    // Tillery killed during a Mercurial commit of chosen lines, the chosen version in the working file:
+    // the next load puts the working version back.
+    void killedCommitRecoversAtTheNextLoad()
+    {
+        const Scene scene(RepositoryKind::mercurial);
+        scene.prepare(tenLines, tenChanged);
+        const ChosenChanges chosen = scene.choose({0, 1});
+        test::writeFile(scene.path() + u"/.hg/hgrc"_s, "[hooks]\nprecommit.die = kill -9 $TILLERY_TEST_VICTIM\n");
+        const QString diffFile = scene.path() + u"/.hg/shown.diff"_s;
+        test::writeFile(diffFile, chosen.shownDiff.toUtf8());
+        QStringList arguments{scene.path(), u"f.txt"_s, diffFile};
+        for (const qsizetype id : chosen.lines)
+            arguments.append(QString::number(id));
+        QProcess victim;
+        victim.start(QStringLiteral(COMMIT_CHOSEN_AND_DIE), arguments);
+        QVERIFY(victim.waitForFinished(60000));
+        QCOMPARE(victim.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba);
+
+        scene.backend.loadSnapshot(scene.path());
+        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), tenChanged);
+        QVERIFY(!QFile::exists(scene.path() + u"/.hg/tillery/set-aside"_s));
     }
 
     // Discarding chosen lines undoes just them, after keeping the file as it was.
