@@ -92,6 +92,21 @@ QSet<qsizetype> FilePatch::changedLineIds() const
     return ids;
 }
 
+QStringList splitFileDiffs(QStringView diffText)
+{
+    // A line of a file's text is never at a line's start: it follows its
+    // marker.
+    QStringList diffs;
+    qsizetype start = 0;
+    while (start < diffText.size()) {
+        qsizetype next = diffText.indexOf(u"\ndiff --git "_s, start);
+        next = next < 0 ? diffText.size() : next + 1;
+        diffs.append(diffText.sliced(start, next - start).toString());
+        start = next;
+    }
+    return diffs;
+}
+
 std::optional<FilePatch> parseFilePatch(QStringView diffText)
 {
     FilePatch patch;

@@ -41,6 +41,9 @@ struct FilePatch {
     QSet<qsizetype> changedLineIds() const;
 };
 
+// The diffs of each file in a diff of several, each from its "diff --git" line.
+QStringList splitFileDiffs(QStringView diffText);
+
 // The hunks of a single file's diff; nothing for a binary diff, one without
 // hunks, or one whose hunks do not add up to their headers.
 std::optional<FilePatch> parseFilePatch(QStringView diffText);

@@ -50,25 +50,6 @@ QSet<QString> trackedFiles(const QString &repositoryPath)
     return tracked;
 }
 
-// One file's entry in an index.
-struct IndexEntry {
-    QString mode;
-    QString blob;
-    QString path;
-};
-
-// The blob the person's index holds for the file; empty when none.
-QString stagedBlob(const QString &repositoryPath, const QString &path)
-{
-    const QString entry = decodeUtf8OrEmpty(outputOf(Tool::indexEntryCommand(path), repositoryPath));
-    return entry.section(u' ', 1, 1);
-}
-
-QString blobAt(const QString &repositoryPath, const QString &revision, const QString &path)
-{
-    return decodeUtf8OrEmpty(Tool::run(Tool::blobAtCommand(revision, path), repositoryPath).standardOutput).trimmed();
-}
-
 bool hasOrigin(const QString &repositoryPath)
 {
     return parseLines(outputOf(Tool::remotesCommand(), repositoryPath)).contains(u"origin"_s);
@@ -131,6 +112,30 @@ public:
                                 afterSnapshot ? lastShown->revision - 1 : 0);
     }
 
+    QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        RunControl names;
+        for (const QString &path : paths) {
+            // One name a line: a path with a line feed is read on its own.
+            if (path.contains(u'\n'))
+                return mapped(paths, [&](const QString &each) { return parentContents(repositoryPath, each); });
+            names.input += "HEAD:" + path.toUtf8() + '\n';
+        }
+        const std::optional<QList<QByteArray>> objects =
+            parseObjects(outputOf(Tool::objectsCommand(), repositoryPath, names), paths.size());
+        if (!objects)
+            throw PlatformFailure(u"Git printed the files of HEAD in a form Tillery cannot read."_s);
+        return *objects;
+    }
+
+    QStringList trackedFileDiffs(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        // Without a commit each file is compared with the index on its own.
+        if (!hasCommits(repositoryPath))
+            return mapped(paths, [&](const QString &path) { return trackedFileDiff(repositoryPath, path, {}); });
+        return ToolBackend::trackedFileDiffs(repositoryPath, paths);
+    }
+
     QString metadataFolder(const QString &repositoryPath) const override
     {
         return decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed();
@@ -177,40 +182,49 @@ public:
                       const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
                       const QString &userName) const override
     {
-        QList<QByteArray> versions;
-        for (const ChosenChanges &changes : chosen)
-            versions.append(committedVersion(*this, repositoryPath, changes));
+        const QList<QByteArray> versions = committedVersions(*this, repositoryPath, chosen);
         const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
         if (!scratch.isValid())
             throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(scratch.errorString()));
+        const QStringList paths = mappedPaths(chosen, [](const ChosenChanges &changes) { return changes.file.path; });
+        // Where the person's index holds what HEAD does, nothing else is staged.
+        const bool hasHead = hasCommits(repositoryPath);
+        const QHash<QString, QString> staged =
+            parseEntryBlobs(outputOf(Tool::indexEntriesCommand(paths), repositoryPath), 1);
+        const QHash<QString, QString> committed =
+            hasHead ? parseEntryBlobs(outputOf(Tool::headEntriesCommand(paths), repositoryPath), 2)
+                    : QHash<QString, QString>();
+
         const RunControl ownIndex{{}, {}, false, {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"index"_s)}}};
-        Tool::run(Tool::readHeadTreeCommand(hasCommits(repositoryPath)), repositoryPath, ownIndex);
+        Tool::run(Tool::readHeadTreeCommand(hasHead), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
-        QList<IndexEntry> entries;
-        for (qsizetype index = 0; index < chosen.size(); ++index) {
-            const QString &path = chosen[index].file.path;
-            const QString version = scratch.filePath(QString::number(index));
-            if (const std::optional<QString> reason = replaceFile(version, versions[index]))
+        QStringList versionFiles;
+        for (qsizetype index = 0; index < versions.size(); ++index) {
+            versionFiles.append(scratch.filePath(QString::number(index)));
+            if (const std::optional<QString> reason = overwriteFile(versionFiles.last(), versions[index]))
                 throw PlatformFailure(*reason);
-            const IndexEntry entry{QFileInfo(QDir(repositoryPath).filePath(path)).isExecutable() ? u"100755"_s
-                                                                                                 : u"100644"_s,
-                                   decodeUtf8OrEmpty(outputOf(Tool::storeBlobCommand(version), repositoryPath)).trimmed(),
-                                   path};
-            Tool::run(Tool::setIndexEntryCommand(entry.mode, entry.blob, entry.path), repositoryPath, ownIndex);
-            entries.append(entry);
         }
+        const QStringList blobs = parseLines(outputOf(Tool::storeBlobsCommand(versionFiles), repositoryPath));
+        if (blobs.size() != paths.size())
+            throw PlatformFailure(u"Git did not store the chosen versions."_s);
+        QStringList entries;
+        QStringList following;
+        for (qsizetype index = 0; index < paths.size(); ++index) {
+            const bool executable = QFileInfo(QDir(repositoryPath).filePath(paths[index])).isExecutable();
+            entries.append((executable ? u"100755,"_s : u"100644,"_s) + blobs[index] + u',' + paths[index]);
+            if (staged.value(paths[index]) == committed.value(paths[index]))
+                following.append(entries.last());
+        }
+        Tool::run(Tool::setIndexEntriesCommand(entries), repositoryPath, ownIndex);
         Tool::run(Tool::commitIndexCommand(composeCommitMessage(summary, description), parseIdentity(userName)),
                   repositoryPath, ownIndex);
         // The person's index follows the commit: whole files as a commit of
         // paths stages them, chosen versions where nothing else was staged.
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
-        for (const IndexEntry &entry : std::as_const(entries)) {
-            const QString staged = stagedBlob(repositoryPath, entry.path);
-            if (staged.isEmpty() || staged == blobAt(repositoryPath, u"HEAD~1"_s, entry.path))
-                Tool::run(Tool::setIndexEntryCommand(entry.mode, entry.blob, entry.path), repositoryPath);
-        }
+        if (!following.isEmpty())
+            Tool::run(Tool::setIndexEntriesCommand(following), repositoryPath);
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override

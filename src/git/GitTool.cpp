@@ -23,6 +23,11 @@ QStringList diffArguments(const QString &command = u"diff"_s)
             u"--dst-prefix=b/"_s};
 }
 
+QStringList fileArguments(const QStringList &paths)
+{
+    return mappedPaths(paths, fileArgument);
+}
+
 } // namespace
 
 ToolCommand GitTool::statusCommand()
@@ -151,7 +156,17 @@ ToolCommand GitTool::upstreamCommand()
 
 ToolCommand GitTool::workingDiffCommand(const QString &path)
 {
-    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
+    return workingDiffCommand(QStringList{path});
+}
+
+ToolCommand GitTool::workingDiffCommand(const QStringList &paths)
+{
+    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::objectsCommand()
+{
+    return {{u"cat-file"_s, u"--batch"_s}, {0}};
 }
 
 ToolCommand GitTool::stagedDiffCommand(const QString &path)
@@ -191,14 +206,6 @@ ToolCommand GitTool::annotateCommand(const QString &revision, const QString &pat
             {0}};
 }
 
-namespace {
-
-QStringList fileArguments(const QStringList &paths)
-{
-    return mappedPaths(paths, fileArgument);
-}
-
-} // namespace
 
 ToolCommand GitTool::addAllCommand(const QStringList &paths)
 {
@@ -218,17 +225,20 @@ ToolCommand GitTool::readHeadTreeCommand(bool hasHead)
     return {{u"read-tree"_s, hasHead ? u"HEAD"_s : u"--empty"_s}, {0}};
 }
 
-ToolCommand GitTool::storeBlobCommand(const QString &file)
+ToolCommand GitTool::storeBlobsCommand(const QStringList &files)
 {
-    // The version is already as the repository keeps it: no filters.
-    return {{u"hash-object"_s, u"-w"_s, u"--no-filters"_s, u"--"_s, file}, {0}};
+    // The versions are already as the repository keeps them: no filters.
+    return {QStringList{u"hash-object"_s, u"-w"_s, u"--no-filters"_s, u"--"_s} + files, {0}};
 }
 
-ToolCommand GitTool::setIndexEntryCommand(const QString &mode, const QString &blob, const QString &path)
+ToolCommand GitTool::setIndexEntriesCommand(const QStringList &entries)
 {
-    // The three values after --cacheinfo are taken as they are, so a path
-    // that looks like an option stays a path.
-    return {{u"update-index"_s, u"--add"_s, u"--cacheinfo"_s, mode, blob, path}, {0}};
+    // The value after --cacheinfo is taken as it is, so a path that looks
+    // like an option stays a path.
+    QStringList arguments{u"update-index"_s, u"--add"_s};
+    for (const QString &entry : entries)
+        arguments << u"--cacheinfo"_s << entry;
+    return {arguments, {0}};
 }
 
 ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity)
@@ -240,14 +250,15 @@ ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optio
     return {arguments, {0}};
 }
 
-ToolCommand GitTool::indexEntryCommand(const QString &path)
+ToolCommand GitTool::indexEntriesCommand(const QStringList &paths)
 {
-    return {QStringList{u"ls-files"_s, u"--stage"_s, u"-z"_s, u"--"_s} + fileArguments({path}), {0}};
+    return {QStringList{u"ls-files"_s, u"--stage"_s, u"-z"_s, u"--"_s} + fileArguments(paths), {0}};
 }
 
-ToolCommand GitTool::blobAtCommand(const QString &revision, const QString &path)
+ToolCommand GitTool::headEntriesCommand(const QStringList &paths)
 {
-    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, revision + u':' + path}, {0, 1}};
+    // ls-tree reads paths as they are, never as patterns.
+    return {QStringList{u"ls-tree"_s, u"-z"_s, u"HEAD"_s, u"--"_s} + paths, {0}};
 }
 
 ToolCommand GitTool::gitFolderCommand()

@@ -70,6 +70,9 @@ struct GitTool {
     // Diffs and contents. Revisions and branch names must have been checked
     // with refuseOptionLike() first; paths go through fileArgument().
     static ToolCommand workingDiffCommand(const QString &path);
+    static ToolCommand workingDiffCommand(const QStringList &paths);
+    // Reads "<revision>:<path>" lines on its standard input.
+    static ToolCommand objectsCommand();
     static ToolCommand stagedDiffCommand(const QString &path);
     static ToolCommand changesetFilesCommand(const QString &hash);
     static ToolCommand changesetDiffCommand(const QString &hash, const QString &path);
@@ -91,13 +94,14 @@ struct GitTool {
     // from HEAD (or empty before the first commit), with the chosen versions
     // stored as blobs.
     static ToolCommand readHeadTreeCommand(bool hasHead);
-    static ToolCommand storeBlobCommand(const QString &file);
-    static ToolCommand setIndexEntryCommand(const QString &mode, const QString &blob, const QString &path);
+    // Prints each file's blob id on a line of its own.
+    static ToolCommand storeBlobsCommand(const QStringList &files);
+    // Each entry "mode,blob,path".
+    static ToolCommand setIndexEntriesCommand(const QStringList &entries);
     static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity);
-    // "mode blob stage\tpath" of the file's entries in the index.
-    static ToolCommand indexEntryCommand(const QString &path);
-    // The blob a revision has at the path; exits 1 when it has none.
-    static ToolCommand blobAtCommand(const QString &revision, const QString &path);
+    // The files' entries in the index and in HEAD (see parseEntryBlobs).
+    static ToolCommand indexEntriesCommand(const QStringList &paths);
+    static ToolCommand headEntriesCommand(const QStringList &paths);
     static ToolCommand gitFolderCommand();
     static ToolCommand restoreCommand(const QStringList &paths);
     static ToolCommand forgetNewFilesCommand(const QStringList &paths);

@@ -10,6 +10,9 @@
 #include "process/ToolBackend.h"
 #include "process/WorkingFileJournal.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -101,11 +104,10 @@ public:
                       const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
                       const QString &userName) const override
     {
-        QList<QByteArray> versions;
+        const QList<QByteArray> versions = committedVersions(*this, repositoryPath, chosen);
         QStringList chosenPaths;
         QList<WorkingFile> files = wholeFiles;
         for (const ChosenChanges &changes : chosen) {
-            versions.append(committedVersion(*this, repositoryPath, changes));
             chosenPaths.append(changes.file.path);
             files.append(changes.file);
         }
@@ -157,6 +159,18 @@ public:
         mercurial::writeDefaultPath(repositoryPath, addressToStore(address, [&] {
                                         return text(Tool::storedDefaultPathCommand(), repositoryPath).trimmed();
                                     }));
+    }
+
+    QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        const QTemporaryDir folder(metadataFolder(repositoryPath) + u"/tillery-parents-XXXXXX"_s);
+        if (!folder.isValid())
+            throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(folder.errorString()));
+        Tool::run(Tool::parentFilesCommand(folder.path(), paths), repositoryPath);
+        return mapped(paths, [&folder](const QString &path) {
+            QFile file(folder.filePath(path));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        });
     }
 
 protected:

@@ -64,7 +64,21 @@ ToolCommand MercurialTool::pathsCommand()
 
 ToolCommand MercurialTool::workingDiffCommand(const QString &path)
 {
-    return {{u"diff"_s, u"--git"_s, u"--"_s, fileArgument(path)}, {0}};
+    return workingDiffCommand(QStringList{path});
+}
+
+ToolCommand MercurialTool::workingDiffCommand(const QStringList &paths)
+{
+    return {QStringList{u"diff"_s, u"--git"_s, u"--"_s} + mappedPaths(paths, fileArgument), {0}};
+}
+
+ToolCommand MercurialTool::parentFilesCommand(const QString &folder, const QStringList &paths)
+{
+    // "%p" is each file's path; a "%" of the folder's own is written "%%".
+    return {QStringList{u"cat"_s, u"--rev=."_s, u"--output="_s + QString(folder).replace(u'%', u"%%"_s) + u"/%p"_s,
+                        u"--"_s}
+                + mappedPaths(paths, fileArgument),
+            {0}};
 }
 
 ToolCommand MercurialTool::changesetFilesCommand(const QString &node)

@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <type_traits>
 
 // The steps both backends take the same way.
 namespace tillery {
@@ -22,15 +23,22 @@ const QString &checkedChangesetId(const Changeset &changeset);
 std::optional<QString> diffWithoutTool(const QString &repositoryPath, const WorkingFile &file,
                                        const CancellationCheck &isCancelled);
 
+// Each item as `map` gives it.
+template <typename Item, typename Map>
+auto mapped(const QList<Item> &items, Map map)
+{
+    QList<std::decay_t<std::invoke_result_t<Map, const Item &>>> results;
+    results.reserve(items.size());
+    for (const Item &item : items)
+        results.append(map(item));
+    return results;
+}
+
 // Each item as `toText` gives it; for example each path as a tool's argument.
 template <typename Item, typename ToText>
 QStringList mappedPaths(const QList<Item> &items, ToText toText)
 {
-    QStringList texts;
-    texts.reserve(items.size());
-    for (const Item &item : items)
-        texts.append(toText(item));
-    return texts;
+    return mapped(items, toText);
 }
 
 QStringList pathsOf(const QList<WorkingFile> &files);

@@ -44,34 +44,62 @@ QByteArray readWorkingFile(const QString &repositoryPath, const QString &path)
     return file.readAll();
 }
 
-// The file's diff as it is now, which must be the one shown, with the two
-// texts it lies between.
+// Each file's diff as it is now, which must be the one shown, with the two
+// texts it lies between; the tool runs once for all diffs and once for all
+// parents.
 struct FileSides {
     FilePatch patch;
     QString parent;
     QString working;
 };
 
-FileSides checkedSides(const VersionControl &backend, const QString &repositoryPath, const ChosenChanges &chosen)
+bool isNew(const WorkingFile &file)
 {
-    const QString &path = chosen.file.path;
-    if (chosen.file.state == FileState::removed || chosen.file.state == FileState::missing)
-        throw wholeFileOnly(path, u"it is removed"_s);
-    if (QFileInfo(QDir(repositoryPath).filePath(path)).isSymLink())
-        throw wholeFileOnly(path, u"it is a link"_s);
-    if (backend.workingDiff(repositoryPath, chosen.file, [] { return false; }) != chosen.shownDiff)
-        throw changedSinceShown(path);
-    std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
-    if (!patch)
-        throw wholeFileOnly(path, u"its differences are not lines of text"_s);
-    const bool isNew = chosen.file.state == FileState::added || chosen.file.state == FileState::untracked;
-    FileSides sides{*patch, isNew ? QString() : checkedText(backend.parentContents(repositoryPath, path), path),
-                    checkedText(readWorkingFile(repositoryPath, path), path)};
-    // A diff shown through a filter, or cut short, would commit something
-    // else than the file holds.
-    if (applyChosenChanges(sides.parent, PatchSide::old, sides.patch, sides.patch.changedLineIds())
-        != sides.working)
-        throw wholeFileOnly(path, u"its differences do not describe it exactly"_s);
+    return file.state == FileState::added || file.state == FileState::untracked;
+}
+
+QList<FileSides> checkedSides(const VersionControl &backend, const QString &repositoryPath,
+                              const QList<ChosenChanges> &chosen)
+{
+    QStringList tracked;
+    QStringList withParent;
+    for (const ChosenChanges &changes : chosen) {
+        const QString &path = changes.file.path;
+        if (changes.file.state == FileState::removed || changes.file.state == FileState::missing)
+            throw wholeFileOnly(path, u"it is removed"_s);
+        if (QFileInfo(QDir(repositoryPath).filePath(path)).isSymLink())
+            throw wholeFileOnly(path, u"it is a link"_s);
+        if (changes.file.state != FileState::untracked)
+            tracked.append(path);
+        if (!isNew(changes.file))
+            withParent.append(path);
+    }
+    const QStringList diffs = tracked.isEmpty() ? QStringList() : backend.trackedFileDiffs(repositoryPath, tracked);
+    const QSet<QString> currentDiffs(diffs.cbegin(), diffs.cend());
+    const QList<QByteArray> parents =
+        withParent.isEmpty() ? QList<QByteArray>() : backend.parentContentsOfFiles(repositoryPath, withParent);
+    QList<FileSides> sides;
+    qsizetype nextParent = 0;
+    for (const ChosenChanges &changes : chosen) {
+        const QString &path = changes.file.path;
+        std::optional<FilePatch> patch = parseFilePatch(changes.shownDiff);
+        if (!patch)
+            throw wholeFileOnly(path, u"its differences are not lines of text"_s);
+        const bool current = changes.file.state == FileState::untracked
+                                 ? backend.workingDiff(repositoryPath, changes.file, [] { return false; })
+                                       == changes.shownDiff
+                                 : currentDiffs.contains(changes.shownDiff);
+        if (!current)
+            throw changedSinceShown(path);
+        FileSides fileSides{*patch, isNew(changes.file) ? QString() : checkedText(parents.value(nextParent++), path),
+                            checkedText(readWorkingFile(repositoryPath, path), path)};
+        // A diff shown through a filter, or cut short, would commit something
+        // else than the file holds.
+        if (applyChosenChanges(fileSides.parent, PatchSide::old, fileSides.patch, fileSides.patch.changedLineIds())
+            != fileSides.working)
+            throw wholeFileOnly(path, u"its differences do not describe it exactly"_s);
+        sides.append(fileSides);
+    }
     return sides;
 }
 
@@ -85,16 +113,20 @@ QByteArray applied(const QString &text, PatchSide side, const FileSides &sides, 
 
 } // namespace
 
-QByteArray committedVersion(const VersionControl &backend, const QString &repositoryPath, const ChosenChanges &chosen)
+QList<QByteArray> committedVersions(const VersionControl &backend, const QString &repositoryPath,
+                                    const QList<ChosenChanges> &chosen)
 {
-    const FileSides sides = checkedSides(backend, repositoryPath, chosen);
-    return applied(sides.parent, PatchSide::old, sides, chosen);
+    const QList<FileSides> sides = checkedSides(backend, repositoryPath, chosen);
+    QList<QByteArray> versions;
+    for (qsizetype index = 0; index < chosen.size(); ++index)
+        versions.append(applied(sides[index].parent, PatchSide::old, sides[index], chosen[index]));
+    return versions;
 }
 
 QByteArray workingVersionWithout(const VersionControl &backend, const QString &repositoryPath,
                                  const ChosenChanges &chosen)
 {
-    const FileSides sides = checkedSides(backend, repositoryPath, chosen);
+    const FileSides sides = checkedSides(backend, repositoryPath, {chosen}).first();
     return applied(sides.working, PatchSide::changed, sides, chosen);
 }
 
@@ -113,7 +145,7 @@ QString backUpWorkingFile(const QString &repositoryPath, const QString &metadata
 
 void writeWorkingFile(const QString &repositoryPath, const QString &path, const QByteArray &bytes)
 {
-    if (const std::optional<QString> reason = replaceFile(QDir(repositoryPath).filePath(path), bytes))
+    if (const std::optional<QString> reason = overwriteFile(QDir(repositoryPath).filePath(path), bytes))
         throw PlatformFailure(*reason);
 }
 

@@ -3,6 +3,7 @@
 #include "records/ChosenChanges.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
 
 namespace tillery {
@@ -14,10 +15,10 @@ class VersionControl;
 // no longer the one the changes were chosen in, and one whose changes cannot
 // be taken apart (binary, not UTF-8 text, removed, a link).
 
-// The file as a commit of only the chosen changes records it: its parent's
-// text with them made.
-QByteArray committedVersion(const VersionControl &backend, const QString &repositoryPath,
-                            const ChosenChanges &chosen);
+// Each file as a commit of only the chosen changes records it: its
+// parent's text with them made.
+QList<QByteArray> committedVersions(const VersionControl &backend, const QString &repositoryPath,
+                                    const QList<ChosenChanges> &chosen);
 
 // The working file with the chosen changes undone.
 QByteArray workingVersionWithout(const VersionControl &backend, const QString &repositoryPath,
@@ -27,7 +28,7 @@ QByteArray workingVersionWithout(const VersionControl &backend, const QString &r
 // a discard keeps what it removes; the copy's path.
 QString backUpWorkingFile(const QString &repositoryPath, const QString &metadataFolder, const QString &path);
 
-// Writes the bytes over the working file, keeping its permissions.
+// Writes the bytes over the working file in place, keeping its permissions.
 void writeWorkingFile(const QString &repositoryPath, const QString &path, const QByteArray &bytes);
 
 } // namespace tillery

@@ -47,4 +47,12 @@ std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes)
     return std::nullopt;
 }
 
+std::optional<QString> overwriteFile(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size() || !file.flush())
+        return u"%1 could not be written: %2"_s.arg(path, file.errorString());
+    return std::nullopt;
+}
+
 } // namespace tillery

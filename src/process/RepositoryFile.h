@@ -32,4 +32,8 @@ std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(c
 std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes);
 std::optional<QString> replaceTextFile(const QString &path, const QString &text);
 
+// Writes the bytes over the file in place (making it when missing): its
+// permissions and links stay as they are, and nothing waits for the disk.
+std::optional<QString> overwriteFile(const QString &path, const QByteArray &bytes);
+
 } // namespace tillery

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "diff/FilePatch.h"
 #include "process/BackendSteps.h"
 #include "process/ChosenChangeSteps.h"
 #include "process/Failure.h"
@@ -23,6 +24,11 @@ public:
         if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
             return *diff;
         return trackedFileDiff(repositoryPath, file.path, RunControl{isCancelled, {}});
+    }
+
+    QStringList trackedFileDiffs(const QString &repositoryPath, const QStringList &paths) const override
+    {
+        return splitFileDiffs(text(Tool::workingDiffCommand(paths), repositoryPath));
     }
 
     QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,

@@ -90,12 +90,17 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
     if (directory)
         process.setWorkingDirectory(*directory);
     process.setProcessEnvironment(environment);
-    process.setStandardInputFile(QProcess::nullDevice());
+    if (control.input.isEmpty())
+        process.setStandardInputFile(QProcess::nullDevice());
     runAtBackgroundPriority(process);
 
     process.start();
     if (!process.waitForStarted(-1))
         throw PlatformFailure::launchFailed(*tool.executable, process.errorString());
+    if (!control.input.isEmpty()) {
+        process.write(control.input);
+        process.closeWriteChannel();
+    }
 
     // QProcess drains both pipes while it waits, so a child with a large
     // output never blocks on a full pipe.
@@ -144,7 +149,7 @@ ToolInvocation gitInvocation()
 std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const QStringList &arguments,
                                               const std::optional<QString> &directory, const RunControl &control)
 {
-    if (!tool.executable || !directory || control.progress || control.ownProcess || !control.environment.isEmpty()
+    if (!tool.executable || !directory || control.progress || control.ownProcess || !control.environment.isEmpty() || !control.input.isEmpty()
         || !QFileInfo(*directory + u"/.hg"_s).isDir())
         return std::nullopt;
     if (isCancelled(control))

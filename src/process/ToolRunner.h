@@ -30,6 +30,9 @@ struct RunControl {
     // Set in the tool's environment for this run only (a run with any is a
     // process of its own).
     QList<std::pair<QString, QString>> environment = {};
+    // Given to the tool on its standard input (a run with any is a process
+    // of its own); without it the tool reads nothing.
+    QByteArray input = {};
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
 
 using namespace Qt::StringLiterals;
 
@@ -47,9 +48,16 @@ void save(const QString &repositoryPath, const QString &metadataFolder, const QS
     QDir(folder).removeRecursively();
     if (!QDir().mkpath(folder))
         throw PlatformFailure(u"The folder %1 could not be created."_s.arg(folder));
-    for (qsizetype index = 0; index < paths.size(); ++index)
-        write(folder + u'/' + QString::number(index), readAll(QDir(repositoryPath).filePath(paths[index])));
-    write(listPath(folder), QJsonDocument(QJsonArray::fromStringList(paths)).toJson(QJsonDocument::Compact));
+    // One file of copies and one list: two waits for the disk, whatever the count.
+    QByteArray copies;
+    QJsonArray list;
+    for (const QString &path : paths) {
+        const QByteArray bytes = readAll(QDir(repositoryPath).filePath(path));
+        copies += bytes;
+        list.append(QJsonObject{{u"path"_s, path}, {u"size"_s, bytes.size()}});
+    }
+    write(folder + u"/copies"_s, copies);
+    write(listPath(folder), QJsonDocument(list).toJson(QJsonDocument::Compact));
 }
 
 QStringList restore(const QString &repositoryPath, const QString &metadataFolder)
@@ -59,10 +67,15 @@ QStringList restore(const QString &repositoryPath, const QString &metadataFolder
         return {};
     QStringList restored;
     if (QFile::exists(listPath(folder))) {
-        const QJsonArray paths = QJsonDocument::fromJson(readAll(listPath(folder))).array();
-        for (qsizetype index = 0; index < paths.size(); ++index) {
-            const QString path = paths[index].toString();
-            write(QDir(repositoryPath).filePath(path), readAll(folder + u'/' + QString::number(index)));
+        const QByteArray copies = readAll(folder + u"/copies"_s);
+        qsizetype start = 0;
+        for (const QJsonValue &entry : QJsonDocument::fromJson(readAll(listPath(folder))).array()) {
+            const QString path = entry[u"path"_s].toString();
+            const qsizetype size = entry[u"size"_s].toInteger();
+            if (const std::optional<QString> reason =
+                    overwriteFile(QDir(repositoryPath).filePath(path), copies.sliced(start, size)))
+                throw PlatformFailure(*reason);
+            start += size;
             restored.append(path);
         }
     }
