@@ -92,21 +92,6 @@ QSet<qsizetype> FilePatch::changedLineIds() const
     return ids;
 }
 
-QStringList splitFileDiffs(QStringView diffText)
-{
-    // A line of a file's text is never at a line's start: it follows its
-    // marker.
-    QStringList diffs;
-    qsizetype start = 0;
-    while (start < diffText.size()) {
-        qsizetype next = diffText.indexOf(u"\ndiff --git "_s, start);
-        next = next < 0 ? diffText.size() : next + 1;
-        diffs.append(diffText.sliced(start, next - start).toString());
-        start = next;
-    }
-    return diffs;
-}
-
 std::optional<FilePatch> parseFilePatch(QStringView diffText)
 {
     FilePatch patch;
@@ -156,6 +141,65 @@ std::optional<FilePatch> parseFilePatch(QStringView diffText)
     if (oldLeft > 0 || newLeft > 0)
         return std::nullopt;
     return patch;
+}
+
+QString chosenHunksText(const FilePatch &patch, const QSet<qsizetype> &chosen)
+{
+    QString text;
+    qint64 shift = 0;
+    for (const PatchHunk &hunk : patch.hunks) {
+        struct Emitted {
+            QChar marker;
+            QStringView line;
+            bool endsWithFeed;
+        };
+        QList<Emitted> lines;
+        bool changes = false;
+        for (const PatchLine &line : hunk.lines) {
+            const bool isChosen = chosen.contains(line.offset);
+            if (line.kind == PatchLineKind::addition && !isChosen)
+                continue;
+            const QChar marker = line.kind == PatchLineKind::context || !isChosen
+                                     ? u' '
+                                     : (line.kind == PatchLineKind::addition ? u'+' : u'-');
+            changes = changes || marker != u' ';
+            lines.append({marker, line.text, line.endsWithFeed});
+        }
+        if (!changes)
+            continue;
+        QString body;
+        qint64 newCount = 0;
+        for (qsizetype index = 0; index < lines.size(); ++index) {
+            const Emitted &line = lines[index];
+            // A kept last line without a feed that an addition now follows
+            // gets one on the new side, as the file's other lines end.
+            const bool followed = !line.endsWithFeed && line.marker == u' ' && index + 1 < lines.size();
+            if (followed) {
+                const bool crlf = lines[index + 1].line.endsWith(u'\r');
+                body += u'-';
+                body += line.line;
+                body += u"\n\\ No newline at end of file\n+"_s;
+                body += line.line;
+                body += crlf ? u"\r\n"_s : u"\n"_s;
+                ++newCount;
+                continue;
+            }
+            body += line.marker;
+            body += line.line;
+            body += u'\n';
+            if (!line.endsWithFeed)
+                body += u"\\ No newline at end of file\n"_s;
+            newCount += line.marker != u'-' ? 1 : 0;
+        }
+        const qint64 newStart = (hunk.oldCount == 0 ? hunk.oldStart + 1 : hunk.oldStart) + shift;
+        text += u"@@ -%1,%2 +%3,%4 @@\n"_s.arg(hunk.oldStart)
+                    .arg(hunk.oldCount)
+                    .arg(newCount == 0 ? newStart - 1 : newStart)
+                    .arg(newCount)
+                + body;
+        shift += newCount - hunk.oldCount;
+    }
+    return text;
 }
 
 std::optional<QString> applyChosenChanges(QStringView text, PatchSide side, const FilePatch &patch,

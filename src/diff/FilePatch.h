@@ -41,9 +41,6 @@ struct FilePatch {
     QSet<qsizetype> changedLineIds() const;
 };
 
-// The diffs of each file in a diff of several, each from its "diff --git" line.
-QStringList splitFileDiffs(QStringView diffText);
-
 // The hunks of a single file's diff; nothing for a binary diff, one without
 // hunks, or one whose hunks do not add up to their headers.
 std::optional<FilePatch> parseFilePatch(QStringView diffText);
@@ -55,6 +52,11 @@ enum class PatchSide {
     // The new text: the chosen changes are undone (what a partial discard leaves).
     changed,
 };
+
+// The hunks of a patch that makes only the chosen changes to the old text
+// (the same old lines, the unchosen removals kept as context, the unchosen
+// additions left out), as unified diff text; empty when nothing is chosen.
+QString chosenHunksText(const FilePatch &patch, const QSet<qsizetype> &chosen);
 
 // The text with only the chosen changes (by line id) made, or undone; the
 // rest of the text is left exactly as it was. Nothing when the text does not

@@ -1,7 +1,9 @@
 #include "git/GitBackend.h"
 
+#include "diff/FilePatch.h"
 #include "git/GitHistoryPager.h"
 #include "git/GitParsers.h"
+#include "git/GitPatchText.h"
 #include "git/GitSnapshot.h"
 #include "git/GitTool.h"
 #include "process/CommitMessage.h"
@@ -128,12 +130,28 @@ public:
         return *objects;
     }
 
-    QStringList trackedFileDiffs(const QString &repositoryPath, const QStringList &paths) const override
+    // The chosen hunks alone, far smaller than the whole file for git to
+    // read, where they make exactly the chosen version.
+    static QString chosenFilePatch(const ChosenChanges &changes, const ChosenVersion &version, bool isNew,
+                                   bool executable)
     {
-        // Without a commit each file is compared with the index on its own.
-        if (!hasCommits(repositoryPath))
-            return mapped(paths, [&](const QString &path) { return trackedFileDiff(repositoryPath, path, {}); });
-        return ToolBackend::trackedFileDiffs(repositoryPath, paths);
+        const QString &path = changes.file.path;
+        if (const std::optional<FilePatch> shown = parseFilePatch(changes.shownDiff)) {
+            const QString patch = filePatch(path, chosenHunksText(*shown, changes.lines), isNew, executable);
+            const std::optional<FilePatch> made = parseFilePatch(patch);
+            if (made
+                && applyChosenChanges(version.parent, PatchSide::old, *made, made->changedLineIds()) == version.committed)
+                return patch;
+        }
+        return wholeFilePatch(path, version.parent, version.committed, isNew, executable);
+    }
+
+    static void applyToIndex(const QString &repositoryPath, const QString &patch, RunControl control,
+                             const QList<ChosenChanges> &chosen)
+    {
+        control.input = patch.toUtf8();
+        if (Tool::run(Tool::applyToIndexCommand(), repositoryPath, control).status != 0)
+            refuseAsChanged(chosen);
     }
 
     QString metadataFolder(const QString &repositoryPath) const override
@@ -178,53 +196,58 @@ public:
 
     // Through an index of its own, so that nothing the person staged is
     // committed unless chosen, and the working files are never touched.
+    // The chosen versions go into an index as a patch from HEAD's files: it
+    // does not apply to a file that changed since its diff was shown. When
+    // nothing else is staged that index is the person's own, which the commit
+    // leaves as a commit of paths would; else it is one of Tillery's own, so
+    // that nothing else staged is committed, and the person's index takes
+    // the chosen versions only where nothing else was staged for them.
     void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
                       const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
                       const QString &userName) const override
     {
-        const QList<QByteArray> versions = committedVersions(*this, repositoryPath, chosen);
+        const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
+        const CommandOutput stagedNames = Tool::run(Tool::stagedNamesCommand(), repositoryPath);
+        const bool hasHead = stagedNames.status == 0;
+        QSet<QString> stagedPaths;
+        for (const QByteArray &name : stagedNames.standardOutput.split('\0')) {
+            if (!name.isEmpty())
+                stagedPaths.insert(decodeUtf8OrEmpty(name));
+        }
+        QString patch;
+        QString followingPatch;
+        for (qsizetype index = 0; index < chosen.size(); ++index) {
+            const WorkingFile &file = chosen[index].file;
+            const bool isNew = file.state == FileState::added || file.state == FileState::untracked;
+            if (!isNew && versions[index].parent == versions[index].committed)
+                continue;
+            const QString filePatch = chosenFilePatch(chosen[index], versions[index], isNew,
+                                                      QFileInfo(QDir(repositoryPath).filePath(file.path)).isExecutable());
+            patch += filePatch;
+            if (file.state == FileState::untracked || (hasHead && !stagedPaths.contains(file.path)))
+                followingPatch += filePatch;
+        }
+        const QString message = composeCommitMessage(summary, description);
+        if (hasHead && stagedPaths.isEmpty()) {
+            applyToIndex(repositoryPath, patch, {}, chosen);
+            if (!wholeFiles.isEmpty())
+                Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
+            Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath);
+            return;
+        }
         const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
         if (!scratch.isValid())
             throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(scratch.errorString()));
-        const QStringList paths = mappedPaths(chosen, [](const ChosenChanges &changes) { return changes.file.path; });
-        // Where the person's index holds what HEAD does, nothing else is staged.
-        const bool hasHead = hasCommits(repositoryPath);
-        const QHash<QString, QString> staged =
-            parseEntryBlobs(outputOf(Tool::indexEntriesCommand(paths), repositoryPath), 1);
-        const QHash<QString, QString> committed =
-            hasHead ? parseEntryBlobs(outputOf(Tool::headEntriesCommand(paths), repositoryPath), 2)
-                    : QHash<QString, QString>();
-
         const RunControl ownIndex{{}, {}, false, {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"index"_s)}}};
         Tool::run(Tool::readHeadTreeCommand(hasHead), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
-        QStringList versionFiles;
-        for (qsizetype index = 0; index < versions.size(); ++index) {
-            versionFiles.append(scratch.filePath(QString::number(index)));
-            if (const std::optional<QString> reason = overwriteFile(versionFiles.last(), versions[index]))
-                throw PlatformFailure(*reason);
-        }
-        const QStringList blobs = parseLines(outputOf(Tool::storeBlobsCommand(versionFiles), repositoryPath));
-        if (blobs.size() != paths.size())
-            throw PlatformFailure(u"Git did not store the chosen versions."_s);
-        QStringList entries;
-        QStringList following;
-        for (qsizetype index = 0; index < paths.size(); ++index) {
-            const bool executable = QFileInfo(QDir(repositoryPath).filePath(paths[index])).isExecutable();
-            entries.append((executable ? u"100755,"_s : u"100644,"_s) + blobs[index] + u',' + paths[index]);
-            if (staged.value(paths[index]) == committed.value(paths[index]))
-                following.append(entries.last());
-        }
-        Tool::run(Tool::setIndexEntriesCommand(entries), repositoryPath, ownIndex);
-        Tool::run(Tool::commitIndexCommand(composeCommitMessage(summary, description), parseIdentity(userName)),
-                  repositoryPath, ownIndex);
-        // The person's index follows the commit: whole files as a commit of
-        // paths stages them, chosen versions where nothing else was staged.
+        applyToIndex(repositoryPath, patch, ownIndex, chosen);
+        Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
-        if (!following.isEmpty())
-            Tool::run(Tool::setIndexEntriesCommand(following), repositoryPath);
+        if (!followingPatch.isEmpty())
+            applyToIndex(repositoryPath, followingPatch, {}, chosen);
     }
 
     void discard(const QString &repositoryPath, const QStringList &paths) const override

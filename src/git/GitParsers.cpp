@@ -437,18 +437,4 @@ std::optional<QList<QByteArray>> parseObjects(QByteArrayView output, qsizetype c
     return objects;
 }
 
-QHash<QString, QString> parseEntryBlobs(QByteArrayView output, int blobField)
-{
-    QHash<QString, QString> blobs;
-    for (const QByteArray &entry : output.toByteArray().split('\0')) {
-        const qsizetype tab = entry.indexOf('\t');
-        if (tab < 0)
-            continue;
-        const QList<QByteArray> fields = entry.first(tab).split(' ');
-        if (const std::optional<QString> path = decodeUtf8(entry.sliced(tab + 1)); path && fields.size() > blobField)
-            blobs.insert(*path, QString::fromLatin1(fields[blobField]));
-    }
-    return blobs;
-}
-
 } // namespace tillery::git

@@ -64,10 +64,6 @@ void sortBranches(QList<Bookmark> &branches);
 // the commit each ref points at (peeled through annotated tags) to its names.
 QHash<QString, QStringList> parseRefTargets(QByteArrayView output);
 
-// The blob of each path in "ls-files --stage -z" output (its second field)
-// or "ls-tree -z" output (its third).
-QHash<QString, QString> parseEntryBlobs(QByteArrayView output, int blobField);
-
 // The objects "cat-file --batch" printed, in the order asked for; a missing
 // one is empty. Nothing when the output is not as many whole objects.
 std::optional<QList<QByteArray>> parseObjects(QByteArrayView output, qsizetype count);

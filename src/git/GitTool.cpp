@@ -156,12 +156,7 @@ ToolCommand GitTool::upstreamCommand()
 
 ToolCommand GitTool::workingDiffCommand(const QString &path)
 {
-    return workingDiffCommand(QStringList{path});
-}
-
-ToolCommand GitTool::workingDiffCommand(const QStringList &paths)
-{
-    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s} + fileArguments(paths), {0}};
+    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand GitTool::objectsCommand()
@@ -225,20 +220,9 @@ ToolCommand GitTool::readHeadTreeCommand(bool hasHead)
     return {{u"read-tree"_s, hasHead ? u"HEAD"_s : u"--empty"_s}, {0}};
 }
 
-ToolCommand GitTool::storeBlobsCommand(const QStringList &files)
+ToolCommand GitTool::applyToIndexCommand()
 {
-    // The versions are already as the repository keeps them: no filters.
-    return {QStringList{u"hash-object"_s, u"-w"_s, u"--no-filters"_s, u"--"_s} + files, {0}};
-}
-
-ToolCommand GitTool::setIndexEntriesCommand(const QStringList &entries)
-{
-    // The value after --cacheinfo is taken as it is, so a path that looks
-    // like an option stays a path.
-    QStringList arguments{u"update-index"_s, u"--add"_s};
-    for (const QString &entry : entries)
-        arguments << u"--cacheinfo"_s << entry;
-    return {arguments, {0}};
+    return {{u"apply"_s, u"--cached"_s, u"--whitespace=nowarn"_s}, {0, 1}};
 }
 
 ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity)
@@ -250,15 +234,10 @@ ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optio
     return {arguments, {0}};
 }
 
-ToolCommand GitTool::indexEntriesCommand(const QStringList &paths)
+ToolCommand GitTool::stagedNamesCommand()
 {
-    return {QStringList{u"ls-files"_s, u"--stage"_s, u"-z"_s, u"--"_s} + fileArguments(paths), {0}};
-}
-
-ToolCommand GitTool::headEntriesCommand(const QStringList &paths)
-{
-    // ls-tree reads paths as they are, never as patterns.
-    return {QStringList{u"ls-tree"_s, u"-z"_s, u"HEAD"_s, u"--"_s} + paths, {0}};
+    return {{u"diff-index"_s, u"--cached"_s, u"--name-only"_s, u"--no-renames"_s, u"-z"_s, u"HEAD"_s, u"--"_s},
+            {0, 128}};
 }
 
 ToolCommand GitTool::gitFolderCommand()

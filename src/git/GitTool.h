@@ -70,7 +70,6 @@ struct GitTool {
     // Diffs and contents. Revisions and branch names must have been checked
     // with refuseOptionLike() first; paths go through fileArgument().
     static ToolCommand workingDiffCommand(const QString &path);
-    static ToolCommand workingDiffCommand(const QStringList &paths);
     // Reads "<revision>:<path>" lines on its standard input.
     static ToolCommand objectsCommand();
     static ToolCommand stagedDiffCommand(const QString &path);
@@ -94,14 +93,12 @@ struct GitTool {
     // from HEAD (or empty before the first commit), with the chosen versions
     // stored as blobs.
     static ToolCommand readHeadTreeCommand(bool hasHead);
-    // Prints each file's blob id on a line of its own.
-    static ToolCommand storeBlobsCommand(const QStringList &files);
-    // Each entry "mode,blob,path".
-    static ToolCommand setIndexEntriesCommand(const QStringList &entries);
+    // Applies the patch on its standard input to the index only.
+    static ToolCommand applyToIndexCommand();
     static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity);
-    // The files' entries in the index and in HEAD (see parseEntryBlobs).
-    static ToolCommand indexEntriesCommand(const QStringList &paths);
-    static ToolCommand headEntriesCommand(const QStringList &paths);
+    // The files the index holds otherwise than HEAD, NUL-separated; exits
+    // 128 when there is no HEAD yet.
+    static ToolCommand stagedNamesCommand();
     static ToolCommand gitFolderCommand();
     static ToolCommand restoreCommand(const QStringList &paths);
     static ToolCommand forgetNewFilesCommand(const QStringList &paths);

@@ -104,7 +104,8 @@ public:
                       const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
                       const QString &userName) const override
     {
-        const QList<QByteArray> versions = committedVersions(*this, repositoryPath, chosen);
+        const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
+        checkParents(*this, repositoryPath, chosen, versions);
         QStringList chosenPaths;
         QList<WorkingFile> files = wholeFiles;
         for (const ChosenChanges &changes : chosen) {
@@ -116,7 +117,7 @@ public:
         workingFileJournal::save(repositoryPath, metadata, chosenPaths);
         try {
             for (qsizetype index = 0; index < chosenPaths.size(); ++index)
-                writeWorkingFile(repositoryPath, chosenPaths[index], versions[index]);
+                writeWorkingFile(repositoryPath, chosenPaths[index], versions[index].committed.toUtf8());
             Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
                       repositoryPath);
         } catch (...) {

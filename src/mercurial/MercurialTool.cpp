@@ -64,12 +64,7 @@ ToolCommand MercurialTool::pathsCommand()
 
 ToolCommand MercurialTool::workingDiffCommand(const QString &path)
 {
-    return workingDiffCommand(QStringList{path});
-}
-
-ToolCommand MercurialTool::workingDiffCommand(const QStringList &paths)
-{
-    return {QStringList{u"diff"_s, u"--git"_s, u"--"_s} + mappedPaths(paths, fileArgument), {0}};
+    return {{u"diff"_s, u"--git"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand MercurialTool::parentFilesCommand(const QString &folder, const QStringList &paths)

@@ -44,7 +44,6 @@ struct MercurialTool {
     // Diffs and contents. Nodes and revisions must have been checked with
     // refuseOptionLike() first; file arguments are made safe with fileArgument().
     static ToolCommand workingDiffCommand(const QString &path);
-    static ToolCommand workingDiffCommand(const QStringList &paths);
     // Writes the files as the working copy's parent has them into the folder.
     static ToolCommand parentFilesCommand(const QString &folder, const QStringList &paths);
     static ToolCommand changesetFilesCommand(const QString &node);

@@ -44,90 +44,80 @@ QByteArray readWorkingFile(const QString &repositoryPath, const QString &path)
     return file.readAll();
 }
 
-// Each file's diff as it is now, which must be the one shown, with the two
-// texts it lies between; the tool runs once for all diffs and once for all
-// parents.
-struct FileSides {
-    FilePatch patch;
-    QString parent;
-    QString working;
-};
-
 bool isNew(const WorkingFile &file)
 {
     return file.state == FileState::added || file.state == FileState::untracked;
 }
 
-QList<FileSides> checkedSides(const VersionControl &backend, const QString &repositoryPath,
-                              const QList<ChosenChanges> &chosen)
+// The file's parent, as the working file with all the diff's changes
+// undone, and the commit's version; refused when the diff does not fit.
+ChosenVersion versionOf(const ChosenChanges &chosen, const QString &working)
 {
-    QStringList tracked;
-    QStringList withParent;
-    for (const ChosenChanges &changes : chosen) {
-        const QString &path = changes.file.path;
-        if (changes.file.state == FileState::removed || changes.file.state == FileState::missing)
-            throw wholeFileOnly(path, u"it is removed"_s);
-        if (QFileInfo(QDir(repositoryPath).filePath(path)).isSymLink())
-            throw wholeFileOnly(path, u"it is a link"_s);
-        if (changes.file.state != FileState::untracked)
-            tracked.append(path);
-        if (!isNew(changes.file))
-            withParent.append(path);
-    }
-    const QStringList diffs = tracked.isEmpty() ? QStringList() : backend.trackedFileDiffs(repositoryPath, tracked);
-    const QSet<QString> currentDiffs(diffs.cbegin(), diffs.cend());
-    const QList<QByteArray> parents =
-        withParent.isEmpty() ? QList<QByteArray>() : backend.parentContentsOfFiles(repositoryPath, withParent);
-    QList<FileSides> sides;
-    qsizetype nextParent = 0;
-    for (const ChosenChanges &changes : chosen) {
-        const QString &path = changes.file.path;
-        std::optional<FilePatch> patch = parseFilePatch(changes.shownDiff);
-        if (!patch)
-            throw wholeFileOnly(path, u"its differences are not lines of text"_s);
-        const bool current = changes.file.state == FileState::untracked
-                                 ? backend.workingDiff(repositoryPath, changes.file, [] { return false; })
-                                       == changes.shownDiff
-                                 : currentDiffs.contains(changes.shownDiff);
-        if (!current)
-            throw changedSinceShown(path);
-        FileSides fileSides{*patch, isNew(changes.file) ? QString() : checkedText(parents.value(nextParent++), path),
-                            checkedText(readWorkingFile(repositoryPath, path), path)};
-        // A diff shown through a filter, or cut short, would commit something
-        // else than the file holds.
-        if (applyChosenChanges(fileSides.parent, PatchSide::old, fileSides.patch, fileSides.patch.changedLineIds())
-            != fileSides.working)
-            throw wholeFileOnly(path, u"its differences do not describe it exactly"_s);
-        sides.append(fileSides);
-    }
-    return sides;
+    const QString &path = chosen.file.path;
+    const std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
+    if (!patch)
+        throw wholeFileOnly(path, u"its differences are not lines of text"_s);
+    const std::optional<QString> parent =
+        applyChosenChanges(working, PatchSide::changed, *patch, patch->changedLineIds());
+    if (!parent || (isNew(chosen.file) && !parent->isEmpty()))
+        throw changedSinceShown(path);
+    return {*parent, applyChosenChanges(*parent, PatchSide::old, *patch, chosen.lines).value_or(QString())};
 }
 
-QByteArray applied(const QString &text, PatchSide side, const FileSides &sides, const ChosenChanges &chosen)
+QString checkedWorkingText(const QString &repositoryPath, const WorkingFile &file)
 {
-    const std::optional<QString> result = applyChosenChanges(text, side, sides.patch, chosen.lines);
-    if (!result)
-        throw changedSinceShown(chosen.file.path);
-    return result->toUtf8();
+    if (file.state == FileState::removed || file.state == FileState::missing)
+        throw wholeFileOnly(file.path, u"it is removed"_s);
+    if (QFileInfo(QDir(repositoryPath).filePath(file.path)).isSymLink())
+        throw wholeFileOnly(file.path, u"it is a link"_s);
+    return checkedText(readWorkingFile(repositoryPath, file.path), file.path);
 }
 
 } // namespace
 
-QList<QByteArray> committedVersions(const VersionControl &backend, const QString &repositoryPath,
-                                    const QList<ChosenChanges> &chosen)
+QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QList<ChosenChanges> &chosen)
 {
-    const QList<FileSides> sides = checkedSides(backend, repositoryPath, chosen);
-    QList<QByteArray> versions;
-    for (qsizetype index = 0; index < chosen.size(); ++index)
-        versions.append(applied(sides[index].parent, PatchSide::old, sides[index], chosen[index]));
+    QList<ChosenVersion> versions;
+    versions.reserve(chosen.size());
+    for (const ChosenChanges &changes : chosen)
+        versions.append(versionOf(changes, checkedWorkingText(repositoryPath, changes.file)));
     return versions;
 }
 
-QByteArray workingVersionWithout(const VersionControl &backend, const QString &repositoryPath,
-                                 const ChosenChanges &chosen)
+void checkParents(const VersionControl &backend, const QString &repositoryPath, const QList<ChosenChanges> &chosen,
+                  const QList<ChosenVersion> &versions)
 {
-    const FileSides sides = checkedSides(backend, repositoryPath, {chosen}).first();
-    return applied(sides.working, PatchSide::changed, sides, chosen);
+    QStringList paths;
+    QList<qsizetype> places;
+    for (qsizetype index = 0; index < chosen.size(); ++index) {
+        if (!isNew(chosen[index].file)) {
+            paths.append(chosen[index].file.path);
+            places.append(index);
+        }
+    }
+    if (paths.isEmpty())
+        return;
+    const QList<QByteArray> parents = backend.parentContentsOfFiles(repositoryPath, paths);
+    for (qsizetype index = 0; index < paths.size(); ++index) {
+        if (parents.value(index) != versions[places[index]].parent.toUtf8())
+            throw changedSinceShown(paths[index]);
+    }
+}
+
+QByteArray workingVersionWithout(const QString &repositoryPath, const ChosenChanges &chosen)
+{
+    const QString working = checkedWorkingText(repositoryPath, chosen.file);
+    versionOf(chosen, working);
+    const std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
+    return applyChosenChanges(working, PatchSide::changed, *patch, chosen.lines).value_or(working).toUtf8();
+}
+
+void refuseAsChanged(const QList<ChosenChanges> &chosen)
+{
+    if (chosen.size() == 1)
+        throw changedSinceShown(chosen.first().file.path);
+    throw RefusedInput(u"Some of the files changed after their differences were shown. Look at them again and "
+                       "choose the lines anew."_s);
 }
 
 QString backUpWorkingFile(const QString &repositoryPath, const QString &metadataFolder, const QString &path)

@@ -11,18 +11,30 @@ namespace tillery {
 class VersionControl;
 
 // The steps of committing or discarding some of a file's changes that both
-// kinds take the same way. Each refuses (RefusedInput) a file whose diff is
-// no longer the one the changes were chosen in, and one whose changes cannot
-// be taken apart (binary, not UTF-8 text, removed, a link).
+// kinds take the same way. Each works from the working file and the diff the
+// changes were chosen in, and refuses (RefusedInput) a file the diff no
+// longer describes (it changed since) and one whose changes cannot be taken
+// apart (binary, not UTF-8 text, removed, a link).
 
-// Each file as a commit of only the chosen changes records it: its
-// parent's text with them made.
-QList<QByteArray> committedVersions(const VersionControl &backend, const QString &repositoryPath,
-                                    const QList<ChosenChanges> &chosen);
+// A file as its parent has it according to the diff (empty for a new file),
+// and as a commit of only the chosen changes records it.
+struct ChosenVersion {
+    QString parent;
+    QString committed;
+};
+QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QList<ChosenChanges> &chosen);
+
+// Refuses the versions when a parent is not what the working copy's parent
+// really holds: the file changed since its diff was shown. (Where the tool
+// checks that itself while it commits, this is not needed.)
+void checkParents(const VersionControl &backend, const QString &repositoryPath, const QList<ChosenChanges> &chosen,
+                  const QList<ChosenVersion> &versions);
 
 // The working file with the chosen changes undone.
-QByteArray workingVersionWithout(const VersionControl &backend, const QString &repositoryPath,
-                                 const ChosenChanges &chosen);
+QByteArray workingVersionWithout(const QString &repositoryPath, const ChosenChanges &chosen);
+
+// The refusal for files that changed after their diffs were shown.
+[[noreturn]] void refuseAsChanged(const QList<ChosenChanges> &chosen);
 
 // Copies the working file to a new folder under the metadata folder, where
 // a discard keeps what it removes; the copy's path.

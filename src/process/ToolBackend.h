@@ -1,6 +1,5 @@
 #pragma once
 
-#include "diff/FilePatch.h"
 #include "process/BackendSteps.h"
 #include "process/ChosenChangeSteps.h"
 #include "process/Failure.h"
@@ -24,11 +23,6 @@ public:
         if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
             return *diff;
         return trackedFileDiff(repositoryPath, file.path, RunControl{isCancelled, {}});
-    }
-
-    QStringList trackedFileDiffs(const QString &repositoryPath, const QStringList &paths) const override
-    {
-        return splitFileDiffs(text(Tool::workingDiffCommand(paths), repositoryPath));
     }
 
     QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
@@ -124,7 +118,7 @@ public:
 
     QString discardChosen(const QString &repositoryPath, const ChosenChanges &chosen) const override
     {
-        const QByteArray kept = workingVersionWithout(*this, repositoryPath, chosen);
+        const QByteArray kept = workingVersionWithout(repositoryPath, chosen);
         const QString copy = backUpWorkingFile(repositoryPath, metadataFolder(repositoryPath), chosen.file.path);
         writeWorkingFile(repositoryPath, chosen.file.path, kept);
         return copy;

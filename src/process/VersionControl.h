@@ -57,9 +57,6 @@ public:
     // without the tool.
     virtual QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
                                 const CancellationCheck &isCancelled) const = 0;
-    // The diffs of several tracked files in one run, each as workingDiff
-    // gives it.
-    virtual QStringList trackedFileDiffs(const QString &repositoryPath, const QStringList &paths) const = 0;
     // The files as the working copy's parent has them, read in one run.
     virtual QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const = 0;
     // The files a changeset touched (a rename under its new name), sorted.

@@ -20,10 +20,11 @@ const QByteArray tenLines = "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n";
 const QByteArray tenChanged = "1\ntwo\n3\n4\n5\n6\n7\n8\nnine\n10\n";
 
 struct Scene {
-    explicit Scene(RepositoryKind repositoryKind)
+    explicit Scene(RepositoryKind repositoryKind, const QString &fileName = u"f.txt"_s)
         : backend(versionControl(repositoryKind))
         , repository(test::makeFixture(repositoryKind))
         , isGit(repositoryKind == RepositoryKind::git)
+        , name(fileName)
     {
         repository->write(u"other.txt"_s, "other\n");
     }
@@ -32,9 +33,9 @@ struct Scene {
     void prepare(const QByteArray &committed, const QByteArray &working) const
     {
         if (!committed.isNull())
-            repository->write(u"f.txt"_s, committed);
+            repository->write(name, committed);
         repository->commitAll(u"base"_s);
-        repository->write(u"f.txt"_s, working);
+        repository->write(name, working);
     }
 
     // The file's changes as the Changes page shows them, those at the
@@ -43,7 +44,7 @@ struct Scene {
     {
         WorkingFile file;
         for (const WorkingFile &changed : backend.loadSnapshot(path()).files) {
-            if (changed.path == u"f.txt"_s)
+            if (changed.path == name)
                 file = changed;
         }
         const QString diff = backend.workingDiff(path(), file, [] { return false; });
@@ -60,13 +61,14 @@ struct Scene {
     QByteArray committedFile(const QString &path) const
     {
         return repository->tool(isGit ? QStringList{u"show"_s, u"HEAD:"_s + path}
-                                      : QStringList{u"cat"_s, u"-r"_s, u"."_s, path});
+                                      : QStringList{u"cat"_s, u"-r"_s, u"."_s, u"--"_s, u"path:"_s + path});
     }
     QString path() const { return repository->path(); }
 
     const VersionControl &backend;
     std::unique_ptr<test::RepositoryFixture> repository;
     bool isGit;
+    QString name;
 };
 
 void addRowsForBothKinds(const char *name, const std::function<void(QTestData &)> &fill)
@@ -93,17 +95,25 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("working");
         QTest::addColumn<QList<int>>("chosen");
         QTest::addColumn<QByteArray>("expected");
+        // Another file staged outside Tillery, where the kind has an index.
+        QTest::addColumn<bool>("otherStaged");
+        QTest::addColumn<QString>("name");
         addRowsForBothKinds("part of a hunk", [](QTestData &row) {
-            row << tenLines << tenChanged << QList<int>{0, 1} << "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba;
+            row << tenLines << tenChanged << QList<int>{0, 1} << "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba << true
+                << u"f.txt"_s;
         });
         addRowsForBothKinds("no final line feed", [](QTestData &row) {
-            row << "a\nb"_ba << "a\nb\nc"_ba << QList<int>{0, 1} << "a\nb\n"_ba;
+            row << "a\nb"_ba << "a\nb\nc"_ba << QList<int>{0, 1} << "a\nb\n"_ba << false << u"f.txt"_s;
         });
         addRowsForBothKinds("CR LF", [](QTestData &row) {
-            row << "a\r\nb\r\nc\r\n"_ba << "a\r\nB\r\nc\r\nd\r\n"_ba << QList<int>{2} << "a\r\nb\r\nc\r\nd\r\n"_ba;
+            row << "a\r\nb\r\nc\r\n"_ba << "a\r\nB\r\nc\r\nd\r\n"_ba << QList<int>{2} << "a\r\nb\r\nc\r\nd\r\n"_ba
+                << true << u"f.txt"_s;
         });
-        addRowsForBothKinds("new file", [](QTestData &row) {
-            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba;
+        addRowsForBothKinds("new file, hostile name", [](QTestData &row) {
+            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba << false << u"-n \"q\" \\ *.txt"_s;
+        });
+        addRowsForBothKinds("new file, others staged", [](QTestData &row) {
+            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba << true << u"f.txt"_s;
         });
     }
     void committingChosenLines()
@@ -112,20 +122,24 @@ private Q_SLOTS:
         QFETCH(QByteArray, committed);
         QFETCH(QByteArray, working);
         QFETCH(QList<int>, chosen);
-        const Scene scene(kind);
+        QFETCH(bool, otherStaged);
+        QFETCH(QString, name);
+        const Scene scene(kind, name);
         scene.prepare(committed, working);
         // Staged outside Tillery and not chosen: neither committed nor unstaged.
         scene.repository->write(u"other.txt"_s, "staged\n");
-        if (scene.isGit)
+        if (scene.isGit && otherStaged)
             scene.repository->tool({u"add"_s, u"other.txt"_s});
 
         scene.backend.commitChosen(scene.path(), {}, {scene.choose(chosen)}, u"Part"_s, QString(), QString());
-        QTEST(scene.committedFile(u"f.txt"_s), "expected");
-        QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), working);
+        QTEST(scene.committedFile(name), "expected");
+        QCOMPARE(test::readFile(scene.repository->filePath(name)), working);
         QCOMPARE(scene.committedFile(u"other.txt"_s), "other\n"_ba);
-        const QByteArray status = scene.repository->tool(
-            scene.isGit ? QStringList{u"status"_s, u"--porcelain"_s} : QStringList{u"status"_s});
-        QCOMPARE(status, scene.isGit ? " M f.txt\nM  other.txt\n"_ba : "M f.txt\nM other.txt\n"_ba);
+        const QByteArray status = scene.repository->tool(scene.isGit ? QStringList{u"status"_s, u"--porcelain=v1"_s, u"-z"_s}
+                                                                      : QStringList{u"status"_s, u"-0"_s});
+        const QByteArray other = scene.isGit ? (otherStaged ? "M  other.txt"_ba : " M other.txt"_ba) : "M other.txt"_ba;
+        const QByteArray file = (scene.isGit ? " M "_ba : "M "_ba) + name.toUtf8();
+        QCOMPARE(status, name < u"other.txt"_s ? file + '\0' + other + '\0' : other + '\0' + file + '\0');
     }
 
     // What cannot be taken apart, or changed after its diff was shown, is refused and nothing is committed.

@@ -71,6 +71,11 @@ private Q_SLOTS:
         for (const int index : chosen)
             chosenIds.insert(ids.at(index));
         QTEST(applyChosenChanges(oldText, PatchSide::old, *patch, chosenIds).value_or(u"(refused)"_s), "committed");
+        // The chosen hunks alone make the same commit.
+        const std::optional<FilePatch> hunks = parseFilePatch(u"--- a/f\n+++ b/f\n"_s + chosenHunksText(*patch, chosenIds));
+        QVERIFY(hunks);
+        QTEST(applyChosenChanges(oldText, PatchSide::old, *hunks, hunks->changedLineIds()).value_or(u"(refused)"_s),
+              "committed");
         QTEST(applyChosenChanges(newText, PatchSide::changed, *patch, chosenIds).value_or(u"(refused)"_s), "discarded");
 
         const QSet<qsizetype> all(ids.cbegin(), ids.cend());
