@@ -110,7 +110,7 @@ private Q_SLOTS:
                 << true << u"f.txt"_s;
         });
         addRowsForBothKinds("new file, hostile name", [](QTestData &row) {
-            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba << false << u"-n \"q\" \\ *.txt"_s;
+            row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba << false << u"\"q\" -n \\ *\t.txt"_s;
         });
         addRowsForBothKinds("new file, others staged", [](QTestData &row) {
             row << QByteArray() << "x\ny\n"_ba << QList<int>{1} << "y\n"_ba << true << u"f.txt"_s;
