@@ -11,6 +11,7 @@
 
 namespace tillery {
 
+class ChosenLines;
 class Desktop;
 class DiffSelection;
 class ModelSettings;
@@ -23,6 +24,7 @@ class Workspace;
 struct ActionContext {
     Workspace &workspace;
     DiffSelection &selection;
+    ChosenLines &chosen;
     ModelSettings &settings;
     Prompts &prompts;
     Desktop &desktop;

@@ -38,10 +38,12 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_workspace(new Workspace(this))
     , m_historyBrowser(new HistoryBrowser(m_pool, *m_workspace, this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_historyBrowser, *m_activity, m_settings, m_pool, this))
+    , m_chosenLines(new ChosenLines(*m_workspace, *m_diffSelection, this))
     , m_annotation(new Annotation(*m_workspace, *m_diffSelection, m_pool, this))
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
                 *m_diffSelection,
+                *m_chosenLines,
                 m_settings,
                 services.prompts,
                 services.desktop,
@@ -138,6 +140,7 @@ void AppModel::rememberSelection()
 void AppModel::clearRepositoryState()
 {
     m_workspace->clearSnapshot();
+    m_chosenLines->clear();
     m_diffSelection->clearForRepositorySwitch();
 }
 

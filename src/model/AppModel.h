@@ -6,6 +6,7 @@
 #include "model/Background.h"
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
+#include "model/ChosenLines.h"
 #include "model/DiffSelection.h"
 #include "model/HistoryBrowser.h"
 #include "model/HistoryNavigation.h"
@@ -62,6 +63,12 @@ public:
     const RepositoryIcons &icons() const { return *m_icons; }
     const Workspace &workspace() const { return *m_workspace; }
     const DiffSelection &diffSelection() const { return *m_diffSelection; }
+    const ChosenLines &chosenLines() const { return *m_chosenLines; }
+    // Lines of the diff on screen chosen for the commit, or left out.
+    void setShownLinesChosen(qsizetype first, qsizetype last, bool chosen)
+    {
+        m_chosenLines->setShownLinesChosen(first, last, chosen);
+    }
     const HistoryBrowser &historyBrowser() const { return *m_historyBrowser; }
     const ActivityState &activityState() const { return *m_activity; }
     const Annotation &annotation() const { return *m_annotation; }
@@ -128,6 +135,9 @@ public:
     bool canCommit() const { return m_workingCopy.canCommit(); }
     void commit() { m_workingCopy.commit(); }
     void discardSelected() { m_workingCopy.discardSelected(); }
+    // Undoes the added and removed lines among unified lines first to last of
+    // the diff on screen (a hunk's header for the hunk), after asking.
+    void discardShownLines(qsizetype first, qsizetype last) { m_workingCopy.discardShownLines(first, last); }
     void discardAll() { m_workingCopy.discardAll(); }
     void stashAll() { m_workingCopy.stashAll(); }
 
@@ -210,6 +220,7 @@ private:
     Workspace *m_workspace;
     HistoryBrowser *m_historyBrowser;
     DiffSelection *m_diffSelection;
+    ChosenLines *m_chosenLines;
     Annotation *m_annotation;
     Operations m_operations;
     ActionContext m_context;

@@ -2,6 +2,7 @@
 
 #include "integrations/IgnoreFile.h"
 #include "model/ActionContext.h"
+#include "model/ChosenLines.h"
 #include "model/Desktop.h"
 #include "model/DiffSelection.h"
 #include "model/Prompts.h"
@@ -36,8 +37,9 @@ bool WorkingCopyActions::canCommit() const
         return false;
     const QSet<QString> &marked = m_context.selection.selectedFilePaths();
     const QList<WorkingFile> &files = m_context.workspace.snapshot().files;
-    return std::any_of(files.cbegin(), files.cend(),
-                       [&marked](const WorkingFile &file) { return marked.contains(file.path); });
+    return std::any_of(files.cbegin(), files.cend(), [&marked](const WorkingFile &file) {
+        return marked.contains(file.path);
+    }) || !m_context.chosen.partlyChosen(files).isEmpty();
 }
 
 void WorkingCopyActions::commit()
@@ -50,19 +52,48 @@ void WorkingCopyActions::commit()
         if (m_context.selection.selectedFilePaths().contains(file.path))
             files.append(file);
     }
+    const QList<ChosenChanges> chosen = m_context.chosen.partlyChosen(workspace.snapshot().files);
     const std::optional<ActionContext::Selected> target = m_context.selected();
     if (!target)
         return;
     m_context.operations.perform(
         u"Committing changes"_s,
-        [backend = &target->backend, path = target->repository.path, files, summary = workspace.commitSummary(),
-         description = workspace.commitDescription(),
-         userName = workspace.commitUsername()] { backend->commit(path, files, summary, description, userName); },
+        [backend = &target->backend, path = target->repository.path, files, chosen,
+         summary = workspace.commitSummary(), description = workspace.commitDescription(),
+         userName = workspace.commitUsername()] {
+            if (chosen.isEmpty())
+                backend->commit(path, files, summary, description, userName);
+            else
+                backend->commitChosen(path, files, chosen, summary, description, userName);
+        },
         [this](Done) {
             m_context.workspace.setCommitSummary(QString());
             m_context.workspace.setCommitDescription(QString());
+            m_context.chosen.clear();
             m_context.refresh();
         });
+}
+
+void WorkingCopyActions::discardShownLines(qsizetype first, qsizetype last)
+{
+    const std::optional<ChosenChanges> changes = m_context.chosen.shownChanges(first, last);
+    const std::optional<ActionContext::Selected> target = m_context.selected();
+    if (!changes || !target)
+        return;
+    const qsizetype count = changes->lines.size();
+    const QString message = count == 1 ? u"Discard this changed line?"_s
+                                       : u"Discard these %1 changed lines?"_s.arg(count);
+    const QString explanation =
+        u"They will be undone in “%1”. A copy of the file as it is now is kept in the folder “%2” "
+        "of the repository's %3 folder."_s.arg(changes->file.path, u"tillery/discarded"_s,
+                                                target->backend.traits().kind == RepositoryKind::git ? u".git"_s
+                                                                                                     : u".hg"_s);
+    if (m_context.prompts.alert({message, explanation, {u"Discard"_s, u"Cancel"_s}}) != 0)
+        return;
+    m_context.runAndRefresh(u"Discarding lines"_s, [changes = *changes](const VersionControl &backend,
+                                                                        const QString &path) {
+        backend.discardChosen(path, changes);
+    });
 }
 
 void WorkingCopyActions::discardSelected()

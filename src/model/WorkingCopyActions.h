@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QtGlobal>
 
 namespace tillery {
 
@@ -20,6 +21,10 @@ public:
     // Commits the files marked for commit (untracked ones are added first).
     // The summary and description are cleared only when it succeeds.
     void commit();
+    // Undoes the added and removed lines among unified lines first to last of
+    // the diff on screen, after asking; the file as it was is kept in a copy,
+    // which the activity row names.
+    void discardShownLines(qsizetype first, qsizetype last);
     // Restores the tracked files of the Changes list's selection and moves
     // its untracked files to the Trash, after asking.
     void discardSelected();

@@ -30,8 +30,11 @@ void ChangedFileDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
     if (index.flags() & Qt::ItemIsUserCheckable) {
         QStyleOptionButton check;
         check.rect = checkBoxRect(option.rect);
+        const int state = index.data(Qt::CheckStateRole).toInt();
         check.state = QStyle::State_Enabled
-                      | (index.data(Qt::CheckStateRole).toInt() == Qt::Checked ? QStyle::State_On : QStyle::State_Off);
+                      | (state == Qt::Checked             ? QStyle::State_On
+                         : state == Qt::PartiallyChecked ? QStyle::State_NoChange
+                                                          : QStyle::State_Off);
         style->drawPrimitive(QStyle::PE_IndicatorCheckBox, &check, painter, option.widget);
     }
 
@@ -84,6 +87,7 @@ bool ChangedFileDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, 
         const int key = static_cast<QKeyEvent *>(event)->key();
         if (key != Qt::Key_Space && key != Qt::Key_Select)
             return false;
+        // Some lines chosen, a click takes the whole file.
         const bool checked = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
         model->setData(index, checked ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
         return true;

@@ -14,10 +14,12 @@ ChangedFilesModel::ChangedFilesModel(AppModel &model, Source source, QObject *pa
         m_files = model.workspace().snapshot().files;
         connect(&model.workspace(), &Workspace::snapshotChanged, this,
                 [this] { showFiles(m_model.workspace().snapshot().files); });
-        connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, [this] {
+        const auto showMarks = [this] {
             if (rowCount() > 0)
                 Q_EMIT dataChanged(index(0), index(rowCount() - 1), {Qt::CheckStateRole});
-        });
+        };
+        connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, showMarks);
+        connect(&model.chosenLines(), &ChosenLines::changed, this, showMarks);
     } else {
         m_files = model.diffSelection().changesetFiles();
         connect(&model.diffSelection(), &DiffSelection::changesetFilesChanged, this,
@@ -61,7 +63,7 @@ QVariant ChangedFilesModel::data(const QModelIndex &index, int role) const
     case Qt::CheckStateRole:
         if (m_source != Source::workingCopy)
             return QVariant();
-        return m_model.diffSelection().selectedFilePaths().contains(file.path) ? Qt::Checked : Qt::Unchecked;
+        return m_model.chosenLines().fileState(file.path);
     case StateRole:
         return static_cast<int>(file.state);
     default:
@@ -75,7 +77,8 @@ bool ChangedFilesModel::setData(const QModelIndex &index, const QVariant &value,
         return false;
     QSet<QString> marked = m_model.diffSelection().selectedFilePaths();
     const QString &path = fileAt(index.row()).path;
-    if (value.toInt() == Qt::Checked)
+    // A file with some lines chosen is taken whole.
+    if (value.toInt() != Qt::Unchecked)
         marked.insert(path);
     else
         marked.remove(path);

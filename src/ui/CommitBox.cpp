@@ -27,6 +27,7 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     m_description->setMinimumHeight(64);
     m_description->setTabChangesFocus(true);
     frameDescription();
+    m_commit->setObjectName(u"commitButton"_s);
     m_commit->setDefault(true);
     followButtonAppearance(m_commit, settings, true);
 
@@ -56,6 +57,7 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     });
     connect(&model.workspace(), &Workspace::snapshotChanged, this, &CommitBox::update);
     connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, &CommitBox::update);
+    connect(&model.chosenLines(), &ChosenLines::changed, this, &CommitBox::update);
     connect(&model.activityState(), &ActivityState::isBusyChanged, this, &CommitBox::update);
 
     auto *layout = new QVBoxLayout(this);
@@ -89,7 +91,7 @@ void CommitBox::update()
     qsizetype marked = 0;
     const QSet<QString> &paths = m_model.diffSelection().selectedFilePaths();
     for (const WorkingFile &file : m_model.workspace().snapshot().files)
-        marked += paths.contains(file.path) ? 1 : 0;
+        marked += paths.contains(file.path) || m_model.chosenLines().fileState(file.path) != Qt::Unchecked ? 1 : 0;
     m_commit->setText(tr("Commit %n File(s)", nullptr, static_cast<int>(marked)));
     m_commit->setEnabled(m_model.canCommit());
 }

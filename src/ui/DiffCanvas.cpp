@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QStyleOptionButton>
 
 #include <array>
 
@@ -51,6 +52,15 @@ void DiffCanvas::setLayout(Layout layout)
     viewport()->update();
 }
 
+void DiffCanvas::setChoices(ChoiceState state)
+{
+    const bool hadColumn = static_cast<bool>(m_choices);
+    m_choices = std::move(state);
+    if (hadColumn != static_cast<bool>(m_choices))
+        updateScrollBars();
+    viewport()->update();
+}
+
 qsizetype DiffCanvas::rowCount() const
 {
     return m_layout == Layout::unified ? m_document.unifiedLines.size() : m_document.splitLines.size();
@@ -66,7 +76,7 @@ int DiffCanvas::contentWidth() const
     if (m_layout == Layout::split)
         return 2 * splitHalfWidth() + 1;
     const qint64 text = m_widestLineWidth + 2 * textPadding;
-    return static_cast<int>(std::min<qint64>(2 * gutterWidth + 1 + text, 1 << 24));
+    return static_cast<int>(std::min<qint64>(choiceColumnWidth() + 2 * gutterWidth + 1 + text, 1 << 24));
 }
 
 void DiffCanvas::updateScrollBars()
@@ -110,7 +120,12 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
         painter.fillRect(x, y, width, rowHeight, highlight);
     }
     const QColor gutter = gutterColor(palette());
-    painter.fillRect(x, y, gutters * gutterWidth, rowHeight, gutter);
+    const int choices = choiceColumnWidth();
+    painter.fillRect(x, y, choices + gutters * gutterWidth, rowHeight, gutter);
+    if (choices > 0)
+        paintChoice(painter, line, x, y);
+    x += choices;
+    width -= choices;
     painter.fillRect(x + gutters * gutterWidth, y, 1, rowHeight, palette().color(QPalette::Mid));
     if (!line)
         return;
@@ -129,6 +144,52 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
     codeText::draw(painter, textX, y, rowHeight, std::as_const(m_document).textOf(*line), m_style.option);
     painter.restore();
+}
+
+void DiffCanvas::paintChoice(QPainter &painter, const PresentedDiffLine *line, int x, int y)
+{
+    const std::optional<Qt::CheckState> state =
+        line ? m_choices(line - std::as_const(m_document).unifiedLines.constData()) : std::nullopt;
+    if (!state)
+        return;
+    QStyleOptionButton box;
+    box.rect = QRect(x + (choiceWidth - 14) / 2, y + (rowHeight - 14) / 2, 14, 14);
+    box.state = QStyle::State_Enabled
+                | (*state == Qt::Checked            ? QStyle::State_On
+                   : *state == Qt::PartiallyChecked ? QStyle::State_NoChange
+                                                    : QStyle::State_Off);
+    style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &box, &painter, this);
+}
+
+QList<qsizetype> DiffCanvas::selectedUnifiedLines() const
+{
+    QList<qsizetype> lines;
+    if (m_selectionAnchor < 0 || rowCount() == 0)
+        return lines;
+    const qsizetype last = std::min(std::max(m_selectionAnchor, m_selectionEnd), rowCount() - 1);
+    for (qsizetype row = std::min(m_selectionAnchor, m_selectionEnd); row <= last; ++row) {
+        if (m_layout == Layout::unified) {
+            lines.append(row);
+            continue;
+        }
+        const SplitDiffLine &split = m_document.splitLines[row];
+        const qint32 side = m_selectionOnRight ? split.right : split.left;
+        if (side >= 0)
+            lines.append(side);
+    }
+    return lines;
+}
+
+qsizetype DiffCanvas::unifiedLineAt(const QPoint &point) const
+{
+    if (rowCount() == 0
+        || static_cast<qint64>(verticalScrollBar()->value()) + point.y() >= static_cast<qint64>(rowCount()) * rowHeight)
+        return -1;
+    const qsizetype row = rowAt(point.y());
+    if (m_layout == Layout::unified)
+        return row;
+    const SplitDiffLine &split = m_document.splitLines[row];
+    return point.x() + horizontalScrollBar()->value() > splitHalfWidth() ? split.right : split.left;
 }
 
 void DiffCanvas::paintEvent(QPaintEvent *)
@@ -211,8 +272,17 @@ void DiffCanvas::mousePressEvent(QMouseEvent *event)
         return;
     }
     const int contentX = event->position().toPoint().x() + horizontalScrollBar()->value();
-    selectRows(rowAt(event->position().toPoint().y()), rowAt(event->position().toPoint().y()),
-               m_layout == Layout::split && contentX > splitHalfWidth());
+    const bool onRight = m_layout == Layout::split && contentX > splitHalfWidth();
+    // A click on a box chooses rather than selects.
+    const int paneX = onRight ? contentX - splitHalfWidth() - 1 : contentX;
+    if (m_choices && paneX < choiceWidth) {
+        const qsizetype line = unifiedLineAt(event->position().toPoint());
+        if (line >= 0 && m_choices(line)) {
+            Q_EMIT choiceClicked(line, event->modifiers() & Qt::ShiftModifier);
+            return;
+        }
+    }
+    selectRows(rowAt(event->position().toPoint().y()), rowAt(event->position().toPoint().y()), onRight);
 }
 
 void DiffCanvas::mouseMoveEvent(QMouseEvent *event)
@@ -227,6 +297,10 @@ void DiffCanvas::keyPressEvent(QKeyEvent *event)
 {
     if (event->matches(QKeySequence::Copy)) {
         copySelection();
+        return;
+    }
+    if (event->key() == Qt::Key_Space && m_choices && m_selectionAnchor >= 0) {
+        Q_EMIT choiceKeyPressed(selectedUnifiedLines());
         return;
     }
     if (event->matches(QKeySequence::SelectAll) && rowCount() > 0) {

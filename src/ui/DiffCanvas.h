@@ -6,6 +6,8 @@
 
 #include <QAbstractScrollArea>
 
+#include <functional>
+#include <optional>
 #include <span>
 
 namespace tillery {
@@ -23,12 +25,24 @@ public:
     static constexpr int gutterWidth = 45;
     static constexpr int textPadding = 9;
     static constexpr int minimumHalfWidth = 360;
+    static constexpr int choiceWidth = 22;
+
+    // Whether a unified line is chosen (for a hunk's header: all, some or
+    // none of its lines); nothing for a line that cannot be.
+    using ChoiceState = std::function<std::optional<Qt::CheckState>(qsizetype unifiedIndex)>;
 
     explicit DiffCanvas(QWidget *parent = nullptr);
 
     void setDocument(const PresentedDiffDocument &document);
     void setLayout(Layout layout);
     Layout layout() const { return m_layout; }
+    // With a state, a column of boxes before the line numbers lets lines be
+    // chosen (choiceClicked); without one there is none.
+    void setChoices(ChoiceState state);
+    // The unified lines of the selected rows, on the selected side.
+    QList<qsizetype> selectedUnifiedLines() const;
+    // The unified line of the row at a viewport point (its side in a split).
+    qsizetype unifiedLineAt(const QPoint &point) const;
 
     qsizetype rowCount() const;
     // The width of each half of a split row for the current viewport.
@@ -39,6 +53,12 @@ public:
     void selectRows(qsizetype first, qsizetype last, bool rightSide = false);
     QString selectedText() const;
     void copySelection() const;
+
+Q_SIGNALS:
+    // A box was clicked (with Shift: the range from the box clicked before).
+    void choiceClicked(qsizetype unifiedIndex, bool extendsRange);
+    // Space on selected rows.
+    void choiceKeyPressed(const QList<qsizetype> &unifiedIndices);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -53,6 +73,8 @@ private:
     // A line with its number cells (one per gutter) at x; an absent line is an empty pane.
     void paintLine(QPainter &painter, const PresentedDiffLine *line, std::span<const qint64> numbers, int x, int y,
                    int width, bool selected);
+    void paintChoice(QPainter &painter, const PresentedDiffLine *line, int x, int y);
+    int choiceColumnWidth() const { return m_choices ? choiceWidth : 0; }
     bool isSelected(qsizetype row) const;
 
     PresentedDiffDocument m_document;
@@ -63,6 +85,7 @@ private:
     qsizetype m_selectionAnchor = -1;
     qsizetype m_selectionEnd = -1;
     bool m_selectionOnRight = false;
+    ChoiceState m_choices;
 };
 
 } // namespace tillery

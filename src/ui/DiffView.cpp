@@ -95,7 +95,58 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
         connect(&selection, signal, this, &DiffView::refresh);
     connect(&selection, &DiffSelection::showDiffLoadingIndicatorChanged, this, &DiffView::refresh);
     connect(&model.workspace(), &Workspace::tabChanged, this, &DiffView::refresh);
+    connect(&model.chosenLines(), &ChosenLines::changed, m_canvas->viewport(), qOverload<>(&QWidget::update));
+    connect(m_canvas, &DiffCanvas::choiceClicked, this, &DiffView::chooseClickedLine);
+    connect(m_canvas, &DiffCanvas::choiceKeyPressed, this, [this](const QList<qsizetype> &lines) {
+        const ChosenLines &chosen = m_model.chosenLines();
+        // Any line left out: all are chosen; else all are left out.
+        const bool choose = std::any_of(lines.cbegin(), lines.cend(), [&chosen](qsizetype line) {
+            const std::optional<Qt::CheckState> state = chosen.shownLineState(line);
+            return state && *state != Qt::Checked;
+        });
+        for (const qsizetype line : lines)
+            m_model.setShownLinesChosen(line, line, choose);
+    });
+    m_canvas->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_canvas, &QWidget::customContextMenuRequested, this, &DiffView::showLinesMenu);
     refresh();
+}
+
+void DiffView::chooseClickedLine(qsizetype line, bool extendsRange)
+{
+    if (extendsRange && m_lastChoice >= 0) {
+        m_model.setShownLinesChosen(m_lastChoice, line, m_lastChoiceWasChoosing);
+    } else {
+        m_lastChoiceWasChoosing = m_model.chosenLines().shownLineState(line) != Qt::Checked;
+        m_model.setShownLinesChosen(line, line, m_lastChoiceWasChoosing);
+    }
+    m_lastChoice = line;
+}
+
+void DiffView::showLinesMenu(const QPoint &position)
+{
+    if (!m_model.chosenLines().canChooseShownLines())
+        return;
+    QMenu menu(this);
+    const QList<qsizetype> selected = m_canvas->selectedUnifiedLines();
+    const bool anyChanged = selected.isEmpty() ? false : m_model.chosenLines().shownChanges(selected.first(), selected.last()).has_value();
+    QAction *discardLines = menu.addAction(u"Discard Selected Lines"_s);
+    discardLines->setEnabled(anyChanged);
+    connect(discardLines, &QAction::triggered, this,
+            [this, selected] { m_model.discardShownLines(selected.first(), selected.last()); });
+    // The hunk the pointer is in: the header above it.
+    const PresentedDiffDocument &document = m_model.diffSelection().diff();
+    qsizetype header = m_canvas->unifiedLineAt(position);
+    while (header >= 0 && document.unifiedLines[header].kind != DiffLineKind::hunk)
+        --header;
+    QAction *discardHunk = menu.addAction(u"Discard This Hunk"_s);
+    discardHunk->setEnabled(header >= 0);
+    connect(discardHunk, &QAction::triggered, this, [this, header] { m_model.discardShownLines(header, header); });
+    menu.addSeparator();
+    QAction *copy = menu.addAction(u"Copy"_s);
+    copy->setEnabled(!selected.isEmpty());
+    connect(copy, &QAction::triggered, m_canvas, &DiffCanvas::copySelection);
+    menu.exec(m_canvas->viewport()->mapToGlobal(position));
 }
 
 void DiffView::setPlaceholder(const QString &placeholder)
@@ -123,7 +174,13 @@ void DiffView::refresh()
         if (m_shownRows != document.unifiedLines.constData()) {
             m_canvas->setDocument(document);
             m_shownRows = document.unifiedLines.constData();
+            m_lastChoice = -1;
         }
+        m_canvas->setChoices(m_model.chosenLines().canChooseShownLines()
+                                 ? DiffCanvas::ChoiceState([this](qsizetype line) {
+                                       return m_model.chosenLines().shownLineState(line);
+                                   })
+                                 : DiffCanvas::ChoiceState());
         m_body->setCurrentIndex(static_cast<int>(Body::rows));
     }
 }

@@ -38,6 +38,9 @@ public Q_SLOTS:
     void refresh();
 
 private:
+    void chooseClickedLine(qsizetype line, bool extendsRange);
+    void showLinesMenu(const QPoint &position);
+
     AppModel &m_model;
     ViewSettings &m_settings;
     std::function<QString()> m_fileName;
@@ -50,6 +53,9 @@ private:
     DiffCanvas *m_canvas;
     // The rows on the canvas, so that an unchanged document is not set again.
     const PresentedDiffLine *m_shownRows = nullptr;
+    // The box clicked last, and whether it chose, for a Shift-click's range.
+    qsizetype m_lastChoice = -1;
+    bool m_lastChoiceWasChoosing = true;
 };
 
 } // namespace tillery

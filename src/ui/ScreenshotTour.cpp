@@ -84,6 +84,15 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
                 save(window, scheme + rawValue(repository.kind) + u'-' + tab);
             }
             const QString name = scheme + rawValue(repository.kind);
+            // The new function of main.c chosen for the commit with TODO.txt, the loop left for later.
+            showPage(model, u"changes"_s, u"src/main.c"_s);
+            model.setSelectedFilePaths({u"TODO.txt"_s});
+            model.setShownLinesChosen(3, 7, true);
+            model.setCommitSummary(u"Add the tide check"_s);
+            save(window, name + u"-changes-partial"_s);
+            model.setShownLinesChosen(0, model.diffSelection().diff().unifiedLines.size() - 1, false);
+            model.setSelectedFilePaths({});
+            model.setCommitSummary(QString());
             // A search, then the oldest match's file annotated.
             model.searchHistory(u"the"_s);
             waitUntilIdle(model);
