@@ -18,12 +18,12 @@ namespace {
 // stays near 2 ms.
 constexpr int maxComparisonSteps = 20000;
 
-// Marks help only when the eye can see what stayed: with less than one part
-// in minCommonParts (a third) of the shorter line's characters in common
-// they would cover nearly all of it.
+// Marks help only when the eye can see what stayed: with less than
+// 1 / commonShareDenominator (a third) of the shorter line's characters in
+// common they would cover nearly all of it.
 // Whitespace counts on neither side, or shared indentation alone would pass
 // two unrelated lines.
-constexpr int minCommonParts = 3;
+constexpr int commonShareDenominator = 3;
 
 enum class TokenClass : quint8 { word, space, other };
 
@@ -98,7 +98,7 @@ Tokens tokenize(QStringView line, qsizetype &visible)
 }
 
 // The tokens of both lines that a shortest edit script leaves unmatched,
-// found by Myers' O(ND) comparison over the part between the common prefix
+// found by Myers' O(ND) comparison over the tokens between the common prefix
 // and suffix.
 class TokenComparison {
 public:
@@ -142,7 +142,7 @@ public:
     }
     bool sharesEnough() const
     {
-        return m_common > 0 && m_common * minCommonParts >= std::min(m_removedVisible, m_addedVisible);
+        return m_common > 0 && m_common * commonShareDenominator >= std::min(m_removedVisible, m_addedVisible);
     }
 
 private:
