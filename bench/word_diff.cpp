@@ -2,8 +2,9 @@
 // 1,000,000-line diff at the top, the middle and the end and over screens
 // spread through it, then the worst screens: every line a long pair just
 // under the length limit, with a few changed words and with changes
-// scattered until the comparison gives up, and a screen at the end of a
-// 1,000,000-line run of additions that must be walked back to its start.
+// scattered until the comparison gives up, the end of a 1,000,000-line run
+// of additions, and the last screen of a run of 999,999 deletions and one
+// addition, which walks back over the unpaired deletions.
 // Prints its figures; asserts nothing.
 
 #include "Measuring.h"
@@ -176,6 +177,14 @@ int main(int argc, char *argv[])
     const PresentedDiffDocument newFile = buildDiffDocument(added);
     const double time = screenMilliseconds(newFile, newFile.unifiedLines.size() - screenLines, &marked);
     report("end of a 1,000,000-line new file", time, marked);
+    // The one walk left: the range reaches the additions of a run whose unpaired deletions lie before it.
+    QString deleted = u"@@ -1,1000000 +1 @@\n"_s;
+    for (int line = 0; line < 999999; ++line)
+        deleted += u"-line of an old file\n"_s;
+    deleted += u"+line of a new file\n"_s;
+    const PresentedDiffDocument rewritten = buildDiffDocument(deleted);
+    const double walked = screenMilliseconds(rewritten, rewritten.unifiedLines.size() - screenLines, &marked);
+    report("last screen of 999,999 deletions, 1 addition", walked, marked);
     out << "target: well under 1 ms a screenful of typical lines\n";
     return 0;
 }
