@@ -46,7 +46,7 @@ const QByteArray readme = "# Harbour tools\n\nSmall utilities for the harbour of
 const QByteArray mainC = "#include <stdio.h>\n\nint main(void)\n{\n    puts(\"tide table\");\n    return 0;\n}\n";
 const QByteArray changedMainC =
     "#include <stdio.h>\n\nstatic int high_tide(int hour)\n{\n    return hour % 12 == 6;\n}\n\nint main(void)\n{\n"
-    "    puts(\"tide table\");\n    for (int hour = 0; hour < 24; ++hour)\n        printf(\"%2d %s\\n\", hour, "
+    "    puts(\"tide table for the day\");\n    for (int hour = 0; hour < 24; ++hour)\n        printf(\"%2d %s\\n\", hour, "
     "high_tide(hour) ? \"high\" : \"\");\n    return 0;\n}\n";
 
 Repository makeMercurial(const QString &path)

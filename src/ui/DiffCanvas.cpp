@@ -9,6 +9,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QtConcurrent>
 #include <QStyleOptionButton>
 
 #include <array>
@@ -36,6 +37,9 @@ void DiffCanvas::setDocument(const PresentedDiffDocument &document)
         m_widestLineWidth = codeText::measuredWidth(widest, m_style.text, m_style.option);
     }
     m_selectionAnchor = m_selectionEnd = -1;
+    m_wordChanges.clear();
+    m_wordBlocksAsked.clear();
+    ++m_documentGeneration;
     verticalScrollBar()->setValue(0);
     horizontalScrollBar()->setValue(0);
     updateScrollBars();
@@ -142,8 +146,43 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
     const int textX = x + gutters * gutterWidth + 1 + textPadding;
     painter.save();
     painter.setClipRect(x + gutters * gutterWidth + 1, y, width - gutters * gutterWidth - 1, rowHeight);
+    paintChangedWords(painter, *line, textX, y);
     codeText::draw(painter, textX, y, rowHeight, std::as_const(m_document).textOf(*line), m_style.option);
     painter.restore();
+}
+
+void DiffCanvas::paintChangedWords(QPainter &painter, const PresentedDiffLine &line, int textX, int y)
+{
+    const auto spans = m_wordChanges.constFind(&line - std::as_const(m_document).unifiedLines.constData());
+    if (spans == m_wordChanges.cend())
+        return;
+    const QStringView text = std::as_const(m_document).textOf(line);
+    const QColor colour = changedWordsColor(line.kind, palette());
+    for (const ChangedSpan &span : *spans) {
+        const qint64 start = codeText::measuredWidth(text.first(span.start), m_style.text, m_style.option);
+        const qint64 end =
+            codeText::measuredWidth(text.first(span.start + span.length), m_style.text, m_style.option);
+        painter.fillRect(QRectF(textX + start, y + 2, end - start, rowHeight - 4), colour);
+    }
+}
+
+void DiffCanvas::askWordChanges(qsizetype first, qsizetype last)
+{
+    constexpr qsizetype blockLines = 256;
+    for (qsizetype block = first / blockLines; block <= last / blockLines; ++block) {
+        if (m_wordBlocksAsked.contains(block))
+            continue;
+        m_wordBlocksAsked.insert(block);
+        const qsizetype from = block * blockLines;
+        const qsizetype to = std::min(from + blockLines, m_document.unifiedLines.size()) - 1;
+        QtConcurrent::run([document = m_document, from, to] { return wordChangesInRange(document, from, to); })
+            .then(this, [this, generation = m_documentGeneration](const QHash<qsizetype, QList<ChangedSpan>> &found) {
+                if (generation != m_documentGeneration)
+                    return;
+                m_wordChanges.insert(found);
+                viewport()->update();
+            });
+    }
 }
 
 void DiffCanvas::paintChoice(QPainter &painter, const PresentedDiffLine *line, int x, int y)
@@ -204,6 +243,15 @@ void DiffCanvas::paintEvent(QPaintEvent *)
     const qsizetype last =
         std::min<qsizetype>(rowCount(), (static_cast<qint64>(top) + viewport()->height()) / rowHeight + 1);
     const int width = std::max(contentWidth(), viewport()->width());
+    if (first < last) {
+        if (m_layout == Layout::unified) {
+            askWordChanges(first, last - 1);
+        } else {
+            const SplitDiffLine &firstRow = document.splitLines[first];
+            const SplitDiffLine &lastRow = document.splitLines[last - 1];
+            askWordChanges(std::max(std::min(firstRow.left, firstRow.right), 0), std::max(lastRow.left, lastRow.right));
+        }
+    }
 
     for (qsizetype row = first; row < last; ++row) {
         const int y = static_cast<int>(static_cast<qint64>(row) * rowHeight - top);

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "diff/DiffDocument.h"
+#include "diff/WordDiff.h"
 
 #include "ui/CodeText.h"
 
 #include <QAbstractScrollArea>
+#include <QHash>
+#include <QSet>
 
 #include <functional>
 #include <optional>
@@ -74,6 +77,11 @@ private:
     void paintLine(QPainter &painter, const PresentedDiffLine *line, std::span<const qint64> numbers, int x, int y,
                    int width, bool selected);
     void paintChoice(QPainter &painter, const PresentedDiffLine *line, int x, int y);
+    void paintChangedWords(QPainter &painter, const PresentedDiffLine &line, int textX, int y);
+    // Asks for the word changes of the blocks of unified lines first to last
+    // not asked for yet; they are worked out off the main thread and shown
+    // when they arrive.
+    void askWordChanges(qsizetype first, qsizetype last);
     int choiceColumnWidth() const { return m_choices ? choiceWidth : 0; }
     bool isSelected(qsizetype row) const;
 
@@ -86,6 +94,10 @@ private:
     qsizetype m_selectionEnd = -1;
     bool m_selectionOnRight = false;
     ChoiceState m_choices;
+    QHash<qsizetype, QList<ChangedSpan>> m_wordChanges;
+    QSet<qsizetype> m_wordBlocksAsked;
+    // Tells word changes of a document no longer shown from those of this one.
+    quint64 m_documentGeneration = 0;
 };
 
 } // namespace tillery

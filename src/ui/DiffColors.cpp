@@ -44,6 +44,14 @@ DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette)
     return {base, text};
 }
 
+QColor changedWordsColor(DiffLineKind kind, const QPalette &palette)
+{
+    const bool dark = isDarkPalette(palette);
+    const QColor hue = kind == DiffLineKind::addition ? (dark ? QColor(48, 209, 88) : QColor(52, 199, 89))
+                                                      : (dark ? QColor(255, 69, 58) : QColor(255, 59, 48));
+    return over(withAlpha(hue, dark ? 0.42 : 0.38), palette.color(QPalette::Base));
+}
+
 QColor gutterColor(const QPalette &palette)
 {
     return withAlpha(palette.color(QPalette::Button), 0.72);

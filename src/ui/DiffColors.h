@@ -15,6 +15,8 @@ struct DiffRowColors {
 };
 
 DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette);
+// Behind the changed words of a removed or added line paired with another.
+QColor changedWordsColor(DiffLineKind kind, const QPalette &palette);
 // The line-number cells: the control background at 0.72 opacity over the row.
 QColor gutterColor(const QPalette &palette);
 

@@ -221,6 +221,28 @@ private Q_SLOTS:
         QCOMPARE(lastInk(600), whole);
     }
 
+    // The changed word of a paired line is marked, in both layouts, once its changes arrive from their
+    // thread; the words around it are not.
+    void changedWordsMarked_data() { mouseAndKeys_data(); }
+    void changedWordsMarked()
+    {
+        QFETCH(DiffCanvas::Layout, layout);
+        const std::unique_ptr<DiffCanvas> canvas =
+            shownCanvas(900, 120, u"@@ -1 +1 @@\n-alpha beta gamma\n+alpha WORDS gamma\n"_s);
+        canvas->setLayout(layout);
+        const int characterWidth = QFontMetrics(canvas->font()).horizontalAdvance(u'M');
+        // Where "alpha" and the changed word are drawn on the added line.
+        const bool split = layout == DiffCanvas::Layout::split;
+        const int textStart = (split ? canvas->splitHalfWidth() + 1 + DiffCanvas::gutterWidth
+                                     : 2 * DiffCanvas::gutterWidth) + 1 + DiffCanvas::textPadding;
+        const int y = rowCentre(split ? 1 : 2) + DiffCanvas::rowHeight / 2 - 3;
+        const auto colourAt = [&](int column) {
+            return canvas->viewport()->grab().toImage().pixelColor(textStart + column * characterWidth + 1, y);
+        };
+        QTRY_VERIFY(colourAt(9) != colourAt(2));
+        QCOMPARE(colourAt(16), colourAt(2));
+    }
+
     // A drag selects rows, Ctrl+C copies them, a click below the last row selects nothing; a narrow
     // split keeps both halves whole and scrolls; Home and End (with Ctrl too) go to the first and the
     // last row.
