@@ -114,22 +114,6 @@ public:
                                 afterSnapshot ? lastShown->revision - 1 : 0);
     }
 
-    QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const override
-    {
-        RunControl names;
-        for (const QString &path : paths) {
-            // One name a line: a path with a line feed is read on its own.
-            if (path.contains(u'\n'))
-                return mapped(paths, [&](const QString &each) { return parentContents(repositoryPath, each); });
-            names.input += "HEAD:" + path.toUtf8() + '\n';
-        }
-        const std::optional<QList<QByteArray>> objects =
-            parseObjects(outputOf(Tool::objectsCommand(), repositoryPath, names), paths.size());
-        if (!objects)
-            throw PlatformFailure(u"Git printed the files of HEAD in a form Tillery cannot read."_s);
-        return *objects;
-    }
-
     // The chosen hunks alone, far smaller than the whole file for git to
     // read, where they make exactly the chosen version.
     static QString chosenFilePatch(const ChosenChanges &changes, const ChosenVersion &version, bool isNew,

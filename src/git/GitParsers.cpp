@@ -413,28 +413,4 @@ FileAnnotation parseBlame(QByteArrayView output)
     return annotation;
 }
 
-std::optional<QList<QByteArray>> parseObjects(QByteArrayView output, qsizetype count)
-{
-    QList<QByteArray> objects;
-    qsizetype start = 0;
-    while (objects.size() < count) {
-        const qsizetype feed = output.indexOf('\n', start);
-        if (feed < 0)
-            return std::nullopt;
-        const QByteArrayView header = output.sliced(start, feed - start);
-        start = feed + 1;
-        if (header.endsWith(" missing")) {
-            objects.append(QByteArray());
-            continue;
-        }
-        bool readable = false;
-        const qsizetype size = header.sliced(header.lastIndexOf(' ') + 1).toLongLong(&readable);
-        if (!readable || size < 0 || start + size >= output.size() || output[start + size] != '\n')
-            return std::nullopt;
-        objects.append(output.sliced(start, size).toByteArray());
-        start += size + 1;
-    }
-    return objects;
-}
-
 } // namespace tillery::git

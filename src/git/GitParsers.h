@@ -64,10 +64,6 @@ void sortBranches(QList<Bookmark> &branches);
 // the commit each ref points at (peeled through annotated tags) to its names.
 QHash<QString, QStringList> parseRefTargets(QByteArrayView output);
 
-// The objects "cat-file --batch" printed, in the order asked for; a missing
-// one is empty. Nothing when the output is not as many whole objects.
-std::optional<QList<QByteArray>> parseObjects(QByteArrayView output, qsizetype count);
-
 // "git log -z --format=/%H%x00%an <%ae>%x00%at%x00%B --name-only",
 // numbered down from the total commit count. A record that is cut short or
 // unreadable is dropped but keeps its number. No message can forge a record.

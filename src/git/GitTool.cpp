@@ -159,11 +159,6 @@ ToolCommand GitTool::workingDiffCommand(const QString &path)
     return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand GitTool::objectsCommand()
-{
-    return {{u"cat-file"_s, u"--batch"_s}, {0}};
-}
-
 ToolCommand GitTool::stagedDiffCommand(const QString &path)
 {
     return {diffArguments() + QStringList{u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};

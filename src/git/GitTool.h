@@ -70,8 +70,6 @@ struct GitTool {
     // Diffs and contents. Revisions and branch names must have been checked
     // with refuseOptionLike() first; paths go through fileArgument().
     static ToolCommand workingDiffCommand(const QString &path);
-    // Reads "<revision>:<path>" lines on its standard input.
-    static ToolCommand objectsCommand();
     static ToolCommand stagedDiffCommand(const QString &path);
     static ToolCommand changesetFilesCommand(const QString &hash);
     static ToolCommand changesetDiffCommand(const QString &hash, const QString &path);

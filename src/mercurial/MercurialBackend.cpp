@@ -105,7 +105,8 @@ public:
                       const QString &userName) const override
     {
         const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
-        checkParents(*this, repositoryPath, chosen, versions);
+        checkParents(chosen, versions,
+                     [&](const QStringList &paths) { return parentContentsOfFiles(repositoryPath, paths); });
         QStringList chosenPaths;
         QList<WorkingFile> files = wholeFiles;
         for (const ChosenChanges &changes : chosen) {
@@ -162,7 +163,8 @@ public:
                                     }));
     }
 
-    QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const override
+    // The files as the working copy's parent has them, read in one run.
+    QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const
     {
         const QTemporaryDir folder(metadataFolder(repositoryPath) + u"/tillery-parents-XXXXXX"_s);
         if (!folder.isValid())

@@ -49,19 +49,23 @@ bool isNew(const WorkingFile &file)
     return file.state == FileState::added || file.state == FileState::untracked;
 }
 
-// The file's parent, as the working file with all the diff's changes
-// undone, and the commit's version; refused when the diff does not fit.
-ChosenVersion versionOf(const ChosenChanges &chosen, const QString &working)
+// The diff's patch, refused when the working text does not fit it, with
+// the parent the working text gives when all the diff's changes are undone.
+struct FittedPatch {
+    FilePatch patch;
+    QString parent;
+};
+
+FittedPatch fittedPatch(const ChosenChanges &chosen, const QString &working)
 {
     const QString &path = chosen.file.path;
-    const std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
+    std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
     if (!patch)
         throw wholeFileOnly(path, u"its differences are not lines of text"_s);
-    const std::optional<QString> parent =
-        applyChosenChanges(working, PatchSide::changed, *patch, patch->changedLineIds());
+    std::optional<QString> parent = applyChosenChanges(working, PatchSide::changed, *patch, patch->changedLineIds());
     if (!parent || (isNew(chosen.file) && !parent->isEmpty()))
         throw changedSinceShown(path);
-    return {*parent, applyChosenChanges(*parent, PatchSide::old, *patch, chosen.lines).value_or(QString())};
+    return {std::move(*patch), std::move(*parent)};
 }
 
 QString checkedWorkingText(const QString &repositoryPath, const WorkingFile &file)
@@ -79,13 +83,16 @@ QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QLis
 {
     QList<ChosenVersion> versions;
     versions.reserve(chosen.size());
-    for (const ChosenChanges &changes : chosen)
-        versions.append(versionOf(changes, checkedWorkingText(repositoryPath, changes.file)));
+    for (const ChosenChanges &changes : chosen) {
+        const FittedPatch fitted = fittedPatch(changes, checkedWorkingText(repositoryPath, changes.file));
+        versions.append({fitted.parent, applyChosenChanges(fitted.parent, PatchSide::old, fitted.patch, changes.lines)
+                                            .value_or(fitted.parent)});
+    }
     return versions;
 }
 
-void checkParents(const VersionControl &backend, const QString &repositoryPath, const QList<ChosenChanges> &chosen,
-                  const QList<ChosenVersion> &versions)
+void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion> &versions,
+                  const std::function<QList<QByteArray>(const QStringList &paths)> &readParents)
 {
     QStringList paths;
     QList<qsizetype> places;
@@ -97,7 +104,7 @@ void checkParents(const VersionControl &backend, const QString &repositoryPath, 
     }
     if (paths.isEmpty())
         return;
-    const QList<QByteArray> parents = backend.parentContentsOfFiles(repositoryPath, paths);
+    const QList<QByteArray> parents = readParents(paths);
     for (qsizetype index = 0; index < paths.size(); ++index) {
         if (parents.value(index) != versions[places[index]].parent.toUtf8())
             throw changedSinceShown(paths[index]);
@@ -107,9 +114,8 @@ void checkParents(const VersionControl &backend, const QString &repositoryPath, 
 QByteArray workingVersionWithout(const QString &repositoryPath, const ChosenChanges &chosen)
 {
     const QString working = checkedWorkingText(repositoryPath, chosen.file);
-    versionOf(chosen, working);
-    const std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
-    return applyChosenChanges(working, PatchSide::changed, *patch, chosen.lines).value_or(working).toUtf8();
+    const FittedPatch fitted = fittedPatch(chosen, working);
+    return applyChosenChanges(working, PatchSide::changed, fitted.patch, chosen.lines).value_or(working).toUtf8();
 }
 
 void refuseAsChanged(const QList<ChosenChanges> &chosen)

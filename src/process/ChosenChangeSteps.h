@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
+
+#include <functional>
 
 namespace tillery {
 
@@ -27,8 +30,8 @@ QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QLis
 // Refuses the versions when a parent is not what the working copy's parent
 // really holds: the file changed since its diff was shown. (Where the tool
 // checks that itself while it commits, this is not needed.)
-void checkParents(const VersionControl &backend, const QString &repositoryPath, const QList<ChosenChanges> &chosen,
-                  const QList<ChosenVersion> &versions);
+void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion> &versions,
+                  const std::function<QList<QByteArray>(const QStringList &paths)> &readParents);
 
 // The working file with the chosen changes undone.
 QByteArray workingVersionWithout(const QString &repositoryPath, const ChosenChanges &chosen);

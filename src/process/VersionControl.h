@@ -57,8 +57,6 @@ public:
     // without the tool.
     virtual QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
                                 const CancellationCheck &isCancelled) const = 0;
-    // The files as the working copy's parent has them, read in one run.
-    virtual QList<QByteArray> parentContentsOfFiles(const QString &repositoryPath, const QStringList &paths) const = 0;
     // The files a changeset touched (a rename under its new name), sorted.
     virtual QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const = 0;
     // Empty when there is no textual diff.
