@@ -198,6 +198,21 @@ public:
             if (!name.isEmpty())
                 stagedPaths.insert(decodeUtf8OrEmpty(name));
         }
+        // A file changed outside the diff's hunks since it was shown has another parent than HEAD's.
+        QStringList withParent;
+        for (const ChosenChanges &changes : chosen) {
+            if (changes.file.state != FileState::added && changes.file.state != FileState::untracked)
+                withParent.append(changes.file.path);
+        }
+        const QHash<QString, QString> headBlobs =
+            withParent.isEmpty() ? QHash<QString, QString>()
+                                 : parseTreeBlobs(outputOf(Tool::headEntriesCommand(withParent), repositoryPath));
+        for (qsizetype index = 0; index < chosen.size(); ++index) {
+            const QString &path = chosen[index].file.path;
+            const QString head = headBlobs.value(path);
+            if (headBlobs.contains(path) && blobId(versions[index].parent.toUtf8(), head.size()) != head)
+                refuseAsChanged({chosen[index]});
+        }
         QString patch;
         QString followingPatch;
         for (qsizetype index = 0; index < chosen.size(); ++index) {

@@ -1,9 +1,11 @@
 #include "git/GitParsers.h"
 
+
 #include "records/LocalizedOrder.h"
 #include "records/TextDecoding.h"
 #include "records/TextSplitting.h"
 
+#include <QCryptographicHash>
 #include <QHash>
 
 #include <algorithm>
@@ -411,6 +413,28 @@ FileAnnotation parseBlame(QByteArrayView output)
         }
     }
     return annotation;
+}
+
+QHash<QString, QString> parseTreeBlobs(QByteArrayView output)
+{
+    QHash<QString, QString> blobs;
+    for (const QByteArray &entry : output.toByteArray().split('\0')) {
+        const qsizetype tab = entry.indexOf('\t');
+        const QList<QByteArray> fields = entry.first(std::max<qsizetype>(tab, 0)).split(' ');
+        if (tab < 0 || fields.size() != 3)
+            continue;
+        if (const std::optional<QString> path = decodeUtf8(entry.sliced(tab + 1)))
+            blobs.insert(*path, QString::fromLatin1(fields[2]));
+    }
+    return blobs;
+}
+
+QString blobId(const QByteArray &bytes, qsizetype idLength)
+{
+    QCryptographicHash hash(idLength == 64 ? QCryptographicHash::Sha256 : QCryptographicHash::Sha1);
+    hash.addData("blob " + QByteArray::number(bytes.size()) + '\0');
+    hash.addData(bytes);
+    return QString::fromLatin1(hash.result().toHex());
 }
 
 } // namespace tillery::git

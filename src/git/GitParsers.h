@@ -94,4 +94,11 @@ QList<WorkingFile> parseCommitFiles(QByteArrayView output);
 // binary (as Git judges it), one that is not UTF-8 makes it not text.
 FileAnnotation parseBlame(QByteArrayView output);
 
+// The blob id of each path in "ls-tree -z" output.
+QHash<QString, QString> parseTreeBlobs(QByteArrayView output);
+
+// The id git gives a blob of these bytes, in the hash the ids of the
+// repository are written in (SHA-1, or SHA-256 for 64-digit ids).
+QString blobId(const QByteArray &bytes, qsizetype idLength);
+
 } // namespace tillery::git

@@ -215,6 +215,12 @@ ToolCommand GitTool::readHeadTreeCommand(bool hasHead)
     return {{u"read-tree"_s, hasHead ? u"HEAD"_s : u"--empty"_s}, {0}};
 }
 
+ToolCommand GitTool::headEntriesCommand(const QStringList &paths)
+{
+    // ls-tree reads paths as they are, never as patterns.
+    return {QStringList{u"ls-tree"_s, u"-z"_s, u"HEAD"_s, u"--"_s} + paths, {0}};
+}
+
 ToolCommand GitTool::applyToIndexCommand()
 {
     return {{u"apply"_s, u"--cached"_s, u"--whitespace=nowarn"_s}, {0, 1}};

@@ -91,6 +91,8 @@ struct GitTool {
     // from HEAD (or empty before the first commit), with the chosen versions
     // stored as blobs.
     static ToolCommand readHeadTreeCommand(bool hasHead);
+    // The files' entries in HEAD (see parseTreeBlobs).
+    static ToolCommand headEntriesCommand(const QStringList &paths);
     // Applies the patch on its standard input to the index only.
     static ToolCommand applyToIndexCommand();
     static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity);

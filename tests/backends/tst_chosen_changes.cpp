@@ -150,8 +150,11 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("working");
         QTest::addColumn<QByteArray>("changedAfterwards");
         QTest::addColumn<QString>("reason");
+        // Outside the diff's hunks: only the parent shows it.
         addRowsForBothKinds("changed after its diff was shown", [](QTestData &row) {
-            row << tenLines << tenChanged << "1\n2\n"_ba << u"changed after its differences were shown"_s;
+            row << tenLines + tenLines << "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba + tenLines
+                << "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n1\n2\n3\n4\n5\n6\n7\neight\n9\n10\n"_ba
+                << u"changed after its differences were shown"_s;
         });
         addRowsForBothKinds("binary", [](QTestData &row) {
             row << "a\0b\n"_ba << "a\0c\n"_ba << QByteArray() << u"only the whole"_s;
