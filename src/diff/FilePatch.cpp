@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -143,18 +145,50 @@ std::optional<FilePatch> parseFilePatch(QStringView diffText)
     return patch;
 }
 
+namespace {
+
+struct EmittedLine {
+    QChar marker;
+    QStringView line;
+    bool endsWithFeed;
+    bool gainsFeed = false;
+
+    bool isChange() const { return marker != u' ' || gainsFeed; }
+    qint64 oldLines() const { return marker != u'+' ? 1 : 0; }
+    qint64 newLines() const { return marker != u'-' ? 1 : 0; }
+};
+
+// Context kept around each change, as diff writes it: enough for git apply,
+// little to read when the chosen changes are few in a long hunk.
+constexpr qsizetype keptContext = 3;
+
+void appendLine(QString &body, const EmittedLine &line, bool crlfAfter)
+{
+    // A kept last line without a feed that an addition now follows gets
+    // one on the new side, as the file's other lines end.
+    if (line.gainsFeed) {
+        body += u'-';
+        body += line.line;
+        body += u"\n\\ No newline at end of file\n+"_s;
+        body += line.line;
+        body += crlfAfter ? u"\r\n"_s : u"\n"_s;
+        return;
+    }
+    body += line.marker;
+    body += line.line;
+    body += u'\n';
+    if (!line.endsWithFeed)
+        body += u"\\ No newline at end of file\n"_s;
+}
+
+} // namespace
+
 QString chosenHunksText(const FilePatch &patch, const QSet<qsizetype> &chosen)
 {
     QString text;
     qint64 shift = 0;
     for (const PatchHunk &hunk : patch.hunks) {
-        struct Emitted {
-            QChar marker;
-            QStringView line;
-            bool endsWithFeed;
-        };
-        QList<Emitted> lines;
-        bool changes = false;
+        QList<EmittedLine> lines;
         for (const PatchLine &line : hunk.lines) {
             const bool isChosen = chosen.contains(line.offset);
             if (line.kind == PatchLineKind::addition && !isChosen)
@@ -162,42 +196,47 @@ QString chosenHunksText(const FilePatch &patch, const QSet<qsizetype> &chosen)
             const QChar marker = line.kind == PatchLineKind::context || !isChosen
                                      ? u' '
                                      : (line.kind == PatchLineKind::addition ? u'+' : u'-');
-            changes = changes || marker != u' ';
             lines.append({marker, line.text, line.endsWithFeed});
         }
-        if (!changes)
-            continue;
-        QString body;
-        qint64 newCount = 0;
-        for (qsizetype index = 0; index < lines.size(); ++index) {
-            const Emitted &line = lines[index];
-            // A kept last line without a feed that an addition now follows
-            // gets one on the new side, as the file's other lines end.
-            const bool followed = !line.endsWithFeed && line.marker == u' ' && index + 1 < lines.size();
-            if (followed) {
-                const bool crlf = lines[index + 1].line.endsWith(u'\r');
-                body += u'-';
-                body += line.line;
-                body += u"\n\\ No newline at end of file\n+"_s;
-                body += line.line;
-                body += crlf ? u"\r\n"_s : u"\n"_s;
-                ++newCount;
-                continue;
+        for (qsizetype index = 0; index + 1 < lines.size(); ++index)
+            lines[index].gainsFeed = !lines[index].endsWithFeed && lines[index].marker == u' ';
+        // The hunk splits where more unchanged lines than twice the context lie between changes.
+        qint64 oldBefore = 0;
+        qsizetype index = 0;
+        while (index < lines.size()) {
+            qsizetype firstChange = index;
+            while (firstChange < lines.size() && !lines[firstChange].isChange())
+                ++firstChange;
+            if (firstChange == lines.size())
+                break;
+            const qsizetype from = std::max(index, firstChange - keptContext);
+            qsizetype to = firstChange;
+            for (qsizetype unchanged = 0; to < lines.size() && unchanged <= 2 * keptContext; ++to)
+                unchanged = lines[to].isChange() ? 0 : unchanged + 1;
+            while (to > firstChange && !lines[to - 1].isChange())
+                --to;
+            to = std::min(lines.size(), to + keptContext);
+            for (qsizetype skipped = index; skipped < from; ++skipped)
+                oldBefore += lines[skipped].oldLines();
+            QString body;
+            qint64 oldCount = 0;
+            qint64 newCount = 0;
+            for (qsizetype at = from; at < to; ++at) {
+                appendLine(body, lines[at], at + 1 < lines.size() && lines[at + 1].line.endsWith(u'\r'));
+                oldCount += lines[at].oldLines();
+                newCount += lines[at].newLines();
             }
-            body += line.marker;
-            body += line.line;
-            body += u'\n';
-            if (!line.endsWithFeed)
-                body += u"\\ No newline at end of file\n"_s;
-            newCount += line.marker != u'-' ? 1 : 0;
+            const qint64 oldFirst = (hunk.oldCount == 0 ? hunk.oldStart + 1 : hunk.oldStart) + oldBefore;
+            const qint64 newFirst = oldFirst + shift;
+            text += u"@@ -%1,%2 +%3,%4 @@\n"_s.arg(oldCount == 0 ? oldFirst - 1 : oldFirst)
+                        .arg(oldCount)
+                        .arg(newCount == 0 ? newFirst - 1 : newFirst)
+                        .arg(newCount)
+                    + body;
+            shift += newCount - oldCount;
+            oldBefore += oldCount;
+            index = to;
         }
-        const qint64 newStart = (hunk.oldCount == 0 ? hunk.oldStart + 1 : hunk.oldStart) + shift;
-        text += u"@@ -%1,%2 +%3,%4 @@\n"_s.arg(hunk.oldStart)
-                    .arg(hunk.oldCount)
-                    .arg(newCount == 0 ? newStart - 1 : newStart)
-                    .arg(newCount)
-                + body;
-        shift += newCount - hunk.oldCount;
     }
     return text;
 }

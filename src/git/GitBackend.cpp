@@ -7,6 +7,7 @@
 #include "git/GitSnapshot.h"
 #include "git/GitTool.h"
 #include "process/CommitMessage.h"
+#include "process/Concurrently.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryFile.h"
 #include "process/ToolBackend.h"
@@ -190,41 +191,51 @@ public:
                       const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
                       const QString &userName) const override
     {
-        const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
-        const CommandOutput stagedNames = Tool::run(Tool::stagedNamesCommand(), repositoryPath);
-        const bool hasHead = stagedNames.status == 0;
-        QSet<QString> stagedPaths;
-        for (const QByteArray &name : stagedNames.standardOutput.split('\0')) {
-            if (!name.isEmpty())
-                stagedPaths.insert(decodeUtf8OrEmpty(name));
-        }
         // A file changed outside the diff's hunks since it was shown has another parent than HEAD's.
         QStringList withParent;
         for (const ChosenChanges &changes : chosen) {
             if (changes.file.state != FileState::added && changes.file.state != FileState::untracked)
                 withParent.append(changes.file.path);
         }
-        const QHash<QString, QString> headBlobs =
-            withParent.isEmpty() ? QHash<QString, QString>()
-                                 : parseTreeBlobs(outputOf(Tool::headEntriesCommand(withParent), repositoryPath));
-        for (qsizetype index = 0; index < chosen.size(); ++index) {
-            const QString &path = chosen[index].file.path;
-            const QString head = headBlobs.value(path);
-            if (headBlobs.contains(path) && blobId(versions[index].parent.toUtf8(), head.size()) != head)
-                refuseAsChanged({chosen[index]});
-        }
-        QString patch;
-        QString followingPatch;
+        // Both reads run while the chosen versions are worked out.
+        std::future<CommandOutput> stagedNames =
+            startConcurrently([&] { return Tool::run(Tool::stagedNamesCommand(), repositoryPath); });
+        std::future<QHash<QString, QString>> headBlobs = startConcurrently([&] {
+            return withParent.isEmpty()
+                       ? QHash<QString, QString>()
+                       : parseTreeBlobs(outputOf(Tool::headEntriesCommand(withParent), repositoryPath));
+        });
+        const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
+        QStringList filePatches;
         for (qsizetype index = 0; index < chosen.size(); ++index) {
             const WorkingFile &file = chosen[index].file;
             const bool isNew = file.state == FileState::added || file.state == FileState::untracked;
-            if (!isNew && versions[index].parent == versions[index].committed)
-                continue;
-            const QString filePatch = chosenFilePatch(chosen[index], versions[index], isNew,
-                                                      QFileInfo(QDir(repositoryPath).filePath(file.path)).isExecutable());
-            patch += filePatch;
+            const bool unchanged = !isNew && versions[index].parent == versions[index].committed;
+            filePatches.append(unchanged ? QString()
+                                         : chosenFilePatch(chosen[index], versions[index], isNew,
+                                                           QFileInfo(QDir(repositoryPath).filePath(file.path))
+                                                               .isExecutable()));
+        }
+        const QHash<QString, QString> headBlobIds = headBlobs.get();
+        for (qsizetype index = 0; index < chosen.size(); ++index) {
+            const QString &path = chosen[index].file.path;
+            const QString head = headBlobIds.value(path);
+            if (headBlobIds.contains(path) && blobId(versions[index].parent.toUtf8(), head.size()) != head)
+                refuseAsChanged({chosen[index]});
+        }
+        const CommandOutput staged = stagedNames.get();
+        const bool hasHead = staged.status == 0;
+        QSet<QString> stagedPaths;
+        for (const QByteArray &name : staged.standardOutput.split('\0')) {
+            if (!name.isEmpty())
+                stagedPaths.insert(decodeUtf8OrEmpty(name));
+        }
+        const QString patch = filePatches.join(QString());
+        QString followingPatch;
+        for (qsizetype index = 0; index < chosen.size(); ++index) {
+            const WorkingFile &file = chosen[index].file;
             if (file.state == FileState::untracked || (hasHead && !stagedPaths.contains(file.path)))
-                followingPatch += filePatch;
+                followingPatch += filePatches[index];
         }
         const QString message = composeCommitMessage(summary, description);
         if (hasHead && stagedPaths.isEmpty()) {

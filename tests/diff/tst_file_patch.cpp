@@ -15,6 +15,8 @@ const QString twoHunks = u"diff --git a/a b/a\nindex e031777..d1fe5b1 100644\n--
                          "@@ -10,3 +10,4 @@ nine\n ten\n eleven\n twelve\n+thirteen\n\\ No newline at end of file\n"_s;
 const QString crlfDiff = u"diff --git a/c b/c\n--- a/c\n+++ b/c\n@@ -1,3 +1,4 @@\n a\r\n-b\r\n+B\r\n c\r\n+d\r\n"_s;
 const QString newFileDiff = u"diff --git a/n b/n\nnew file mode 100644\n--- /dev/null\n+++ b/n\n@@ -0,0 +1,2 @@\n+x\n+y\n"_s;
+const QString farApart = u"--- a/n\n+++ b/n\n@@ -1,15 +1,15 @@\n 1\n 2\n-3\n+x\n 4\n 5\n 6\n 7\n 8\n-9\n+y\n"
+                         " 10\n 11\n 12\n 13\n 14\n-15\n+z\n"_s;
 const QString lastLineGainsFeed = u"--- a/l\n+++ b/l\n@@ -1,2 +1,2 @@\n a\n-b\n\\ No newline at end of file\n+b\n"_s;
 
 // The ids of the diff's added and removed lines, in order.
@@ -55,6 +57,12 @@ private Q_SLOTS:
                                                  << u"a\r\nb\r\nB\r\nc\r\nd\r\n"_s;
         QTest::newRow("new file") << newFileDiff << QString() << u"x\ny\n"_s << QList<int>{1} << u"y\n"_s
                                   << u"x\n"_s;
+        const QString fifteen = u"1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n13\n14\n15\n"_s;
+        const QString fifteenChanged = QString(fifteen).replace(u"\n3\n"_s, u"\nx\n"_s).replace(u"\n9"_s, u"\ny"_s);
+        QTest::newRow("the ends of a long hunk, its middle left")
+            << farApart << fifteen << QString(fifteenChanged).replace(u"15"_s, u"z"_s) << QList<int>{0, 1, 4, 5}
+            << QString(fifteen).replace(u"\n3\n"_s, u"\nx\n"_s).replace(u"15"_s, u"z"_s)
+            << QString(fifteen).replace(u"\n9"_s, u"\ny"_s);
         QTest::newRow("feed added to the last line, new line only")
             << lastLineGainsFeed << u"a\nb"_s << u"a\nb\n"_s << QList<int>{1} << u"a\nb\nb\n"_s << u"a\n"_s;
     }
