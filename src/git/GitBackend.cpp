@@ -144,15 +144,15 @@ public:
         return decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed();
     }
 
-    QString trackedFileDiff(const QString &repositoryPath, const QString &path,
-                            const RunControl &control) const override
+    QString trackedFileDiff(const QString &repositoryPath, const QString &path, const RunControl &control,
+                            WhitespaceChanges whitespace) const override
     {
-        ToolCommand command = Tool::workingDiffCommand(path);
+        ToolCommand command = Tool::workingDiffCommand(path, whitespace);
         command.acceptedStatuses.insert(unbornHeadStatus);
         const CommandOutput output = Tool::run(command, repositoryPath, control);
         // Without a commit HEAD does not resolve; the index is all there is to compare with.
         if (output.status == unbornHeadStatus)
-            return text(Tool::stagedDiffCommand(path), repositoryPath, control);
+            return text(Tool::stagedDiffCommand(path, whitespace), repositoryPath, control);
         return decodeUtf8OrEmpty(output.standardOutput);
     }
 

@@ -12,15 +12,19 @@ namespace {
 
 // A diff as Tillery reads it, whatever the person's configuration says about
 // colour, external tools, path prefixes and quoting.
-QStringList diffArguments(const QString &command = u"diff"_s)
+QStringList diffArguments(const QString &command = u"diff"_s,
+                          WhitespaceChanges whitespace = WhitespaceChanges::shown)
 {
-    return {u"-c"_s,
-            u"core.quotePath=false"_s,
-            command,
-            u"--no-ext-diff"_s,
-            u"--no-color"_s,
-            u"--src-prefix=a/"_s,
-            u"--dst-prefix=b/"_s};
+    QStringList arguments{u"-c"_s,
+                          u"core.quotePath=false"_s,
+                          command,
+                          u"--no-ext-diff"_s,
+                          u"--no-color"_s,
+                          u"--src-prefix=a/"_s,
+                          u"--dst-prefix=b/"_s};
+    if (whitespace == WhitespaceChanges::ignored)
+        arguments.append(u"--ignore-space-change"_s);
+    return arguments;
 }
 
 QStringList fileArguments(const QStringList &paths)
@@ -154,14 +158,14 @@ ToolCommand GitTool::upstreamCommand()
     return {{u"rev-parse"_s, u"--abbrev-ref"_s, u"--symbolic-full-name"_s, u"@{upstream}"_s}, {0, 128}};
 }
 
-ToolCommand GitTool::workingDiffCommand(const QString &path)
+ToolCommand GitTool::workingDiffCommand(const QString &path, WhitespaceChanges whitespace)
 {
-    return {diffArguments() + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments(u"diff"_s, whitespace) + QStringList{u"HEAD"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
-ToolCommand GitTool::stagedDiffCommand(const QString &path)
+ToolCommand GitTool::stagedDiffCommand(const QString &path, WhitespaceChanges whitespace)
 {
-    return {diffArguments() + QStringList{u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments(u"diff"_s, whitespace) + QStringList{u"--cached"_s, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand GitTool::changesetFilesCommand(const QString &hash)
@@ -171,9 +175,9 @@ ToolCommand GitTool::changesetFilesCommand(const QString &hash)
             {0}};
 }
 
-ToolCommand GitTool::changesetDiffCommand(const QString &hash, const QString &path)
+ToolCommand GitTool::changesetDiffCommand(const QString &hash, const QString &path, WhitespaceChanges whitespace)
 {
-    return {diffArguments(u"show"_s)
+    return {diffArguments(u"show"_s, whitespace)
                 + QStringList{u"--format="_s, u"--no-show-signature"_s, u"--find-renames"_s, hash, u"--"_s,
                               fileArgument(path)},
             {0}};

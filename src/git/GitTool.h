@@ -4,6 +4,7 @@
 #include "process/ToolCommand.h"
 #include "process/ToolRunner.h"
 #include "records/HistoryFilter.h"
+#include "records/WhitespaceChanges.h"
 
 #include <QString>
 #include <QStringList>
@@ -69,10 +70,10 @@ struct GitTool {
 
     // Diffs and contents. Revisions and branch names must have been checked
     // with refuseOptionLike() first; paths go through fileArgument().
-    static ToolCommand workingDiffCommand(const QString &path);
-    static ToolCommand stagedDiffCommand(const QString &path);
+    static ToolCommand workingDiffCommand(const QString &path, WhitespaceChanges whitespace);
+    static ToolCommand stagedDiffCommand(const QString &path, WhitespaceChanges whitespace);
     static ToolCommand changesetFilesCommand(const QString &hash);
-    static ToolCommand changesetDiffCommand(const QString &hash, const QString &path);
+    static ToolCommand changesetDiffCommand(const QString &hash, const QString &path, WhitespaceChanges whitespace);
     static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
     static ToolCommand compareDiffCommand(const QString &branch);
     // Every line of the file with its commit, in the porcelain format. Blame

@@ -8,6 +8,18 @@ using tillery::mercurial::fileArgument;
 
 namespace tillery {
 
+namespace {
+
+QStringList diffArguments(WhitespaceChanges whitespace)
+{
+    QStringList arguments{u"diff"_s, u"--git"_s};
+    if (whitespace == WhitespaceChanges::ignored)
+        arguments.append(u"--ignore-space-change"_s);
+    return arguments;
+}
+
+} // namespace
+
 ToolCommand MercurialTool::statusCommand()
 {
     return {{u"status"_s, u"-0"_s}, {0}};
@@ -62,9 +74,9 @@ ToolCommand MercurialTool::pathsCommand()
     return {{u"paths"_s}, {0, 1}};
 }
 
-ToolCommand MercurialTool::workingDiffCommand(const QString &path)
+ToolCommand MercurialTool::workingDiffCommand(const QString &path, WhitespaceChanges whitespace)
 {
-    return {{u"diff"_s, u"--git"_s, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments(whitespace) + QStringList{u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand MercurialTool::parentFilesCommand(const QString &folder, const QStringList &paths)
@@ -81,9 +93,9 @@ ToolCommand MercurialTool::changesetFilesCommand(const QString &node)
     return {{u"status"_s, u"--change="_s + node, u"-0"_s}, {0}};
 }
 
-ToolCommand MercurialTool::changesetDiffCommand(const QString &node, const QString &path)
+ToolCommand MercurialTool::changesetDiffCommand(const QString &node, const QString &path, WhitespaceChanges whitespace)
 {
-    return {{u"diff"_s, u"--git"_s, u"--change="_s + node, u"--"_s, fileArgument(path)}, {0}};
+    return {diffArguments(whitespace) + QStringList{u"--change="_s + node, u"--"_s, fileArgument(path)}, {0}};
 }
 
 ToolCommand MercurialTool::fileContentsCommand(const QString &revision, const QString &path)

@@ -3,6 +3,7 @@
 #include "process/RepositoryDetection.h"
 #include "process/ToolCommand.h"
 #include "process/ToolRunner.h"
+#include "records/WhitespaceChanges.h"
 
 #include <QStringList>
 
@@ -43,11 +44,11 @@ struct MercurialTool {
 
     // Diffs and contents. Nodes and revisions must have been checked with
     // refuseOptionLike() first; file arguments are made safe with fileArgument().
-    static ToolCommand workingDiffCommand(const QString &path);
+    static ToolCommand workingDiffCommand(const QString &path, WhitespaceChanges whitespace);
     // Writes the files as the working copy's parent has them into the folder.
     static ToolCommand parentFilesCommand(const QString &folder, const QStringList &paths);
     static ToolCommand changesetFilesCommand(const QString &node);
-    static ToolCommand changesetDiffCommand(const QString &node, const QString &path);
+    static ToolCommand changesetDiffCommand(const QString &node, const QString &path, WhitespaceChanges whitespace);
     static ToolCommand fileContentsCommand(const QString &revision, const QString &path);
     static ToolCommand compareDiffCommand(const QString &target);
     // Every line of the file with its changeset's node, user and date, as JSON.

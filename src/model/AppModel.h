@@ -138,6 +138,17 @@ public:
     // Undoes the added and removed lines among unified lines first to last of
     // the diff on screen (a hunk's header for the hunk), after asking.
     void discardShownLines(qsizetype first, qsizetype last) { m_workingCopy.discardShownLines(first, last); }
+    // Changes in white space can be left out of diffs only while no file has
+    // some of its lines chosen, which were chosen in a diff with them.
+    bool canChangeDiffWhitespace() const
+    {
+        return m_diffSelection->whitespace() == WhitespaceChanges::ignored || !m_chosenLines->hasPartlyChosen();
+    }
+    void setDiffWhitespace(WhitespaceChanges whitespace)
+    {
+        if (canChangeDiffWhitespace())
+            m_diffSelection->setWhitespace(whitespace);
+    }
     void discardAll() { m_workingCopy.discardAll(); }
     void stashAll() { m_workingCopy.stashAll(); }
 

@@ -26,8 +26,10 @@ void ChosenLines::readShownDiff()
     const std::optional<WorkingFile> &file = m_selection.selectedFile();
     const PresentedDiffDocument &document = m_selection.diff();
     std::optional<FilePatch> patch;
+    // A diff that leaves out changes in white space is not the file's: its lines cannot be taken apart.
     if (file && !m_selection.comparisonTitle() && m_workspace.tab() == WorkspaceTab::changes
-        && file->state != FileState::removed && file->state != FileState::missing)
+        && m_selection.shownDiffWhitespace() == WhitespaceChanges::shown && file->state != FileState::removed
+        && file->state != FileState::missing)
         patch = parseFilePatch(document.text);
     const auto partly = file ? m_partly.constFind(file->path) : m_partly.cend();
     if (partly != m_partly.cend() && patch && partly->diff != document.text) {

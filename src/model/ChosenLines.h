@@ -30,7 +30,7 @@ public:
     ChosenLines(Workspace &workspace, DiffSelection &selection, QObject *parent = nullptr);
 
     // Whether the diff on screen is a working file's lines of text, which
-    // can be chosen.
+    // can be chosen: not while white space changes are left out of it.
     bool canChooseShownLines() const;
     // For a unified line of the diff on screen: whether an added or removed
     // line is chosen, and for a hunk's header whether all, some or none of

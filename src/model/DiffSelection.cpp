@@ -23,9 +23,13 @@ const QString previewActivity = u"Loading icon preview"_s;
 const QString loadFailureTitle = u"Loading diff"_s;
 const QString deletedCaption = u"Deleted"_s;
 
-PresentedDiffDocument documentOf(const QString &text)
+const QString noDiffWithoutWhitespace = u"No textual diff is available for this file with white space changes ignored."_s;
+
+PresentedDiffDocument documentOf(const QString &text, WhitespaceChanges whitespace)
 {
-    return buildDiffDocument(text.isEmpty() ? noTextualDiff : text);
+    if (!text.isEmpty())
+        return buildDiffDocument(text);
+    return buildDiffDocument(whitespace == WhitespaceChanges::ignored ? noDiffWithoutWhitespace : noTextualDiff);
 }
 
 std::optional<WorkingFile> fileWithPath(const QList<WorkingFile> &files, const QString &path)
@@ -58,6 +62,7 @@ DiffSelection::DiffSelection(Workspace &workspace, const HistoryBrowser &history
     , m_settings(settings)
     , m_pool(pool)
     , m_diff(emptyDiffDocument())
+    , m_whitespace(settings.diffWhitespace())
 {
     m_pendingSelection.setSingleShot(true);
     m_pendingSelection.setInterval(0);
@@ -146,8 +151,8 @@ void DiffSelection::selectFile(const WorkingFile &file)
     }
     startDiffLoadingIndicator();
     loadDiff(
-        [backend, repositoryPath, file](const std::function<bool()> &isCancelled) {
-            return backend->workingDiff(repositoryPath, file, isCancelled);
+        [backend, repositoryPath, file](const std::function<bool()> &isCancelled, WhitespaceChanges whitespace) {
+            return backend->workingDiff(repositoryPath, file, isCancelled, whitespace);
         },
         false);
 }
@@ -171,22 +176,40 @@ void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes, co
         });
 }
 
-void DiffSelection::loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity)
+void DiffSelection::loadDiff(const DiffLoad &loadText, bool clearsActivity)
 {
     const quint64 generation = m_loadGeneration;
     m_workingDiffTask = runCancellableInBackground(
-        &m_pool, this, [loadText](const CancellationCheck &isCancelled) { return documentOf(loadText(isCancelled)); },
-        [this, generation, clearsActivity](Outcome<PresentedDiffDocument> outcome) {
+        &m_pool, this,
+        [loadText, whitespace = m_whitespace](const CancellationCheck &isCancelled) {
+            return documentOf(loadText(isCancelled, whitespace), whitespace);
+        },
+        [this, generation, clearsActivity, whitespace = m_whitespace](Outcome<PresentedDiffDocument> outcome) {
             if (generation != m_loadGeneration)
                 return;
             stopDiffLoadingIndicator();
             if (clearsActivity)
                 m_activity.setActivity(QString());
             if (outcome.succeeded())
-                setDiff(*outcome.value);
+                setDiff(*outcome.value, std::nullopt, whitespace);
             else
                 presentLoadFailure(outcome.failure);
         });
+}
+
+void DiffSelection::setWhitespace(WhitespaceChanges whitespace)
+{
+    if (m_whitespace == whitespace)
+        return;
+    m_whitespace = whitespace;
+    m_settings.setDiffWhitespace(whitespace);
+    Q_EMIT whitespaceChanged();
+    if (m_comparisonTitle)
+        return;
+    if (m_workspace.tab() == WorkspaceTab::changes && m_selectedFile)
+        selectFile(*m_selectedFile);
+    else if (m_workspace.tab() != WorkspaceTab::changes && m_selectedChangesetFile)
+        selectChangesetFile(*m_selectedChangesetFile);
 }
 
 void DiffSelection::presentLoadFailure(const QString &message)
@@ -300,8 +323,9 @@ void DiffSelection::selectChangesetFile(const WorkingFile &file)
     m_activity.setActivity(u"Loading file diff"_s);
     startDiffLoadingIndicator();
     loadDiff(
-        [backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled) {
-            return backend->changesetDiff(repositoryPath, changeset, file.path, isCancelled);
+        [backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled,
+                                                   WhitespaceChanges whitespace) {
+            return backend->changesetDiff(repositoryPath, changeset, file.path, isCancelled, whitespace);
         },
         true);
 }
@@ -462,10 +486,12 @@ void DiffSelection::setSelectedChangesetFile(const std::optional<WorkingFile> &f
     Q_EMIT selectedChangesetFileChanged();
 }
 
-void DiffSelection::setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle)
+void DiffSelection::setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle,
+                            WhitespaceChanges made)
 {
     m_diff = document;
     m_comparisonTitle = comparisonTitle;
+    m_shownDiffWhitespace = made;
     Q_EMIT diffChanged();
 }
 

@@ -3,6 +3,7 @@
 #include "diff/DiffDocument.h"
 #include "model/Background.h"
 #include "records/Changeset.h"
+#include "records/WhitespaceChanges.h"
 #include "records/WorkingFile.h"
 
 #include <QFuture>
@@ -55,6 +56,12 @@ public:
     // rereads it; the previous list stays meanwhile).
     bool isLoadingChangesetFiles() const { return m_isLoadingChangesetFiles; }
     bool showDiffLoadingIndicator() const { return m_showDiffLoadingIndicator; }
+    // Whether the diffs loaded from now on leave out changes in white space
+    // (a setting kept across runs), and whether the one on screen did.
+    WhitespaceChanges whitespace() const { return m_whitespace; }
+    WhitespaceChanges shownDiffWhitespace() const { return m_shownDiffWhitespace; }
+    // Keeps the choice and loads the file's diff on screen again by it.
+    void setWhitespace(WhitespaceChanges whitespace);
 
     void selectFile(const WorkingFile &file);
     // A burst of changes within one turn of the event loop loads once.
@@ -88,6 +95,7 @@ Q_SIGNALS:
     void isLoadingDiffChanged(bool loading);
     void isLoadingChangesetFilesChanged(bool loading);
     void showDiffLoadingIndicatorChanged(bool shown);
+    void whitespaceChanged();
 
 private:
     void cancelLoad();
@@ -98,11 +106,13 @@ private:
     void setSelectedChangeset(const std::optional<Changeset> &changeset);
     void setChangesetFiles(const QList<WorkingFile> &files);
     void setSelectedChangesetFile(const std::optional<WorkingFile> &file);
-    void setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle = std::nullopt);
+    void setDiff(const PresentedDiffDocument &document, const std::optional<QString> &comparisonTitle = std::nullopt,
+                 WhitespaceChanges made = WhitespaceChanges::shown);
     void setPreviewImage(const QImage &image, const QString &caption = QString());
     void setLoadingFlags(bool loading, bool indicatorShown);
     void loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption = QString());
-    void loadDiff(const std::function<QString(const std::function<bool()> &)> &loadText, bool clearsActivity);
+    using DiffLoad = std::function<QString(const std::function<bool()> &isCancelled, WhitespaceChanges whitespace)>;
+    void loadDiff(const DiffLoad &loadText, bool clearsActivity);
     void loadChangesetFiles(const Changeset &changeset, const std::optional<WorkingFile> &keep);
     void cancelChangesetFilesLoad();
     void setLoadingChangesetFiles(bool loading);
@@ -127,6 +137,8 @@ private:
     bool m_isLoadingDiff = false;
     bool m_showDiffLoadingIndicator = false;
     bool m_isLoadingChangesetFiles = false;
+    WhitespaceChanges m_whitespace;
+    WhitespaceChanges m_shownDiffWhitespace = WhitespaceChanges::shown;
 
     BackgroundTask m_workingDiffTask;
     BackgroundTask m_changesetFilesTask;

@@ -146,6 +146,17 @@ QString ModelSettings::diffLayout() const
     return string(settingsKeys::diffLayout).value_or(settingsDefaults::diffLayout);
 }
 
+WhitespaceChanges ModelSettings::diffWhitespace() const
+{
+    return string(settingsKeys::diffWhitespace) == u"Ignored"_s ? WhitespaceChanges::ignored : WhitespaceChanges::shown;
+}
+
+void ModelSettings::setDiffWhitespace(WhitespaceChanges whitespace)
+{
+    m_settings.setValue(settingsKeys::diffWhitespace,
+                        whitespace == WhitespaceChanges::ignored ? u"Ignored"_s : u"Shown"_s);
+}
+
 QString ModelSettings::defaultTerminal() const
 {
     return string(settingsKeys::defaultTerminal).value_or(settingsDefaults::defaultTerminal);

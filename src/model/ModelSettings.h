@@ -3,6 +3,7 @@
 #include "integrations/EditorLaunch.h"
 
 #include "records/Repository.h"
+#include "records/WhitespaceChanges.h"
 #include "records/SidebarLayout.h"
 
 #include <QList>
@@ -25,6 +26,8 @@ inline const QString repositoryIconFiles = QStringLiteral("repositoryIconFiles.v
 inline const QString commitUsername = QStringLiteral("commitUsername.v1");
 inline const QString buttonAppearance = QStringLiteral("buttonAppearance.v1");
 inline const QString diffLayout = QStringLiteral("diffLayout.v1");
+// "Ignored" or "Shown": whether diffs leave out changes in the amount of white space.
+inline const QString diffWhitespace = QStringLiteral("diffWhitespace.v1");
 inline const QString defaultTerminal = QStringLiteral("defaultTerminal.v1");
 inline const QString editorSelection = QStringLiteral("externalEditor.selection.v2");
 inline const QString editorPath = QStringLiteral("externalEditor.path.v2");
@@ -64,6 +67,8 @@ public:
 
     QString buttonAppearance() const;
     QString diffLayout() const;
+    WhitespaceChanges diffWhitespace() const;
+    void setDiffWhitespace(WhitespaceChanges whitespace);
     QString defaultTerminal() const;
     // The stored terminal choice, when one is stored.
     std::optional<QString> defaultTerminalIdentifier() const;

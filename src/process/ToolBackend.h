@@ -17,18 +17,19 @@ namespace tillery {
 template <typename Tool>
 class ToolBackend : public VersionControl {
 public:
-    QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
-                        const CancellationCheck &isCancelled) const override
+    QString workingDiff(const QString &repositoryPath, const WorkingFile &file, const CancellationCheck &isCancelled,
+                        WhitespaceChanges whitespace = WhitespaceChanges::shown) const override
     {
         if (std::optional<QString> diff = diffWithoutTool(repositoryPath, file, isCancelled))
             return *diff;
-        return trackedFileDiff(repositoryPath, file.path, RunControl{isCancelled, {}});
+        return trackedFileDiff(repositoryPath, file.path, RunControl{isCancelled, {}}, whitespace);
     }
 
     QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
-                          const CancellationCheck &isCancelled) const override
+                          const CancellationCheck &isCancelled = {},
+                          WhitespaceChanges whitespace = WhitespaceChanges::shown) const override
     {
-        return text(Tool::changesetDiffCommand(checkedChangesetId(changeset), path), repositoryPath,
+        return text(Tool::changesetDiffCommand(checkedChangesetId(changeset), path, whitespace), repositoryPath,
                     RunControl{isCancelled, {}});
     }
 
@@ -129,9 +130,10 @@ protected:
     virtual QString metadataFolder(const QString &repositoryPath) const = 0;
 
     // The diff of a file the tool tracks.
-    virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path, const RunControl &control) const
+    virtual QString trackedFileDiff(const QString &repositoryPath, const QString &path, const RunControl &control,
+                                    WhitespaceChanges whitespace) const
     {
-        return text(Tool::workingDiffCommand(path), repositoryPath, control);
+        return text(Tool::workingDiffCommand(path, whitespace), repositoryPath, control);
     }
 
     QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {}) const

@@ -10,6 +10,7 @@
 #include "records/KindTraits.h"
 #include "records/Repository.h"
 #include "records/RepositorySnapshot.h"
+#include "records/WhitespaceChanges.h"
 #include "records/WorkingFile.h"
 
 #include <QByteArray>
@@ -56,12 +57,14 @@ public:
     // the check says so. An untracked file gets a "new file" diff made
     // without the tool.
     virtual QString workingDiff(const QString &repositoryPath, const WorkingFile &file,
-                                const CancellationCheck &isCancelled) const = 0;
+                                const CancellationCheck &isCancelled,
+                                WhitespaceChanges whitespace = WhitespaceChanges::shown) const = 0;
     // The files a changeset touched (a rename under its new name), sorted.
     virtual QList<WorkingFile> changesetFiles(const QString &repositoryPath, const Changeset &changeset) const = 0;
     // Empty when there is no textual diff.
     virtual QString changesetDiff(const QString &repositoryPath, const Changeset &changeset, const QString &path,
-                                  const CancellationCheck &isCancelled = {}) const = 0;
+                                  const CancellationCheck &isCancelled = {},
+                                  WhitespaceChanges whitespace = WhitespaceChanges::shown) const = 0;
     // The bytes of a file as of a changeset; a file the changeset removed is
     // read from its first parent, where it still existed.
     virtual QByteArray fileContents(const QString &repositoryPath, const Changeset &changeset,

@@ -47,6 +47,20 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     menu->addSection(u"Diff Display"_s);
     QAction *unified = menu->addAction(u"Unified"_s);
     QAction *split = menu->addAction(u"Split"_s);
+    menu->addSeparator();
+    QAction *ignoreWhitespace = menu->addAction(u"Ignore Whitespace Changes"_s);
+    ignoreWhitespace->setObjectName(u"ignoreWhitespace"_s);
+    ignoreWhitespace->setCheckable(true);
+    const auto markWhitespace = [this, ignoreWhitespace] {
+        ignoreWhitespace->setChecked(m_model.diffSelection().whitespace() == WhitespaceChanges::ignored);
+        ignoreWhitespace->setEnabled(m_model.canChangeDiffWhitespace());
+    };
+    markWhitespace();
+    connect(&model.diffSelection(), &DiffSelection::whitespaceChanged, this, markWhitespace);
+    connect(&model.chosenLines(), &ChosenLines::changed, this, markWhitespace);
+    connect(ignoreWhitespace, &QAction::triggered, this, [this](bool ignore) {
+        m_model.setDiffWhitespace(ignore ? WhitespaceChanges::ignored : WhitespaceChanges::shown);
+    });
     m_settingsButton->setMenu(menu);
     const auto markLayout = [unified, split](DiffCanvas::Layout layout) {
         unified->setIcon(layout == DiffCanvas::Layout::unified ? symbolIcon(u"checkmark"_s) : QIcon());

@@ -285,8 +285,14 @@ private Q_SLOTS:
             QByteArray before;
             QByteArray after;
             QStringList lines; // the diff's +/- lines; none when it shows no text
+            std::optional<QStringList> linesWithoutWhitespace = std::nullopt; // when they differ
         };
         QList<Case> cases{{u"no final line feed.txt"_s, "x", "y", {u"-x"_s, u"+y"_s}},
+                          {u"spacing changed.txt"_s,
+                           "a b\nc\n",
+                           "a  b\nC\n",
+                           {u"-a b"_s, u"-c"_s, u"+a  b"_s, u"+C"_s},
+                           QStringList{u"-c"_s, u"+C"_s}},
                           {u"empty file filled.txt"_s, {}, "z\n", {u"+z"_s}},
                           {u"not UTF-8.txt"_s, "caf\xe9\n", "caf\xe9s\n", {}}};
         for (const QString &name :
@@ -308,9 +314,12 @@ private Q_SLOTS:
         QCOMPARE(files.size(), cases.size());
 
         QHash<QString, QString> workingDiffs;
-        for (const Case &file : std::as_const(cases))
-            workingDiffs.insert(file.file,
-                                backend.workingDiff(repository->path(), {file.file, FileState::modified}, never));
+        for (const Case &file : std::as_const(cases)) {
+            const WorkingFile working{file.file, FileState::modified};
+            workingDiffs.insert(file.file, backend.workingDiff(repository->path(), working, never));
+            QCOMPARE(changedLines(backend.workingDiff(repository->path(), working, never, WhitespaceChanges::ignored)),
+                     file.linesWithoutWhitespace.value_or(file.lines));
+        }
         repository->commitAll(u"change"_s);
         const Changeset change = backend.loadSnapshot(repository->path()).history.value(0);
         const QList<WorkingFile> changed = backend.changesetFiles(repository->path(), change);
@@ -321,10 +330,13 @@ private Q_SLOTS:
             QCOMPARE(diffHeaders(diff).size(), file.lines.isEmpty() ? 0 : 1);
             QCOMPARE(changedLines(diff), file.lines);
             QCOMPARE(backend.changesetDiff(repository->path(), change, file.file), diff);
+            QCOMPARE(changedLines(
+                         backend.changesetDiff(repository->path(), change, file.file, never, WhitespaceChanges::ignored)),
+                     file.linesWithoutWhitespace.value_or(file.lines));
             QCOMPARE(backend.fileContents(repository->path(), change, {file.file, FileState::modified}), file.after);
             if (!file.lines.isEmpty()) {
                 QCOMPARE(backend.annotateFile(repository->path(), std::nullopt, file.file).lines.value(0).text,
-                         QString::fromUtf8(file.after).trimmed());
+                         QString::fromUtf8(file.after).section(u'\n', 0, 0));
             }
         }
         QVERIFY(!QFile::exists(repository->filePath(u"PWNED"_s)));

@@ -93,6 +93,29 @@ private Q_SLOTS:
         QCOMPARE(scene.working(), committed);
         QVERIFY(scene.harness.model().workspace().snapshot().files.isEmpty());
     }
+
+    // White space changes can be left out of the diff only while no line is chosen, and lines cannot be
+    // chosen in such a diff, which is not the file's.
+    void whitespaceIgnoredOnlyWithoutChosenLines_data() { test::addKindColumn(); }
+    void whitespaceIgnoredOnlyWithoutChosenLines()
+    {
+        QFETCH(RepositoryKind, kind);
+        Scene scene(kind);
+        auto *ignore = test::child<QAction>(scene.harness.changes(), u"ignoreWhitespace"_s);
+        QTest::mouseClick(scene.canvas().viewport(), Qt::LeftButton, {}, scene.box(2));
+        QVERIFY(!ignore->isEnabled());
+        scene.harness.model().setDiffWhitespace(WhitespaceChanges::ignored);
+        QCOMPARE(scene.harness.model().diffSelection().whitespace(), WhitespaceChanges::shown);
+        QTest::mouseClick(scene.canvas().viewport(), Qt::LeftButton, {}, scene.box(2));
+        QVERIFY(ignore->isEnabled());
+        ignore->trigger();
+        QVERIFY(scene.harness.settle());
+        QVERIFY(!scene.harness.model().chosenLines().canChooseShownLines());
+        QCOMPARE(scene.harness.model().diffSelection().diff().unifiedLines.size(), 13);
+        ignore->trigger();
+        QVERIFY(scene.harness.settle());
+        QVERIFY(scene.harness.model().chosenLines().canChooseShownLines());
+    }
 };
 
 QTEST_MAIN(ChosenLinesWindowTest)
