@@ -82,6 +82,40 @@ std::optional<FilePatch> newFileWithoutHunks(QStringView diffText)
 
 } // namespace
 
+namespace {
+
+// The header's lines: those before the first hunk.
+template <typename Visit>
+void visitHeader(QStringView diffText, Visit visit)
+{
+    for (const QStringView line : diffText.tokenize(u'\n')) {
+        if (line.startsWith(u"@@") || visit(line))
+            return;
+    }
+}
+
+} // namespace
+
+bool declaresNewFile(QStringView diffText)
+{
+    bool isNew = false;
+    visitHeader(diffText, [&isNew](QStringView line) { return isNew = line == u"--- /dev/null"; });
+    return isNew;
+}
+
+std::optional<QString> copiedFrom(QStringView diffText)
+{
+    std::optional<QString> source;
+    visitHeader(diffText, [&source](QStringView line) {
+        for (const QStringView marker : {u"copy from ", u"rename from "}) {
+            if (line.startsWith(marker) && line.size() > marker.size())
+                source = line.sliced(marker.size()).toString();
+        }
+        return source.has_value();
+    });
+    return source;
+}
+
 QSet<qsizetype> FilePatch::changedLineIds() const
 {
     QSet<qsizetype> ids;

@@ -45,6 +45,15 @@ struct FilePatch {
 // hunks, or one whose hunks do not add up to their headers.
 std::optional<FilePatch> parseFilePatch(QStringView diffText);
 
+// Whether a diff's header says the file is new ("--- /dev/null" before the
+// first hunk), whatever the tool's status said.
+bool declaresNewFile(QStringView diffText);
+
+// The file that a diff with a git-style header shows this one copied or
+// renamed from ("copy from", "rename from" before the first hunk), as the
+// tool wrote its name; nothing for any other diff.
+std::optional<QString> copiedFrom(QStringView diffText);
+
 // Which side of the patch a text is.
 enum class PatchSide {
     // The old text: the chosen changes are made (what a partial commit records).

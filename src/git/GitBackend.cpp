@@ -174,7 +174,7 @@ public:
         if (files.isEmpty())
             return;
         const QStringList paths = pathsOf(files);
-        Tool::run(Tool::addAllCommand(paths), repositoryPath);
+        Tool::run(Tool::stageFilesCommand(paths), repositoryPath);
         Tool::run(Tool::commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
                   repositoryPath);
     }
@@ -192,10 +192,12 @@ public:
                       const QString &userName) const override
     {
         // A file changed outside the diff's hunks since it was shown has another parent than HEAD's.
+        QList<std::optional<QString>> parentPaths;
         QStringList withParent;
         for (const ChosenChanges &changes : chosen) {
-            if (changes.file.state != FileState::added && changes.file.state != FileState::untracked)
-                withParent.append(changes.file.path);
+            parentPaths.append(comparedParentPath(changes));
+            if (parentPaths.last())
+                withParent.append(*parentPaths.last());
         }
         // Both reads run while the chosen versions are worked out.
         std::future<CommandOutput> stagedNames =
@@ -209,7 +211,7 @@ public:
         QStringList filePatches;
         for (qsizetype index = 0; index < chosen.size(); ++index) {
             const WorkingFile &file = chosen[index].file;
-            const bool isNew = file.state == FileState::added || file.state == FileState::untracked;
+            const bool isNew = !parentPaths[index];
             const bool unchanged = !isNew && versions[index].parent == versions[index].committed;
             filePatches.append(unchanged ? QString()
                                          : chosenFilePatch(chosen[index], versions[index], isNew,
@@ -218,9 +220,8 @@ public:
         }
         const QHash<QString, QString> headBlobIds = headBlobs.get();
         for (qsizetype index = 0; index < chosen.size(); ++index) {
-            const QString &path = chosen[index].file.path;
-            const QString head = headBlobIds.value(path);
-            if (headBlobIds.contains(path) && blobId(versions[index].parent.toUtf8(), head.size()) != head)
+            const QString head = headBlobIds.value(parentPaths[index].value_or(QString()));
+            if (!head.isEmpty() && blobId(versions[index].parent.toUtf8(), head.size()) != head)
                 refuseAsChanged({chosen[index]});
         }
         const CommandOutput staged = stagedNames.get();
@@ -241,7 +242,7 @@ public:
         if (hasHead && stagedPaths.isEmpty()) {
             applyToIndex(repositoryPath, patch, {}, chosen);
             if (!wholeFiles.isEmpty())
-                Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
+                Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
             Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath);
             return;
         }
@@ -251,11 +252,11 @@ public:
         const RunControl ownIndex{{}, {}, false, {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"index"_s)}}};
         Tool::run(Tool::readHeadTreeCommand(hasHead), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
-            Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
+            Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
         applyToIndex(repositoryPath, patch, ownIndex, chosen);
         Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
-            Tool::run(Tool::addAllCommand(pathsOf(wholeFiles)), repositoryPath);
+            Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
         if (!followingPatch.isEmpty())
             applyToIndex(repositoryPath, followingPatch, {}, chosen);
     }

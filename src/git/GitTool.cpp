@@ -201,9 +201,11 @@ ToolCommand GitTool::annotateCommand(const QString &revision, const QString &pat
 }
 
 
-ToolCommand GitTool::addAllCommand(const QStringList &paths)
+ToolCommand GitTool::stageFilesCommand(const QStringList &paths)
 {
-    return {QStringList{u"add"_s, u"-A"_s, u"--"_s} + fileArguments(paths), {0}};
+    // update-index reads paths as they are; unlike add it takes a removal
+    // that is already staged, with the file gone from the index too.
+    return {QStringList{u"update-index"_s, u"--add"_s, u"--remove"_s, u"--"_s} + paths, {0}};
 }
 
 ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message,

@@ -84,7 +84,8 @@ struct GitTool {
     // Operations. Names must have been checked with refuseOptionLike() first;
     // paths are made safe here. The commands that talk to a remote ask for
     // "--progress", which git otherwise writes only to a terminal.
-    static ToolCommand addAllCommand(const QStringList &paths);
+    // Stages the working files as they are: new, changed or removed.
+    static ToolCommand stageFilesCommand(const QStringList &paths);
     static ToolCommand commitCommand(const QStringList &paths, const QString &message,
                                      const std::optional<git::GitIdentity> &identity);
     static ToolCommand trackedFilesCommand();

@@ -49,6 +49,19 @@ bool isNew(const WorkingFile &file)
     return file.state == FileState::added || file.state == FileState::untracked;
 }
 
+} // namespace
+
+std::optional<QString> comparedParentPath(const ChosenChanges &chosen)
+{
+    if (declaresNewFile(chosen.shownDiff))
+        return std::nullopt;
+    if (std::optional<QString> source = copiedFrom(chosen.shownDiff))
+        return source;
+    return isNew(chosen.file) ? std::nullopt : std::optional(chosen.file.path);
+}
+
+namespace {
+
 // The diff's patch, refused when the working text does not fit it, with
 // the parent the working text gives when all the diff's changes are undone.
 struct FittedPatch {
@@ -63,7 +76,7 @@ FittedPatch fittedPatch(const ChosenChanges &chosen, const QString &working)
     if (!patch)
         throw wholeFileOnly(path, u"its differences are not lines of text"_s);
     std::optional<QString> parent = applyChosenChanges(working, PatchSide::changed, *patch, patch->changedLineIds());
-    if (!parent || (isNew(chosen.file) && !parent->isEmpty()))
+    if (!parent || (!comparedParentPath(chosen) && !parent->isEmpty()))
         throw changedSinceShown(path);
     return {std::move(*patch), std::move(*parent)};
 }
@@ -97,8 +110,8 @@ void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion>
     QStringList paths;
     QList<qsizetype> places;
     for (qsizetype index = 0; index < chosen.size(); ++index) {
-        if (!isNew(chosen[index].file)) {
-            paths.append(chosen[index].file.path);
+        if (const std::optional<QString> path = comparedParentPath(chosen[index])) {
+            paths.append(*path);
             places.append(index);
         }
     }
@@ -107,7 +120,7 @@ void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion>
     const QList<QByteArray> parents = readParents(paths);
     for (qsizetype index = 0; index < paths.size(); ++index) {
         if (parents.value(index) != versions[places[index]].parent.toUtf8())
-            throw changedSinceShown(paths[index]);
+            throw changedSinceShown(chosen[places[index]].file.path);
     }
 }
 

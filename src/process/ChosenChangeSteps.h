@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <optional>
 
 namespace tillery {
 
@@ -19,7 +20,8 @@ class VersionControl;
 // longer describes (it changed since) and one whose changes cannot be taken
 // apart (binary, not UTF-8 text, removed, a link).
 
-// A file as its parent has it according to the diff (empty for a new file),
+// A file as its parent has it according to the diff (empty for a new file,
+// the file it came from for a copy or rename),
 // and as a commit of only the chosen changes records it.
 struct ChosenVersion {
     QString parent;
@@ -27,9 +29,16 @@ struct ChosenVersion {
 };
 QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QList<ChosenChanges> &chosen);
 
+// The file of the working copy's parent that the diff compares this one
+// with: its own, or for a copy or renamed file the one it came from; nothing
+// for a new file.
+std::optional<QString> comparedParentPath(const ChosenChanges &chosen);
+
 // Refuses the versions when a parent is not what the working copy's parent
-// really holds: the file changed since its diff was shown. (Where the tool
-// checks that itself while it commits, this is not needed.)
+// really holds: the file changed since its diff was shown. A new file's
+// parent is read only when its diff shows it copied or renamed, from the
+// file it came from. (Where the tool checks that itself while it commits,
+// this is not needed.)
 void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion> &versions,
                   const std::function<QList<QByteArray>(const QStringList &paths)> &readParents);
 

@@ -142,6 +142,29 @@ private Q_SLOTS:
         QCOMPARE(status, name < u"other.txt"_s ? file + '\0' + other + '\0' : other + '\0' + file + '\0');
     }
 
+    // A renamed file with some of its changes chosen, its old name ticked whole: the commit renames it and
+    // takes only those changes. Mercurial's diff is against the old file; Git's is of a new file.
+    void committingChosenLinesOfARenamedFile_data() { test::addKindColumn(); }
+    void committingChosenLinesOfARenamedFile()
+    {
+        QFETCH(RepositoryKind, kind);
+        const Scene scene(kind, u"g.txt"_s);
+        scene.repository->write(u"f.txt"_s, tenLines);
+        scene.repository->commitAll(u"base"_s);
+        scene.repository->tool({u"mv"_s, u"f.txt"_s, u"g.txt"_s});
+        scene.repository->write(u"g.txt"_s, tenChanged);
+        const ChosenChanges chosen = scene.choose({0, 1});
+        scene.backend.commitChosen(scene.path(), {{u"f.txt"_s, FileState::removed}}, {chosen}, u"Part"_s, QString(),
+                                   QString());
+        QCOMPARE(scene.committedFile(u"g.txt"_s), scene.isGit ? "1\ntwo\n"_ba : "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba);
+        QCOMPARE(test::readFile(scene.repository->filePath(u"g.txt"_s)), tenChanged);
+        const QByteArray committedNames = scene.repository->tool(
+            scene.isGit ? QStringList{u"ls-tree"_s, u"--name-only"_s, u"HEAD"_s} : QStringList{u"files"_s, u"-r"_s, u"."_s});
+        QCOMPARE(committedNames, "g.txt\nother.txt\n"_ba);
+        if (!scene.isGit)
+            QCOMPARE(scene.repository->tool({u"log"_s, u"-r"_s, u"."_s, u"-T"_s, u"{file_copies}"_s}), "g.txt (f.txt)"_ba);
+    }
+
     // What cannot be taken apart, or changed after its diff was shown, is refused and nothing is committed.
     void refusals_data()
     {
