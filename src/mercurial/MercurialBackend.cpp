@@ -59,8 +59,10 @@ public:
     RepositorySnapshot loadSnapshot(const QString &repositoryPath) const override
     {
         // Files a commit of chosen changes set aside when Tillery died during it.
-        workingFileJournal::restore(repositoryPath, metadataFolder(repositoryPath));
-        return loadMercurialSnapshot(repositoryPath);
+        const QStringList restored = workingFileJournal::restore(repositoryPath, metadataFolder(repositoryPath));
+        RepositorySnapshot snapshot = loadMercurialSnapshot(repositoryPath);
+        snapshot.restoredWorkingFiles = restored;
+        return snapshot;
     }
 
     std::unique_ptr<HistoryPager> historyPager(const QString &repositoryPath, const HistoryFilter &filter,

@@ -187,6 +187,12 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
     if (selectionWasOlder)
         m_historyNavigation->keepSelectionShown();
     m_diffSelection->reconcileAfterRefresh();
+    const QStringList &restored = loaded.snapshot.restoredWorkingFiles;
+    if (!restored.isEmpty()) {
+        m_activity->present(u"Working Files Put Back"_s,
+                            u"A commit of chosen lines was cut short before it could put the working files back. "
+                            "Tillery has now put them back as they were: %1."_s.arg(restored.join(u", "_s)));
+    }
 }
 
 void AppModel::addRepository()

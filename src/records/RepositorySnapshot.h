@@ -7,6 +7,7 @@
 #include <QList>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -24,6 +25,9 @@ struct RepositorySnapshot {
     bool currentBranchIsPublished = true;
     // The id of the changeset the working copy is based on; empty before the first.
     QString workingParent;
+    // Working files that a commit of chosen lines had set aside when it was
+    // cut short, which this load put back.
+    QStringList restoredWorkingFiles;
 
     friend bool operator==(const RepositorySnapshot &, const RepositorySnapshot &) = default;
 };

@@ -12,6 +12,7 @@
 #include <QtConcurrent>
 #include <QStyleOptionButton>
 
+#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -349,6 +350,25 @@ void DiffCanvas::keyPressEvent(QKeyEvent *event)
     }
     if (event->key() == Qt::Key_Space && m_choices && m_selectionAnchor >= 0) {
         Q_EMIT choiceKeyPressed(selectedUnifiedLines());
+        return;
+    }
+    // Where lines can be chosen, the arrows move the selected row (Shift
+    // stretches it) for Space to choose, instead of scrolling.
+    const bool up = event->key() == Qt::Key_Up;
+    if ((up || event->key() == Qt::Key_Down) && m_choices && rowCount() > 0) {
+        const qsizetype row = m_selectionAnchor < 0 ? rowAt(0)
+                                                    : std::clamp<qsizetype>(m_selectionEnd + (up ? -1 : 1), 0,
+                                                                            rowCount() - 1);
+        if (event->modifiers() & Qt::ShiftModifier && m_selectionAnchor >= 0)
+            selectRows(m_selectionAnchor, row, m_selectionOnRight);
+        else
+            selectRows(row, row, m_selectionOnRight);
+        const qint64 top = row * rowHeight;
+        const int shown = verticalScrollBar()->value();
+        if (top < shown)
+            verticalScrollBar()->setValue(static_cast<int>(top));
+        else if (top + rowHeight > shown + viewport()->height())
+            verticalScrollBar()->setValue(static_cast<int>(top + rowHeight - viewport()->height()));
         return;
     }
     if (event->matches(QKeySequence::SelectAll) && rowCount() > 0) {

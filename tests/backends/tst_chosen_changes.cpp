@@ -227,7 +227,7 @@ private Q_SLOTS:
         QCOMPARE(victim.exitStatus(), QProcess::CrashExit);
         QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba);
 
-        scene.backend.loadSnapshot(scene.path());
+        QCOMPARE(scene.backend.loadSnapshot(scene.path()).restoredWorkingFiles, QStringList{u"f.txt"_s});
         QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)), tenChanged);
         QVERIFY(!QFile::exists(scene.path() + u"/.hg/tillery/set-aside"_s));
     }

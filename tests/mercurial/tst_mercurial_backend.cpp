@@ -55,7 +55,7 @@ private Q_SLOTS:
     {
         const MercurialFixture repository;
         QCOMPARE(loadMercurialSnapshot(repository.path()),
-                 (RepositorySnapshot{{}, {}, {}, u"default"_s, std::nullopt, {}, u"default"_s, true, {}}));
+                 (RepositorySnapshot{{}, {}, {}, u"default"_s, std::nullopt, {}, u"default"_s, true, {}, {}}));
         repository.hg({u"debugbuilddag"_s, u"+260"_s});
         const QList<Changeset> history = loadMercurialSnapshot(repository.path()).history;
         QCOMPARE(history.size(), 250);

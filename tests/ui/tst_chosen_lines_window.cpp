@@ -6,6 +6,9 @@
 #include "ui/DiffCanvas.h"
 #include "ui/DiffView.h"
 
+#include <QMenu>
+#include <QTimer>
+
 using namespace Qt::StringLiterals;
 using namespace tillery;
 
@@ -55,7 +58,8 @@ private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
     // Unified lines: 0 header, 1 "1", 2 "-2", 3 "+two", 4-9 context, 10 "-9", 11 "+nine", 12 "10".
-    // A click chooses a line, Shift-click the range to it, Space the selected rows; the file is then partly
+    // A click chooses a line, Shift-click the range to it, Space the selected rows (moved and stretched with the
+    // arrows); the file is then partly
     // marked and the commit takes exactly those lines. What is left is discarded by its hunk, after asking.
     void chooseCommitAndDiscard_data() { test::addKindColumn(); }
     void chooseCommitAndDiscard()
@@ -67,9 +71,10 @@ private Q_SLOTS:
         QTest::mouseClick(viewport, Qt::LeftButton, Qt::ShiftModifier, scene.box(3));
         QCOMPARE(scene.harness.model().chosenLines().shownLineState(0), Qt::PartiallyChecked);
         QCOMPARE(scene.fileMark(), Qt::PartiallyChecked);
-        QTest::mousePress(viewport, Qt::LeftButton, {}, scene.text(10));
-        QTest::mouseMove(viewport, scene.text(11));
-        QTest::mouseRelease(viewport, Qt::LeftButton, {}, scene.text(11));
+        QTest::mouseClick(viewport, Qt::LeftButton, {}, scene.text(8));
+        QTest::keyClick(&scene.canvas(), Qt::Key_Down);
+        QTest::keyClick(&scene.canvas(), Qt::Key_Down);
+        QTest::keyClick(&scene.canvas(), Qt::Key_Down, Qt::ShiftModifier);
         QTest::keyClick(&scene.canvas(), Qt::Key_Space);
         QCOMPARE(scene.fileMark(), Qt::Checked);
         QTest::keyClick(&scene.canvas(), Qt::Key_Space);
@@ -86,9 +91,18 @@ private Q_SLOTS:
         QCOMPARE(scene.working(), "1\ntwo\n3\n4\n5\n6\n7\n8\nnine\n10\n"_ba);
         QCOMPARE(scene.fileMark(), Qt::Unchecked);
 
-        // The diff is now one hunk: the ninth line; its header is line 0.
+        // The diff is now one hunk, the ninth line's; its menu discards it.
         scene.harness.models.prompts.alertAnswers = {0};
-        scene.harness.model().discardShownLines(0, 0);
+        QTimer::singleShot(0, [] {
+            auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+            QVERIFY(menu);
+            for (QAction *action : menu->actions()) {
+                if (action->text() == u"Discard This Hunk"_s)
+                    action->trigger();
+            }
+            menu->close();
+        });
+        Q_EMIT scene.canvas().customContextMenuRequested(scene.text(3));
         QVERIFY(scene.harness.settle());
         QCOMPARE(scene.working(), committed);
         QVERIFY(scene.harness.model().workspace().snapshot().files.isEmpty());
