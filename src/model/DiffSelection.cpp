@@ -23,7 +23,8 @@ const QString previewActivity = u"Loading icon preview"_s;
 const QString loadFailureTitle = u"Loading diff"_s;
 const QString deletedCaption = u"Deleted"_s;
 
-const QString noDiffWithoutWhitespace = u"No textual diff is available for this file with white space changes ignored."_s;
+const QString noDiffWithoutWhitespace =
+    u"No textual diff is available for this file with white space changes ignored."_s;
 
 PresentedDiffDocument documentOf(const QString &text, WhitespaceChanges whitespace)
 {

@@ -143,7 +143,8 @@ void DiffView::showLinesMenu(const QPoint &position)
         return;
     QMenu menu(this);
     const QList<qsizetype> selected = m_canvas->selectedUnifiedLines();
-    const bool anyChanged = selected.isEmpty() ? false : m_model.chosenLines().shownChanges(selected.first(), selected.last()).has_value();
+    const bool anyChanged =
+        !selected.isEmpty() && m_model.chosenLines().shownChanges(selected.first(), selected.last()).has_value();
     QAction *discardLines = menu.addAction(u"Discard Selected Lines"_s);
     discardLines->setEnabled(anyChanged);
     connect(discardLines, &QAction::triggered, this,

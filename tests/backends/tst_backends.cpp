@@ -330,8 +330,8 @@ private Q_SLOTS:
             QCOMPARE(diffHeaders(diff).size(), file.lines.isEmpty() ? 0 : 1);
             QCOMPARE(changedLines(diff), file.lines);
             QCOMPARE(backend.changesetDiff(repository->path(), change, file.file), diff);
-            QCOMPARE(changedLines(
-                         backend.changesetDiff(repository->path(), change, file.file, never, WhitespaceChanges::ignored)),
+            QCOMPARE(changedLines(backend.changesetDiff(repository->path(), change, file.file, never,
+                                                        WhitespaceChanges::ignored)),
                      file.linesWithoutWhitespace.value_or(file.lines));
             QCOMPARE(backend.fileContents(repository->path(), change, {file.file, FileState::modified}), file.after);
             if (!file.lines.isEmpty()) {

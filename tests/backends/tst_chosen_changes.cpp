@@ -159,10 +159,12 @@ private Q_SLOTS:
         QCOMPARE(scene.committedFile(u"g.txt"_s), scene.isGit ? "1\ntwo\n"_ba : "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba);
         QCOMPARE(test::readFile(scene.repository->filePath(u"g.txt"_s)), tenChanged);
         const QByteArray committedNames = scene.repository->tool(
-            scene.isGit ? QStringList{u"ls-tree"_s, u"--name-only"_s, u"HEAD"_s} : QStringList{u"files"_s, u"-r"_s, u"."_s});
+            scene.isGit ? QStringList{u"ls-tree"_s, u"--name-only"_s, u"HEAD"_s}
+                        : QStringList{u"files"_s, u"-r"_s, u"."_s});
         QCOMPARE(committedNames, "g.txt\nother.txt\n"_ba);
         if (!scene.isGit)
-            QCOMPARE(scene.repository->tool({u"log"_s, u"-r"_s, u"."_s, u"-T"_s, u"{file_copies}"_s}), "g.txt (f.txt)"_ba);
+            QCOMPARE(scene.repository->tool({u"log"_s, u"-r"_s, u"."_s, u"-T"_s, u"{file_copies}"_s}),
+                     "g.txt (f.txt)"_ba);
     }
 
     // What cannot be taken apart, or changed after its diff was shown, is refused and nothing is committed.
