@@ -163,6 +163,7 @@ std::optional<FilePatch> parseFilePatch(QStringView diffText)
         } else if (const std::optional<HunkHeader> header = parseHeader(line)) {
             patch.hunks.append(PatchHunk{header->oldStart, header->oldCount, header->newStart, header->newCount,
                                          offset, {}});
+            patch.hunks.last().lines.reserve(std::min<qint64>(header->oldCount + header->newCount, diffText.size()));
             oldLeft = header->oldCount;
             newLeft = header->newCount;
         } else if (line.startsWith(u'\\') && !patch.hunks.isEmpty() && !patch.hunks.last().lines.isEmpty()) {

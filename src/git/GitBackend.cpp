@@ -121,13 +121,10 @@ public:
                                    bool executable)
     {
         const QString &path = changes.file.path;
-        if (const std::optional<FilePatch> shown = parseFilePatch(changes.shownDiff)) {
-            const QString patch = filePatch(path, chosenHunksText(*shown, changes.lines), isNew, executable);
-            const std::optional<FilePatch> made = parseFilePatch(patch);
-            if (made
-                && applyChosenChanges(version.parent, PatchSide::old, *made, made->changedLineIds()) == version.committed)
-                return patch;
-        }
+        const QString patch = filePatch(path, chosenHunksText(version.shown, changes.lines), isNew, executable);
+        const std::optional<FilePatch> made = parseFilePatch(patch);
+        if (made && applyChosenChanges(version.parent, PatchSide::old, *made, made->changedLineIds()) == version.committed)
+            return patch;
         return wholeFilePatch(path, version.parent, version.committed, isNew, executable);
     }
 
@@ -207,16 +204,25 @@ public:
                        ? QHash<QString, QString>()
                        : parseTreeBlobs(outputOf(Tool::headEntriesCommand(withParent), repositoryPath));
         });
-        const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
-        QStringList filePatches;
-        for (qsizetype index = 0; index < chosen.size(); ++index) {
+        // Each file's versions and patch, worked out on two threads.
+        struct Prepared {
+            ChosenVersion version;
+            QString patch;
+        };
+        QList<Prepared> prepared = mappedInTwo(chosen.size(), [&](qsizetype index) {
             const WorkingFile &file = chosen[index].file;
+            const ChosenVersion version = committedVersions(repositoryPath, {chosen[index]}).constFirst();
             const bool isNew = !parentPaths[index];
-            const bool unchanged = !isNew && versions[index].parent == versions[index].committed;
-            filePatches.append(unchanged ? QString()
-                                         : chosenFilePatch(chosen[index], versions[index], isNew,
-                                                           QFileInfo(QDir(repositoryPath).filePath(file.path))
-                                                               .isExecutable()));
+            if (!isNew && version.parent == version.committed)
+                return Prepared{version, QString()};
+            return Prepared{version, chosenFilePatch(chosen[index], version, isNew,
+                                                     QFileInfo(QDir(repositoryPath).filePath(file.path)).isExecutable())};
+        });
+        QList<ChosenVersion> versions;
+        QStringList filePatches;
+        for (Prepared &file : prepared) {
+            versions.append(std::move(file.version));
+            filePatches.append(std::move(file.patch));
         }
         const QHash<QString, QString> headBlobIds = headBlobs.get();
         for (qsizetype index = 0; index < chosen.size(); ++index) {

@@ -1,6 +1,7 @@
 #include "process/ChosenChangeSteps.h"
 
 #include "diff/FilePatch.h"
+#include "process/Concurrently.h"
 #include "process/Failure.h"
 #include "process/RepositoryFile.h"
 #include "process/VersionControl.h"
@@ -94,14 +95,13 @@ QString checkedWorkingText(const QString &repositoryPath, const WorkingFile &fil
 
 QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QList<ChosenChanges> &chosen)
 {
-    QList<ChosenVersion> versions;
-    versions.reserve(chosen.size());
-    for (const ChosenChanges &changes : chosen) {
-        const FittedPatch fitted = fittedPatch(changes, checkedWorkingText(repositoryPath, changes.file));
-        versions.append({fitted.parent, applyChosenChanges(fitted.parent, PatchSide::old, fitted.patch, changes.lines)
-                                            .value_or(fitted.parent)});
-    }
-    return versions;
+    return mappedInTwo(chosen.size(), [&](qsizetype index) {
+        const ChosenChanges &changes = chosen[index];
+        FittedPatch fitted = fittedPatch(changes, checkedWorkingText(repositoryPath, changes.file));
+        QString committed = applyChosenChanges(fitted.parent, PatchSide::old, fitted.patch, changes.lines)
+                                .value_or(fitted.parent);
+        return ChosenVersion{std::move(fitted.parent), std::move(committed), std::move(fitted.patch)};
+    });
 }
 
 void checkParents(const QList<ChosenChanges> &chosen, const QList<ChosenVersion> &versions,

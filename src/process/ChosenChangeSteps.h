@@ -1,5 +1,6 @@
 #pragma once
 
+#include "diff/FilePatch.h"
 #include "records/ChosenChanges.h"
 
 #include <QByteArray>
@@ -26,6 +27,8 @@ class VersionControl;
 struct ChosenVersion {
     QString parent;
     QString committed;
+    // The diff the changes were chosen in, read.
+    FilePatch shown;
 };
 QList<ChosenVersion> committedVersions(const QString &repositoryPath, const QList<ChosenChanges> &chosen);
 

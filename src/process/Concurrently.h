@@ -2,6 +2,8 @@
 
 #include "process/Cancellation.h"
 
+#include <QList>
+
 #include <future>
 #include <type_traits>
 
@@ -19,6 +21,31 @@ std::future<std::invoke_result_t<Work &>> startConcurrently(Work work)
         const RunCancellationScope scope(check);
         return work();
     });
+}
+
+// The results of `work(index)` for every index below `count`, in order; the
+// second half is worked out on a thread of its own while the caller does
+// the first, when there are enough to be worth a thread.
+template <typename Work>
+QList<std::invoke_result_t<Work &, qsizetype>> mappedInTwo(qsizetype count, Work work)
+{
+    using Result = std::invoke_result_t<Work &, qsizetype>;
+    const auto range = [&work](qsizetype from, qsizetype to) {
+        QList<Result> results;
+        results.reserve(to - from);
+        for (qsizetype index = from; index < to; ++index)
+            results.append(work(index));
+        return results;
+    };
+    constexpr qsizetype worthAThread = 16;
+    if (count < worthAThread)
+        return range(0, count);
+    const qsizetype half = count / 2;
+    // Should the first half fail, its failure is the one seen: the second is waited for as the future goes.
+    std::future<QList<Result>> second = startConcurrently([&range, half, count] { return range(half, count); });
+    QList<Result> results = range(0, half);
+    results.append(second.get());
+    return results;
 }
 
 // Called from a catch block of work that ran beside `startedFirst`: throws
