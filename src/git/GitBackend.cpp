@@ -76,6 +76,9 @@ public:
             u"The branch will point to the current commit and be checked out."_s,
             QString(),
             true,
+            u"stash"_s,
+            u"stashes"_s,
+            u"stash"_s,
         };
         return traits;
     }
@@ -296,6 +299,28 @@ public:
     {
         Tool::run(Tool::stashCommand(name), repositoryPath);
     }
+
+    // Not built yet: shelves and conflicts.
+    QList<WorkingFile> shelfFiles(const QString &, const Shelf &) const override { throw notBuiltYet(); }
+    QString shelfDiff(const QString &, const Shelf &, const QString &, const CancellationCheck &) const override
+    {
+        throw notBuiltYet();
+    }
+    void restoreShelf(const QString &, const Shelf &, bool) const override { throw notBuiltYet(); }
+    void deleteShelf(const QString &, const Shelf &) const override { throw notBuiltYet(); }
+    void shelveFiles(const QString &, const QString &, const QList<WorkingFile> &) const override
+    {
+        throw notBuiltYet();
+    }
+    void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
+    void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
+    void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }
+    void continueOperation(const QString &, OperationInProgress, const QString &) const override
+    {
+        throw notBuiltYet();
+    }
+    void abortOperation(const QString &, OperationInProgress) const override { throw notBuiltYet(); }
+    static PlatformFailure notBuiltYet() { return PlatformFailure(u"Not built yet."_s); }
 
     void deleteBookmark(const QString &repositoryPath, const QString &name) const override
     {

@@ -39,6 +39,9 @@ public:
             u"The bookmark will point to the current changeset and become active."_s,
             u"default"_s,
             false,
+            u"shelf"_s,
+            u"shelves"_s,
+            u"shelve"_s,
         };
         return traits;
     }
@@ -146,6 +149,28 @@ public:
         refuseOptionLike(name, u"a shelf name"_s);
         Tool::run(Tool::shelveCommand(name), repositoryPath);
     }
+
+    // Not built yet: shelves and conflicts.
+    QList<WorkingFile> shelfFiles(const QString &, const Shelf &) const override { throw notBuiltYet(); }
+    QString shelfDiff(const QString &, const Shelf &, const QString &, const CancellationCheck &) const override
+    {
+        throw notBuiltYet();
+    }
+    void restoreShelf(const QString &, const Shelf &, bool) const override { throw notBuiltYet(); }
+    void deleteShelf(const QString &, const Shelf &) const override { throw notBuiltYet(); }
+    void shelveFiles(const QString &, const QString &, const QList<WorkingFile> &) const override
+    {
+        throw notBuiltYet();
+    }
+    void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
+    void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
+    void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }
+    void continueOperation(const QString &, OperationInProgress, const QString &) const override
+    {
+        throw notBuiltYet();
+    }
+    void abortOperation(const QString &, OperationInProgress) const override { throw notBuiltYet(); }
+    static PlatformFailure notBuiltYet() { return PlatformFailure(u"Not built yet."_s); }
 
     void squashMerge(const QString &, const QString &) const override
     {

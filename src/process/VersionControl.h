@@ -9,7 +9,9 @@
 #include "records/HistoryFilter.h"
 #include "records/KindTraits.h"
 #include "records/Repository.h"
+#include "records/OperationInProgress.h"
 #include "records/RepositorySnapshot.h"
+#include "records/Shelf.h"
 #include "records/WhitespaceChanges.h"
 #include "records/WorkingFile.h"
 
@@ -102,6 +104,36 @@ public:
     // Shelves or stashes every change to tracked files; Git's stash takes
     // untracked files too.
     virtual void stash(const QString &repositoryPath, const QString &name) const = 0;
+
+    // Shelves (Mercurial) and stash entries (Git), listed in the snapshot.
+    // The files a shelf holds (untracked ones that went in as added), sorted,
+    // and one file's diff in it.
+    virtual QList<WorkingFile> shelfFiles(const QString &repositoryPath, const Shelf &shelf) const = 0;
+    virtual QString shelfDiff(const QString &repositoryPath, const Shelf &shelf, const QString &path,
+                              const CancellationCheck &isCancelled = {}) const = 0;
+    // Puts a shelf's changes back into the working copy; without `keep` it
+    // goes too, but only once they are back. A restore that conflicts leaves
+    // the tool's own conflict state (see the snapshot's operation) and the
+    // shelf in the list.
+    virtual void restoreShelf(const QString &repositoryPath, const Shelf &shelf, bool keep) const = 0;
+    virtual void deleteShelf(const QString &repositoryPath, const Shelf &shelf) const = 0;
+    // Shelves or stashes only these files (untracked ones too) under the name.
+    virtual void shelveFiles(const QString &repositoryPath, const QString &name,
+                             const QList<WorkingFile> &files) const = 0;
+
+    // Conflicts of the operation in progress. Each file takes one side
+    // whole and is marked resolved.
+    virtual void resolveWithSide(const QString &repositoryPath, const QStringList &paths, ConflictSide side) const = 0;
+    virtual void markResolved(const QString &repositoryPath, const QStringList &paths, bool resolved) const = 0;
+    // Runs the merge tool the person configured for the tool on the file
+    // (never through a shell); returns when the tool is closed.
+    virtual void openInMergeTool(const QString &repositoryPath, const QString &path) const = 0;
+    // Goes on with the operation once nothing is unresolved (a merge is
+    // committed with the message), or abandons it, putting the working copy
+    // back as it was before.
+    virtual void continueOperation(const QString &repositoryPath, OperationInProgress operation,
+                                   const QString &message) const = 0;
+    virtual void abortOperation(const QString &repositoryPath, OperationInProgress operation) const = 0;
 
     // Mercurial bookmarks or Git branches; creating a Git branch checks it out.
     virtual void createBookmark(const QString &repositoryPath, const QString &name) const = 0;

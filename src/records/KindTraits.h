@@ -26,6 +26,10 @@ struct KindTraits {
     // where the kind has no named branches.
     QString defaultNamedBranch;
     bool hasSquashMerge = false;
+    // "shelf" / "shelves" / "shelve", or "stash" / "stashes" / "stash".
+    QString shelf;
+    QString shelves;
+    QString shelveVerb;
 };
 
 // "Changeset" for "changeset".

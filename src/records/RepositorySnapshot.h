@@ -2,6 +2,8 @@
 
 #include "records/Bookmark.h"
 #include "records/Changeset.h"
+#include "records/OperationInProgress.h"
+#include "records/Shelf.h"
 #include "records/WorkingFile.h"
 
 #include <QList>
@@ -28,6 +30,13 @@ struct RepositorySnapshot {
     // Working files that a commit of chosen lines had set aside when it was
     // cut short, which this load put back.
     QStringList restoredWorkingFiles;
+    // The shelves or stash entries, newest first.
+    QList<Shelf> shelves;
+    // What the working copy is in the middle of, and the files of its
+    // conflicts already marked resolved (the unresolved ones are among
+    // `files`, as unresolved).
+    OperationInProgress operation = OperationInProgress::none;
+    QStringList resolvedFiles;
 
     friend bool operator==(const RepositorySnapshot &, const RepositorySnapshot &) = default;
 };

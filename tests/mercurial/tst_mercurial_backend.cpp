@@ -54,8 +54,9 @@ private Q_SLOTS:
     void emptyRepositoryAndLongHistory()
     {
         const MercurialFixture repository;
-        QCOMPARE(loadMercurialSnapshot(repository.path()),
-                 (RepositorySnapshot{{}, {}, {}, u"default"_s, std::nullopt, {}, u"default"_s, true, {}, {}}));
+        RepositorySnapshot empty;
+        empty.branch = empty.defaultBranch = u"default"_s;
+        QCOMPARE(loadMercurialSnapshot(repository.path()), empty);
         repository.hg({u"debugbuilddag"_s, u"+260"_s});
         const QList<Changeset> history = loadMercurialSnapshot(repository.path()).history;
         QCOMPARE(history.size(), 250);
