@@ -3,6 +3,7 @@
 #include "model/Operations.h"
 #include "model/VersionControl.h"
 #include "records/Repository.h"
+#include "records/WorkspaceTab.h"
 
 #include <QString>
 
@@ -14,6 +15,7 @@ namespace tillery {
 class ChosenLines;
 class Desktop;
 class DiffSelection;
+class ShelfSelection;
 class ModelSettings;
 class Prompts;
 class Workspace;
@@ -24,6 +26,7 @@ class Workspace;
 struct ActionContext {
     Workspace &workspace;
     DiffSelection &selection;
+    ShelfSelection &shelves;
     ChosenLines &chosen;
     ModelSettings &settings;
     Prompts &prompts;
@@ -33,6 +36,8 @@ struct ActionContext {
     std::function<void()> refresh;
     // Adds a new repository to the list and selects it.
     std::function<void(const Repository &)> adopt;
+    // Puts a page of the workspace on screen.
+    std::function<void(WorkspaceTab)> showTab;
 
     // The selected repository with the backend of its kind.
     struct Selected {

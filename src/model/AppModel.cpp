@@ -39,18 +39,23 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_historyBrowser(new HistoryBrowser(m_pool, *m_workspace, this))
     , m_diffSelection(new DiffSelection(*m_workspace, *m_historyBrowser, *m_activity, m_settings, m_pool, this))
     , m_chosenLines(new ChosenLines(*m_workspace, *m_diffSelection, this))
+    , m_shelfSelection(new ShelfSelection(*m_workspace, *m_diffSelection, *m_activity, m_pool, this))
     , m_annotation(new Annotation(*m_workspace, *m_diffSelection, m_pool, this))
     , m_operations(m_pool, *m_activity, *this)
     , m_context{*m_workspace,
                 *m_diffSelection,
+                *m_shelfSelection,
                 *m_chosenLines,
                 m_settings,
                 services.prompts,
                 services.desktop,
                 m_operations,
                 [this] { refresh(); },
-                [this](const Repository &repository) { adoptRepository(repository); }}
+                [this](const Repository &repository) { adoptRepository(repository); },
+                [this](WorkspaceTab tab) { setTab(tab); }}
     , m_workingCopy(m_context)
+    , m_shelves(m_context)
+    , m_conflicts(m_context)
     , m_branches(m_context)
     , m_open(m_context)
     , m_historyNavigation(new HistoryNavigation(m_context, *m_historyBrowser, this))
@@ -142,6 +147,7 @@ void AppModel::clearRepositoryState()
     m_workspace->clearSnapshot();
     m_chosenLines->clear();
     m_diffSelection->clearForRepositorySwitch();
+    m_shelfSelection->clear();
 }
 
 void AppModel::select(const Repository &repository)
@@ -187,6 +193,8 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
     if (selectionWasOlder)
         m_historyNavigation->keepSelectionShown();
     m_diffSelection->reconcileAfterRefresh();
+    if (m_workspace->tab() == WorkspaceTab::shelves)
+        m_shelfSelection->showPage();
     const QStringList &restored = loaded.snapshot.restoredWorkingFiles;
     if (!restored.isEmpty()) {
         m_activity->present(u"Working Files Put Back"_s,
@@ -378,7 +386,10 @@ void AppModel::setTab(WorkspaceTab tab)
     if (m_workspace->tab() == tab)
         return;
     m_workspace->setTab(tab);
-    m_diffSelection->showPage();
+    if (tab == WorkspaceTab::shelves)
+        m_shelfSelection->showPage();
+    else
+        m_diffSelection->showPage();
 }
 
 void AppModel::setCommitSummary(const QString &summary)

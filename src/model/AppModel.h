@@ -16,6 +16,9 @@
 #include "model/Prompts.h"
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
+#include "model/ConflictActions.h"
+#include "model/ShelfActions.h"
+#include "model/ShelfSelection.h"
 #include "model/VersionControl.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
@@ -152,6 +155,22 @@ public:
     void discardAll() { m_workingCopy.discardAll(); }
     void stashAll() { m_workingCopy.stashAll(); }
 
+    // Shelves or stash entries: the Shelves page's selection and actions.
+    const ShelfSelection &shelfSelection() const { return *m_shelfSelection; }
+    void selectShelf(const Shelf &shelf) { m_shelfSelection->selectShelf(shelf); }
+    void selectShelfFile(const WorkingFile &file) { m_shelfSelection->selectFile(file); }
+    void shelveSelectedFiles() { m_shelves.shelveSelectedFiles(); }
+    void restoreShelf(bool keep) { m_shelves.restore(keep); }
+    void deleteShelf() { m_shelves.deleteSelected(); }
+
+    // The operation in progress and its conflicts.
+    const ConflictActions &conflicts() const { return m_conflicts; }
+    void continueOperation() { m_conflicts.continueOperation(); }
+    void abortOperation() { m_conflicts.abortOperation(); }
+    void takeConflictSide(ConflictSide side) { m_conflicts.takeSide(side); }
+    void markSelectedResolved(bool resolved) { m_conflicts.markSelected(resolved); }
+    void openInMergeTool() { m_conflicts.openInMergeTool(); }
+
     // Bookmark or branch, merge and remote actions.
     void createBookmark(const QString &name) { m_branches.createBookmark(name); }
     void renameBookmark(const Bookmark &bookmark) { m_branches.renameBookmark(bookmark); }
@@ -232,10 +251,13 @@ private:
     HistoryBrowser *m_historyBrowser;
     DiffSelection *m_diffSelection;
     ChosenLines *m_chosenLines;
+    ShelfSelection *m_shelfSelection;
     Annotation *m_annotation;
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;
+    ShelfActions m_shelves;
+    ConflictActions m_conflicts;
     BranchActions m_branches;
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;

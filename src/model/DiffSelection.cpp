@@ -209,7 +209,7 @@ void DiffSelection::setWhitespace(WhitespaceChanges whitespace)
         return;
     if (m_workspace.tab() == WorkspaceTab::changes && m_selectedFile)
         selectFile(*m_selectedFile);
-    else if (m_workspace.tab() != WorkspaceTab::changes && m_selectedChangesetFile)
+    else if (m_workspace.tab() == WorkspaceTab::history && m_selectedChangesetFile)
         selectChangesetFile(*m_selectedChangesetFile);
 }
 
@@ -331,6 +331,24 @@ void DiffSelection::selectChangesetFile(const WorkingFile &file)
         true);
 }
 
+void DiffSelection::showShelfFile(const Shelf &shelf, const WorkingFile &file)
+{
+    const std::optional<Repository> repository = m_workspace.selectedRepository();
+    if (!repository)
+        return;
+    cancelLoad();
+    setPreviewImage(QImage());
+    const VersionControl *backend = &versionControl(repository->kind);
+    m_activity.setActivity(u"Loading file diff"_s);
+    startDiffLoadingIndicator();
+    loadDiff(
+        [backend, repositoryPath = repository->path, shelf, file](const std::function<bool()> &isCancelled,
+                                                                   WhitespaceChanges) {
+            return backend->shelfDiff(repositoryPath, shelf, file.path, isCancelled);
+        },
+        true);
+}
+
 void DiffSelection::setSelectedFilePaths(const QSet<QString> &paths)
 {
     if (m_selectedFilePaths == paths)
@@ -420,6 +438,9 @@ void DiffSelection::showPage()
         }
         return;
     }
+    // The Shelves page keeps a selection of its own.
+    if (m_workspace.tab() == WorkspaceTab::shelves)
+        return;
     const QList<Changeset> &rows = m_history.changesets();
     std::optional<Changeset> kept;
     if (m_selectedChangeset) {

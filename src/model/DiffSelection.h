@@ -3,6 +3,7 @@
 #include "diff/DiffDocument.h"
 #include "model/Background.h"
 #include "records/Changeset.h"
+#include "records/Shelf.h"
 #include "records/WhitespaceChanges.h"
 #include "records/WorkingFile.h"
 
@@ -69,6 +70,10 @@ public:
     void selectChangeset(const Changeset &changeset);
     void selectChangesetFile(const WorkingFile &file);
     void setSelectedFilePaths(const QSet<QString> &paths);
+    // Stops any load and shows nothing.
+    void clearShownDiff();
+    // Loads a file's diff in a shelf (the Shelves page's own selection).
+    void showShelfFile(const Shelf &shelf, const WorkingFile &file);
     // Puts a comparison on screen in place of any focused file's diff or
     // selected changeset.
     void showComparison(const PresentedDiffDocument &document, const QString &title);
@@ -100,7 +105,6 @@ Q_SIGNALS:
 private:
     void cancelLoad();
     void cancelPendingSelection();
-    void clearShownDiff();
     void setSelectedFile(const std::optional<WorkingFile> &file);
     void setSelectedChangeFiles(const QSet<WorkingFile> &files);
     void setSelectedChangeset(const std::optional<Changeset> &changeset);
