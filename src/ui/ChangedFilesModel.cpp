@@ -20,6 +20,10 @@ ChangedFilesModel::ChangedFilesModel(AppModel &model, Source source, QObject *pa
         };
         connect(&model.diffSelection(), &DiffSelection::selectedFilePathsChanged, this, showMarks);
         connect(&model.chosenLines(), &ChosenLines::changed, this, showMarks);
+    } else if (source == Source::shelf) {
+        m_files = model.shelfSelection().files();
+        connect(&model.shelfSelection(), &ShelfSelection::filesChanged, this,
+                [this] { showFiles(m_model.shelfSelection().files()); });
     } else {
         m_files = model.diffSelection().changesetFiles();
         connect(&model.diffSelection(), &DiffSelection::changesetFilesChanged, this,

@@ -11,14 +11,14 @@ class AppModel;
 
 // Changed files for a list view: the path to show and the state. Over the
 // working copy each row also has the check box that marks it for commit;
-// over the selected changeset the rows are its files. A refresh that brings
+// over the selected changeset or shelf the rows are its files. A refresh that brings
 // the same files leaves the rows (and so the view's place) alone.
 class ChangedFilesModel final : public QAbstractListModel {
     Q_OBJECT
 
 public:
     enum Role { StateRole = Qt::UserRole + 1 };
-    enum class Source { workingCopy, changeset };
+    enum class Source { workingCopy, changeset, shelf };
 
     ChangedFilesModel(AppModel &model, Source source, QObject *parent = nullptr);
 

@@ -3,6 +3,7 @@
 #include "model/AppModel.h"
 #include "model/Desktop.h"
 #include "ui/AnnotationView.h"
+#include "ui/ConflictBanner.h"
 #include "ui/ChangedFileDelegate.h"
 #include "ui/ChangedFilesModel.h"
 #include "ui/CommitBox.h"
@@ -115,6 +116,8 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     splitter->setChildrenCollapsible(false);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new ConflictBanner(model));
     layout->addWidget(splitter);
     addAction(m_commitBox->commitAction());
 
@@ -201,10 +204,37 @@ QMenu *ChangesView::contextMenuFor(int row)
 
     const QString discardLabel =
         targets.size() == 1 ? u"Discard Changes"_s : u"Discard %1 Selected Changes"_s.arg(targets.size());
-    connect(menu->addAction(discardLabel), &QAction::triggered, this, [this, targets] {
-        m_model.selectChangeFiles(targets);
-        m_model.discardSelected();
+    const bool anyUnresolved = std::any_of(targets.cbegin(), targets.cend(), [](const WorkingFile &file) {
+        return file.state == FileState::unresolved;
     });
+    const QStringList &resolved = m_model.workspace().snapshot().resolvedFiles;
+    const bool anyResolved = std::any_of(targets.cbegin(), targets.cend(), [&resolved](const WorkingFile &file) {
+        return resolved.contains(file.path);
+    });
+    // Each acts on the targets, made the selection first.
+    const auto add = [this, menu, targets](const QString &label, const std::function<void()> &action) {
+        connect(menu->addAction(label), &QAction::triggered, this, [this, targets, action] {
+            m_model.selectChangeFiles(targets);
+            action();
+        });
+    };
+    if (anyUnresolved) {
+        add(u"Use Mine"_s, [this] { m_model.takeConflictSide(ConflictSide::mine); });
+        add(u"Use Theirs"_s, [this] { m_model.takeConflictSide(ConflictSide::theirs); });
+        add(u"Mark as Resolved"_s, [this] { m_model.markSelectedResolved(true); });
+        if (clicked.state == FileState::unresolved) {
+            connect(menu->addAction(u"Open in Merge Tool"_s), &QAction::triggered, this, [this, clicked] {
+                m_model.selectChangeFiles({clicked});
+                m_model.openInMergeTool();
+            });
+        }
+    }
+    if (anyResolved)
+        add(u"Mark as Unresolved"_s, [this] { m_model.markSelectedResolved(false); });
+    if (anyUnresolved || anyResolved)
+        menu->addSeparator();
+    add(discardLabel, [this] { m_model.discardSelected(); });
+    add(capitalized(m_model.traits().shelveVerb) + u" Selected Files…"_s, [this] { m_model.shelveSelectedFiles(); });
     menu->addSeparator();
     connect(menu->addAction(u"Ignore File (Add to "_s + ignoreFile + u')'), &QAction::triggered, this,
             [this, path = clicked.path] { m_model.addIgnoreEntry(path); });

@@ -100,6 +100,7 @@ const QHash<QString, SymbolMapping> &mappings()
         {u"photo"_s, {u"image-x-generic"_s, u"image"_s}},
         {u"doc.on.doc"_s, {u"edit-copy"_s, u"copy"_s}},
         {u"clock"_s, {u"document-open-recent"_s, u"clock"_s}},
+        {u"archivebox"_s, {u"package-x-generic"_s, u"archivebox"_s}},
         {u"bookmark.fill"_s, {u"bookmark-new"_s, u"bookmark"_s}},
         {u"tag.fill"_s, {u"tag"_s, u"tag"_s}},
         {u"arrow.up.circle.fill"_s, {QString(), u"arrow-up-circle"_s, true}},

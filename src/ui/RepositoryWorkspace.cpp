@@ -4,6 +4,7 @@
 #include "ui/AnnotationView.h"
 #include "ui/ChangesView.h"
 #include "ui/HistoryView.h"
+#include "ui/ShelvesView.h"
 #include "ui/WorkspaceTabHeader.h"
 #include "ui/WorkspaceToolbar.h"
 
@@ -23,9 +24,11 @@ RepositoryWorkspace::RepositoryWorkspace(AppModel &model, ViewSettings &settings
     , m_pages(new QStackedWidget)
     , m_changes(new ChangesView(model, settings))
     , m_history(new HistoryView(model, settings))
+    , m_shelves(new ShelvesView(model, settings))
 {
     m_pages->addWidget(m_changes);
     m_pages->addWidget(m_history);
+    m_pages->addWidget(m_shelves);
 
     auto *divider = new QFrame;
     divider->setFrameShape(QFrame::HLine);
@@ -52,8 +55,17 @@ QWidget *RepositoryWorkspace::currentPage() const
 
 void RepositoryWorkspace::update()
 {
-    m_pages->setCurrentWidget(m_model.workspace().tab() == WorkspaceTab::changes ? static_cast<QWidget *>(m_changes)
-                                                                                 : m_history);
+    switch (m_model.workspace().tab()) {
+    case WorkspaceTab::changes:
+        m_pages->setCurrentWidget(m_changes);
+        break;
+    case WorkspaceTab::history:
+        m_pages->setCurrentWidget(m_history);
+        break;
+    case WorkspaceTab::shelves:
+        m_pages->setCurrentWidget(m_shelves);
+        break;
+    }
 }
 
 } // namespace tillery

@@ -9,6 +9,7 @@ namespace tillery {
 class AppModel;
 class ChangesView;
 class HistoryView;
+class ShelvesView;
 class ViewSettings;
 class WorkspaceTabHeader;
 class WorkspaceToolbar;
@@ -36,6 +37,7 @@ private:
     QStackedWidget *m_pages;
     ChangesView *m_changes;
     HistoryView *m_history;
+    ShelvesView *m_shelves;
 };
 
 } // namespace tillery

@@ -93,18 +93,22 @@ WorkspaceTabHeader::WorkspaceTabHeader(AppModel &model, QWidget *parent)
     : QWidget(parent)
     , m_changes(new TabButton(u"Changes"_s))
     , m_history(new TabButton(u"History"_s))
+    , m_shelves(new TabButton(u"Shelves"_s))
 {
     m_history->setAccessibleName(u"History"_s);
     connect(m_changes, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::changes); });
     connect(m_history, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::history); });
+    connect(m_shelves, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::shelves); });
     connect(&model.workspace(), &Workspace::tabChanged, this, [this, &model] { update(model); });
     connect(&model.workspace(), &Workspace::snapshotChanged, this, [this, &model] { update(model); });
+    connect(&model.workspace(), &Workspace::selectedRepositoryChanged, this, [this, &model] { update(model); });
 
     auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(8, 4, 8, 4);
     layout->addStretch();
     layout->addWidget(m_changes);
     layout->addWidget(m_history);
+    layout->addWidget(m_shelves);
     layout->addStretch();
     update(model);
 }
@@ -116,6 +120,12 @@ void WorkspaceTabHeader::update(AppModel &model)
     m_changes->setAccessibleName(count > 0 ? u"Changes, %1"_s.arg(count) : u"Changes"_s);
     m_changes->setChecked(model.workspace().tab() == WorkspaceTab::changes);
     m_history->setChecked(model.workspace().tab() == WorkspaceTab::history);
+    const QString shelves = capitalized(model.traits().shelves);
+    const qsizetype shelfCount = model.workspace().snapshot().shelves.size();
+    m_shelves->setText(shelves);
+    m_shelves->setBadge(shelfCount);
+    m_shelves->setAccessibleName(shelfCount > 0 ? u"%1, %2"_s.arg(shelves).arg(shelfCount) : shelves);
+    m_shelves->setChecked(model.workspace().tab() == WorkspaceTab::shelves);
 }
 
 } // namespace tillery

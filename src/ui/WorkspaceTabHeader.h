@@ -27,8 +27,8 @@ private:
     qsizetype m_badge = 0;
 };
 
-// "Changes" and "History", centred; the Changes tab carries the number of
-// changed files.
+// "Changes", "History" and "Shelves" (or "Stashes"), centred; the Changes
+// and Shelves tabs carry their counts.
 class WorkspaceTabHeader final : public QWidget {
     Q_OBJECT
 
@@ -37,12 +37,14 @@ public:
 
     TabButton *changesButton() const { return m_changes; }
     TabButton *historyButton() const { return m_history; }
+    TabButton *shelvesButton() const { return m_shelves; }
 
 private:
     void update(AppModel &model);
 
     TabButton *m_changes;
     TabButton *m_history;
+    TabButton *m_shelves;
 };
 
 } // namespace tillery

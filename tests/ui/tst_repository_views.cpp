@@ -173,9 +173,9 @@ private Q_SLOTS:
             return items.first(std::max<qsizetype>(0, items.indexOf(u"Copy File Path"_s) - 1)).join(u", "_s);
         };
         QCOMPARE(firstPart(menuFor({u"Makefile"_s, u"chart.txt"_s, nested}, u"Makefile"_s)),
-                 u"Discard 3 Selected Changes, -, Ignore File (Add to .gitignore)"_s);
+                 u"Discard 3 Selected Changes, Stash Selected Files…, -, Ignore File (Add to .gitignore)"_s);
         const std::unique_ptr<QMenu> menu = menuFor({u"Makefile"_s, u"chart.txt"_s}, nested);
-        QCOMPARE(firstPart(menu), u"Discard Changes, -, Ignore File (Add to .gitignore), Ignore Folder (Add to "
+        QCOMPARE(firstPart(menu), u"Discard Changes, Stash Selected Files…, -, Ignore File (Add to .gitignore), Ignore Folder (Add to "
                                   ".gitignore) [R&D, R&D/guide.v1], Ignore All .a&b Files (Add to .gitignore)"_s);
         test::findAction(menu.get(), u"Copy File Path"_s)->trigger();
         test::findAction(menu.get(), u"Copy Relative File Path"_s)->trigger();
