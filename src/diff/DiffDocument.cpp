@@ -113,10 +113,33 @@ QList<PresentedDiffLine> classifyDiffLines(QStringView text)
     qint64 oldLine = noLineNumber;
     qint64 newLine = noLineNumber;
     const auto numbered = [](qint64 &number) { return number == noLineNumber ? noLineNumber : number++; };
+    // The part of a conflict the new side's lines are in, as its markers go by.
+    ConflictPart part = ConflictPart::none;
+    const auto conflictPart = [&part](QStringView newSide) {
+        const QChar first = newSide.isEmpty() ? QChar() : newSide.front();
+        if (first != u'<' && first != u'|' && first != u'=' && first != u'>')
+            return part;
+        static constexpr std::pair<QStringView, ConflictPart> markers[] = {{u"<<<<<<< ", ConflictPart::mine},
+                                                                           {u"||||||| ", ConflictPart::base},
+                                                                           {u"=======", ConflictPart::theirs},
+                                                                           {u">>>>>>> ", ConflictPart::none}};
+        for (const auto &[marker, after] : markers) {
+            const bool isMarker = marker == u"=======" ? newSide.trimmed() == marker : newSide.startsWith(marker);
+            // A marker counts only where a conflict would have it next.
+            if (isMarker && (after == ConflictPart::mine) == (part == ConflictPart::none)) {
+                part = after;
+                return ConflictPart::marker;
+            }
+        }
+        return part;
+    };
 
     forEachLine(text, [&](qint64 id, qsizetype start, QStringView line) {
         const auto add = [&](qint64 oldNumber, qint64 newNumber, DiffLineKind kind) {
-            lines.append(PresentedDiffLine{start, line.size(), id, oldNumber, newNumber, kind});
+            const ConflictPart conflict =
+                kind == DiffLineKind::addition || kind == DiffLineKind::context ? conflictPart(line.sliced(1))
+                                                                                : ConflictPart::none;
+            lines.append(PresentedDiffLine{start, line.size(), id, oldNumber, newNumber, kind, conflict});
         };
         if (line.isEmpty())
             return;

@@ -11,6 +11,11 @@ namespace tillery {
 
 enum class DiffLineKind { hunk, context, addition, deletion };
 
+// Where a line of the new side stands in a file's conflict: a marker line
+// ("<<<<<<<", "|||||||", "=======", ">>>>>>>"), or within the working copy's
+// own side, the common ancestor's, or the side merged in.
+enum class ConflictPart : quint8 { none, marker, mine, base, theirs };
+
 // One line of the unified layout: a stretch of the document's text, which
 // holds it once. `id` is the line's index in the raw text, counting the
 // lines that were dropped, so ids rise with gaps. A side without a number
@@ -24,6 +29,7 @@ struct PresentedDiffLine {
     qint64 oldLine = noLineNumber;
     qint64 newLine = noLineNumber;
     DiffLineKind kind = DiffLineKind::context;
+    ConflictPart conflict = ConflictPart::none;
 
     friend bool operator==(const PresentedDiffLine &, const PresentedDiffLine &) = default;
 };

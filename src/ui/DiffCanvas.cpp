@@ -117,7 +117,7 @@ void DiffCanvas::paintLine(QPainter &painter, const PresentedDiffLine *line, std
 {
     const int gutters = static_cast<int>(numbers.size());
     const DiffRowColors colors =
-        line ? diffRowColors(line->kind, palette()) : diffRowColors(DiffLineKind::context, palette());
+        line ? diffRowColors(*line, palette()) : diffRowColors(DiffLineKind::context, palette());
     painter.fillRect(x, y, width, rowHeight, colors.background);
     if (selected) {
         QColor highlight = palette().color(QPalette::Highlight);

@@ -44,6 +44,30 @@ DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette)
     return {base, text};
 }
 
+DiffRowColors diffRowColors(const PresentedDiffLine &line, const QPalette &palette)
+{
+    if (line.conflict == ConflictPart::none)
+        return diffRowColors(line.kind, palette);
+    const QColor base = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const bool dark = isDarkPalette(palette);
+    const QColor blue = dark ? QColor(10, 132, 255) : QColor(0, 122, 255);
+    const QColor orange = dark ? QColor(255, 159, 10) : QColor(255, 149, 0);
+    switch (line.conflict) {
+    case ConflictPart::marker:
+        return {over(withAlpha(text, 0.16), base), text};
+    case ConflictPart::mine:
+        return {over(withAlpha(blue, 0.16), base), text};
+    case ConflictPart::theirs:
+        return {over(withAlpha(orange, 0.18), base), text};
+    case ConflictPart::base:
+        return {over(withAlpha(text, 0.06), base), text};
+    case ConflictPart::none:
+        break;
+    }
+    return diffRowColors(line.kind, palette);
+}
+
 QColor changedWordsColor(DiffLineKind kind, const QPalette &palette)
 {
     const bool dark = isDarkPalette(palette);

@@ -15,6 +15,10 @@ struct DiffRowColors {
 };
 
 DiffRowColors diffRowColors(DiffLineKind kind, const QPalette &palette);
+// A line of a conflict: the working copy's side in blue, the side merged in
+// in orange, the ancestor's in grey, the markers stronger; the line's own
+// colours outside a conflict.
+DiffRowColors diffRowColors(const PresentedDiffLine &line, const QPalette &palette);
 // Behind the changed words of a removed or added line paired with another.
 QColor changedWordsColor(DiffLineKind kind, const QPalette &palette);
 // The line-number cells: the control background at 0.72 opacity over the row.

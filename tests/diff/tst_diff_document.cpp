@@ -115,6 +115,19 @@ private Q_SLOTS:
         QCOMPARE(describeSplit(document), split);
     }
 
+    // A conflicted file's lines take the part of the conflict they are in, across hunks; marker-like
+    // lines out of place, and removed lines, take none.
+    void conflictParts()
+    {
+        const QString text = u"@@ -1,4 +1,12 @@\n a\n+<<<<<<< working copy\n b\n+||||||| base\n+B\n+=======\n"
+                             "@@ -9,2 +17,3 @@\n+c\n-gone\n+>>>>>>> merge rev\n+=======\n+>>>>>>> stray\n"_s;
+        QStringList parts;
+        for (const PresentedDiffLine &line : buildDiffDocument(text).unifiedLines)
+            parts.append(QString::number(static_cast<int>(line.conflict)));
+        // none 0, marker 1, mine 2, base 3, theirs 4.
+        QCOMPARE(parts.join(u' '), u"0 0 1 2 1 3 1 0 4 0 1 0 0"_s);
+    }
+
     // Cells a line takes: tabs reach the next stop, wide characters and
     // those beyond the first plane take two.
     void displayColumns_data()
