@@ -74,6 +74,12 @@ Repository makeMercurial(const QString &path)
     hg({u"commit"_s, u"-m"_s, u"Merge the moon phase stub"_s, u"-d"_s, u"1700345600 0"_s});
     write(path, u"src/tide.c"_s, "int high_tide(int hour) { return hour % 12 == 6; }\n");
     hg({u"commit"_s, u"--addremove"_s, u"-m"_s, u"Find the high tides"_s, u"-d"_s, u"1700432000 0"_s});
+    // Changes set aside for later.
+    write(path, u"src/tide.c"_s,
+          "int high_tide(int hour) { return hour % 12 == 6; }\n"
+          "int tide_height_feet(int metres) { return metres * 33 / 10; }\n");
+    write(path, u"docs/usage.txt"_s, "Run tide to print the table.\nHeights are in metres, or in feet with -f.\n");
+    hg({u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--name"_s, u"heights-in-feet"_s, u"--quiet"_s});
     write(path, u"src/main.c"_s, changedMainC);
     write(path, u"NOTES.txt"_s, "Ask the harbour master about Sunday tides.\n");
     write(path, u"images/buoy.png"_s, picture(QColor(230, 90, 60)));
@@ -101,6 +107,10 @@ Repository makeGit(const QString &path)
     git({u"add"_s, u"-A"_s});
     git({u"commit"_s, u"--quiet"_s, u"-m"_s, u"Describe how to use it"_s});
     git({u"tag"_s, u"v0.1"_s});
+    // Changes set aside for later.
+    write(path, u"docs/usage.txt"_s, "Run tide to print the table.\nThe lights come on at dusk.\n");
+    write(path, u"src/dusk.c"_s, "int dusk_hour(int month) { return month < 4 || month > 9 ? 17 : 20; }\n");
+    git({u"stash"_s, u"push"_s, u"--quiet"_s, u"--include-untracked"_s, u"--message=Light the harbour at dusk"_s});
     write(path, u"src/main.c"_s, changedMainC);
     write(path, u"images/lighthouse.png"_s, picture(QColor(60, 120, 220)));
     write(path, u"TODO.txt"_s, "Count the buoys.\n");
@@ -114,6 +124,34 @@ Repository makeGit(const QString &path)
 QList<Repository> makeDemoRepositories(const QString &folder)
 {
     return {makeMercurial(folder + u"/harbour-tools (Mercurial)"_s), makeGit(folder + u"/harbour-tools (Git)"_s)};
+}
+
+Repository makeMergingDemoRepository(const QString &folder)
+{
+    const QString path = folder + u"/harbour-tools (merging)"_s;
+    QDir().mkpath(path);
+    const QStringList identity{u"-c"_s, u"user.name=Ben Quay"_s,      u"-c"_s, u"user.email=ben@example.com"_s,
+                               u"-c"_s, u"init.defaultBranch=main"_s, u"-c"_s, u"commit.gpgsign=false"_s};
+    const auto git = [&](const QStringList &arguments, const QSet<int> &accepted = {0}) {
+        runGit(identity + arguments, path, accepted);
+    };
+    git({u"init"_s, u"--quiet"_s});
+    write(path, u"README.md"_s, readme);
+    write(path, u"src/main.c"_s, mainC);
+    git({u"add"_s, u"-A"_s});
+    git({u"commit"_s, u"--quiet"_s, u"-m"_s, u"Start the harbour tools"_s});
+    git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"feature/daily"_s});
+    write(path, u"src/main.c"_s, QByteArray(mainC).replace("tide table", "tide table for the day"));
+    write(path, u"docs/usage.txt"_s, "Run tide to print the day's table.\n");
+    git({u"add"_s, u"-A"_s});
+    git({u"commit"_s, u"--quiet"_s, u"-m"_s, u"Print the day's table"_s});
+    git({u"checkout"_s, u"--quiet"_s, u"main"_s});
+    write(path, u"src/main.c"_s, QByteArray(mainC).replace("tide table", "tide table in metres"));
+    write(path, u"README.md"_s, QByteArray(readme) + "\nHeights are given in metres.\n");
+    git({u"commit"_s, u"--quiet"_s, u"-am"_s, u"Give the heights in metres"_s});
+    // Both changed the same line: the merge stops with it unresolved.
+    git({u"merge"_s, u"--quiet"_s, u"--no-edit"_s, u"feature/daily"_s}, {0, 1});
+    return Repository{path, RepositoryKind::git};
 }
 
 } // namespace tillery

@@ -13,4 +13,7 @@ namespace tillery {
 // failures.
 QList<Repository> makeDemoRepositories(const QString &folder);
 
+// A small Git repository in the middle of a merge with a conflicted file.
+Repository makeMergingDemoRepository(const QString &folder);
+
 } // namespace tillery

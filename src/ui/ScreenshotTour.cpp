@@ -1,6 +1,7 @@
 #include "ui/ScreenshotTour.h"
 
 #include "model/AppModel.h"
+#include "model/DemoRepositories.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
 #include "ui/Screenshot.h"
@@ -10,6 +11,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QThread>
 
 using namespace Qt::StringLiterals;
@@ -30,6 +32,11 @@ void waitUntilIdle(const AppModel &model)
 void showPage(AppModel &model, const QString &tab, const QString &file)
 {
     const bool history = tab == u"history";
+    if (tab == u"shelves") {
+        model.setTab(WorkspaceTab::shelves);
+        waitUntilIdle(model);
+        return;
+    }
     model.setTab(history ? WorkspaceTab::history : WorkspaceTab::changes);
     waitUntilIdle(model);
     if (history) {
@@ -79,7 +86,7 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
         for (const Repository &repository : repositories) {
             model.select(repository);
             waitUntilIdle(model);
-            for (const QString &tab : {u"changes"_s, u"history"_s}) {
+            for (const QString &tab : {u"changes"_s, u"history"_s, u"shelves"_s}) {
                 showPage(model, tab, tab == u"changes" ? u"src/main.c"_s : QString());
                 save(window, scheme + rawValue(repository.kind) + u'-' + tab);
             }
@@ -104,6 +111,17 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
             save(window, name + u"-annotate"_s);
             model.closeAnnotation();
             model.searchHistory(QString());
+            waitUntilIdle(model);
+        }
+        // A merge stopped by a conflict: the banner above the Changes page, the conflicted file's diff.
+        {
+            const QTemporaryDir merging(QDir::tempPath() + u"/tillery-merging-XXXXXX"_s);
+            const Repository repository = makeMergingDemoRepository(merging.path());
+            model.adoptRepository(repository);
+            waitUntilIdle(model);
+            showPage(model, u"changes"_s, u"src/main.c"_s);
+            save(window, scheme + u"git-merge-conflict"_s);
+            model.remove(repository);
             waitUntilIdle(model);
         }
         for (const SheetPicture &picture : {SheetPicture{u"clone"_s, Workspace::Sheet::clone},
