@@ -24,15 +24,18 @@ struct PartHeader {
 PartHeader readHeader(QByteArrayView part)
 {
     PartHeader header;
-    const QList<QByteArray> lines = part.toByteArray().split('\n');
+    qsizetype lineEnd = part.indexOf('\n');
     // "a/<name> b/<name>": both halves hold the same name unless the file
     // was copied or renamed, when the lines below give the names.
-    const QByteArrayView names = QByteArrayView(lines.first()).sliced(fileHeader.size());
+    const QByteArrayView names = part.first(lineEnd < 0 ? part.size() : lineEnd).sliced(fileHeader.size());
     const qsizetype length = (names.size() - 5) / 2;
-    if (length > 0 && names.startsWith("a/") && names.sliced(2 + length) == QByteArray(" b/") + names.sliced(2, length).toByteArray())
+    if (length > 0 && names.startsWith("a/") && names.sliced(2 + length).startsWith(" b/")
+        && names.sliced(5 + length) == names.sliced(2, length))
         header.path = names.sliced(2, length).toByteArray();
-    for (qsizetype index = 1; index < lines.size(); ++index) {
-        const QByteArray &line = lines[index];
+    while (lineEnd >= 0) {
+        const qsizetype lineStart = lineEnd + 1;
+        lineEnd = part.indexOf('\n', lineStart);
+        const QByteArrayView line = part.sliced(lineStart, (lineEnd < 0 ? part.size() : lineEnd) - lineStart);
         if (line.startsWith("--- ") || line.startsWith("@@") || line.startsWith("GIT binary patch"))
             break;
         if (line.startsWith("new file mode") || line.startsWith("copy to ")) {
@@ -40,11 +43,11 @@ PartHeader readHeader(QByteArrayView part)
         } else if (line.startsWith("deleted file mode")) {
             header.state = FileState::removed;
         } else if (line.startsWith("rename from ")) {
-            header.renamedFrom = line.sliced(12);
+            header.renamedFrom = line.sliced(12).toByteArray();
             header.state = FileState::added;
         }
         if (line.startsWith("rename to ") || line.startsWith("copy to "))
-            header.path = line.sliced(line.indexOf(" to ") + 4);
+            header.path = line.sliced(line.indexOf(" to ") + 4).toByteArray();
     }
     return header;
 }
@@ -88,7 +91,8 @@ QList<ShelfFilePatch> parseShelfPatch(QByteArrayView output)
 
 const ShelfFilePatch *shelfFilePart(const QList<ShelfFilePatch> &parts, const QString &path)
 {
-    auto part = std::find_if(parts.cbegin(), parts.cend(), [&](const ShelfFilePatch &each) { return each.file.path == path; });
+    auto part =
+        std::find_if(parts.cbegin(), parts.cend(), [&](const ShelfFilePatch &each) { return each.file.path == path; });
     if (part == parts.cend())
         part = std::find_if(parts.cbegin(), parts.cend(),
                             [&](const ShelfFilePatch &each) { return each.renamedFrom == path; });
@@ -101,7 +105,8 @@ std::optional<QString> shelfNameProblem(const QString &name)
         return u"A shelf name cannot contain “/” or “\\”."_s;
     if (name.startsWith(u'.'))
         return u"A shelf name cannot begin with “.”."_s;
-    if (std::any_of(name.cbegin(), name.cend(), [](QChar character) { return character.category() == QChar::Other_Control; }))
+    if (std::any_of(name.cbegin(), name.cend(),
+                    [](QChar character) { return character.category() == QChar::Other_Control; }))
         return u"A shelf name cannot contain line breaks, tabs or other control characters."_s;
     if (name.toUtf8().size() > longestShelfName)
         return u"A shelf name can be at most %1 bytes long in UTF-8."_s.arg(longestShelfName);

@@ -100,7 +100,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("output");
         QTest::addColumn<QStringList>("files");
         QTest::newRow("every kind of part")
-            << "diff --git a/x b/x  (1s ago)    changes to: base\n\n"
+            << "diff --git a/x b/x  (1s ago)    changes to: base\ndiffers on its second line\n\n"
                "diff --git a/s p'\"q b/s p'\"q\nnew file mode 100644\n--- /dev/null\n+++ b/s p'\"q\t\n@@ -0,0 +1,1 @@\n"
                "+diff --git a/z b/z\n"
                "diff --git a/a b/a\n--- a/a\n+++ b/a\n@@ -1,1 +1,2 @@\n a\n+a2\n"
@@ -109,10 +109,10 @@ private Q_SLOTS:
                "diff --git a/ex b/ex\nold mode 100644\nnew mode 100755\n"
                "diff --git a/old b b/new b\nrename from old b\nrename to new b\n"
                "diff --git a/d b/d\ndeleted file mode 100644\n--- a/d\n+++ /dev/null\n@@ -1,1 +0,0 @@\n-d\n"_ba
-            << QStringList{u"A s p'\"q"_s, u"M a"_s,     u"M bin"_s, u"A dst x"_s,
-                           u"M ex"_s,      u"A new b"_s, u"R d"_s};
-        QTest::newRow("names not UTF-8 left out")
-            << "s\ndiff --git a/caf\xe9 b/caf\xe9\n--- a/caf\xe9\ndiff --git a/ok b/ok\n"_ba << QStringList{u"M ok"_s};
+            << QStringList{u"A s p'\"q"_s, u"M a"_s, u"M bin"_s, u"A dst x"_s, u"M ex"_s, u"A new b"_s, u"R d"_s};
+        QTest::newRow("names not UTF-8 or not whole left out")
+            << "s\ndiff --git a/caf\xe9 b/caf\xe9\n--- a/caf\xe9\ndiff --git a/ok b/ok\ndiff --git a/x b/yz\n"_ba
+            << QStringList{u"M ok"_s};
     }
     void shelfPatch()
     {
@@ -170,7 +170,8 @@ private Q_SLOTS:
         const Scene scene(kind);
         for (const QString &file : {tracked, u"kept.txt"_s})
             scene.repository->write(file, "changed\n");
-        for (const QString &file : {untracked, patternLike, u"kept-new.txt"_s})
+        // The unchosen new files are what the chosen names would match as patterns.
+        for (const QString &file : {untracked, patternLike, u"a.txt"_s, u"re:a.txt"_s})
             scene.repository->write(file, "new\n");
         // Git can only take a removal from the index; Mercurial can take a file that is just gone.
         if (scene.isGit)
@@ -182,7 +183,8 @@ private Q_SLOTS:
 
         scene.backend.shelveFiles(scene.path(), name, chosen);
         QCOMPARE(scene.changes({tracked, untracked, patternLike, gone}), QList<WorkingFile>());
-        QCOMPARE(scene.file(u"kept.txt"_s) + scene.file(u"kept-new.txt"_s), "changed\nnew\n"_ba);
+        QCOMPARE(scene.file(u"kept.txt"_s) + scene.file(u"a.txt"_s) + scene.file(u"re:a.txt"_s),
+                 "changed\nnew\nnew\n"_ba);
         const QList<Shelf> shelves = scene.shelves();
         QCOMPARE(shelves.size(), 1);
         QCOMPARE(shelves[0].title, name);
@@ -231,7 +233,8 @@ private Q_SLOTS:
         QCOMPARE(scene.shelves()[0].title, u"newest"_s);
         for (const Shelf &goneShelf : {older, newer}) {
             QVERIFY(failureOf([&] { scene.backend.deleteShelf(scene.path(), goneShelf); }).contains(u"no longer"_s));
-            QVERIFY(failureOf([&] { scene.backend.restoreShelf(scene.path(), goneShelf, true); }).contains(u"no longer"_s));
+            QVERIFY(
+                failureOf([&] { scene.backend.restoreShelf(scene.path(), goneShelf, true); }).contains(u"no longer"_s));
         }
         if (!scene.isGit) {
             for (const QString &name : {u"newest"_s, u"a/b"_s})
@@ -255,6 +258,7 @@ private Q_SLOTS:
         QVERIFY(failureOf([&] { scene.backend.restoreShelf(scene.path(), shelf, false); }).contains(u"onflict"_s));
         QCOMPARE(scene.shelves(), QList<Shelf>{shelf});
         QCOMPARE(scene.changes({tracked}), QList<WorkingFile>({{tracked, FileState::unresolved}}));
+        QVERIFY(failureOf([&] { scene.backend.restoreShelf(scene.path(), shelf, true); }) != u"(no failure)"_s);
         if (!scene.isGit)
             return;
         const QString gitFolder = QString::fromUtf8(scene.repository->tool({u"rev-parse"_s, u"--absolute-git-dir"_s}));
