@@ -4,6 +4,7 @@
 #include "git/GitHistoryPager.h"
 #include "git/GitParsers.h"
 #include "git/GitPatchText.h"
+#include "git/GitShelves.h"
 #include "git/GitSnapshot.h"
 #include "git/GitTool.h"
 #include "process/CommitMessage.h"
@@ -300,18 +301,29 @@ public:
         Tool::run(Tool::stashCommand(name), repositoryPath);
     }
 
-    // Not built yet: shelves and conflicts.
-    QList<WorkingFile> shelfFiles(const QString &, const Shelf &) const override { throw notBuiltYet(); }
-    QString shelfDiff(const QString &, const Shelf &, const QString &, const CancellationCheck &) const override
+    QList<WorkingFile> shelfFiles(const QString &repositoryPath, const Shelf &shelf) const override
     {
-        throw notBuiltYet();
+        return stashFiles(repositoryPath, shelf);
     }
-    void restoreShelf(const QString &, const Shelf &, bool) const override { throw notBuiltYet(); }
-    void deleteShelf(const QString &, const Shelf &) const override { throw notBuiltYet(); }
-    void shelveFiles(const QString &, const QString &, const QList<WorkingFile> &) const override
+    QString shelfDiff(const QString &repositoryPath, const Shelf &shelf, const QString &path,
+                      const CancellationCheck &isCancelled) const override
     {
-        throw notBuiltYet();
+        return stashDiff(repositoryPath, shelf, path, isCancelled);
     }
+    void restoreShelf(const QString &repositoryPath, const Shelf &shelf, bool keep) const override
+    {
+        restoreStash(repositoryPath, shelf, keep);
+    }
+    void deleteShelf(const QString &repositoryPath, const Shelf &shelf) const override
+    {
+        dropStash(repositoryPath, shelf);
+    }
+    void shelveFiles(const QString &repositoryPath, const QString &name, const QList<WorkingFile> &files) const override
+    {
+        pushStash(repositoryPath, name, files);
+    }
+
+    // Not built yet: conflicts.
     void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
     void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
     void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }

@@ -2,6 +2,7 @@
 
 #include "git/CommitLogCache.h"
 #include "git/GitParsers.h"
+#include "git/GitShelves.h"
 #include "git/GitTool.h"
 #include "process/BackendSteps.h"
 #include "process/Concurrently.h"
@@ -152,6 +153,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         startConcurrently([&repositoryPath] { return workingFiles(repositoryPath); });
     std::future<std::optional<CommitLogOutputs>> commitLog =
         startConcurrently([&repositoryPath] { return readCommitLog(repositoryPath); });
+    std::future<QList<Shelf>> stashes = startConcurrently([&repositoryPath] { return listStashes(repositoryPath); });
     RepositorySnapshot snapshot;
     try {
         const QList<LocalBranchRecord> branchRecords =
@@ -174,6 +176,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         rethrowInOrder(files);
     }
     snapshot.files = files.get();
+    snapshot.shelves = stashes.get();
     return snapshot;
 }
 

@@ -361,4 +361,68 @@ ToolCommand GitTool::addOriginCommand(const QString &address)
     return {{u"remote"_s, u"add"_s, u"origin"_s, address}, {0}};
 }
 
+// Shelves: stash entries.
+
+ToolCommand GitTool::stashListCommand()
+{
+    return {{u"stash"_s, u"list"_s, u"--format=%H%x00%ct%x00%s"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
+             u"--no-show-signature"_s},
+            {0}};
+}
+
+ToolCommand GitTool::stashIdsCommand()
+{
+    return {{u"stash"_s, u"list"_s, u"--format=%H"_s}, {0}};
+}
+
+ToolCommand GitTool::stashFilesCommand(const QString &id)
+{
+    return {{u"diff-tree"_s, u"-r"_s, u"-z"_s, u"--name-status"_s, u"--find-renames"_s, id + u"^1"_s, id}, {0}};
+}
+
+ToolCommand GitTool::stashUntrackedFilesCommand(const QString &id)
+{
+    return {{u"diff-tree"_s, u"--root"_s, u"--no-commit-id"_s, u"-r"_s, u"-z"_s, u"--name-status"_s, id + u"^3"_s},
+            {0, 128}};
+}
+
+ToolCommand GitTool::stashDiffCommand(const QString &id, const QString &path)
+{
+    return {diffArguments() + QStringList{u"--find-renames"_s, id + u"^1"_s, id, u"--"_s, fileArgument(path)}, {0}};
+}
+
+ToolCommand GitTool::stashUntrackedDiffCommand(const QString &id, const QString &path)
+{
+    return {diffArguments(u"show"_s)
+                + QStringList{u"--format="_s, u"--no-show-signature"_s, id + u"^3"_s, u"--"_s, fileArgument(path)},
+            {0, 128}};
+}
+
+ToolCommand GitTool::stashApplyCommand(const QString &id)
+{
+    return {{u"stash"_s, u"apply"_s, id}, {0}};
+}
+
+ToolCommand GitTool::stashDropCommand(const QString &reference)
+{
+    return {{u"stash"_s, u"drop"_s, reference}, {0}};
+}
+
+ToolCommand GitTool::unmergedFilesCommand()
+{
+    return {{u"ls-files"_s, u"--unmerged"_s, u"-z"_s}, {0}};
+}
+
+ToolCommand GitTool::unstageCommand(const QStringList &paths)
+{
+    return {QStringList{u"reset"_s, u"--quiet"_s, u"HEAD"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::stashFilesPushCommand(const QString &message, const QStringList &paths)
+{
+    return {QStringList{u"stash"_s, u"push"_s, u"--include-untracked"_s, u"--message="_s + message, u"--"_s}
+                + fileArguments(paths),
+            {0}};
+}
+
 } // namespace tillery

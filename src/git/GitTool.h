@@ -122,6 +122,26 @@ struct GitTool {
     static ToolCommand originUrlCommand();
     static ToolCommand setOriginCommand(const QString &address);
     static ToolCommand addOriginCommand(const QString &address);
+
+    // Shelves: stash entries. Ids must be full commit ids; paths are made
+    // safe here.
+    static ToolCommand stashListCommand();
+    // Only the ids, one per line: the line of an entry is its n in "stash@{n}".
+    static ToolCommand stashIdsCommand();
+    // The files of an entry's own changes, and of the untracked files it
+    // holds (its third parent; exits 128 when it has none).
+    static ToolCommand stashFilesCommand(const QString &id);
+    static ToolCommand stashUntrackedFilesCommand(const QString &id);
+    static ToolCommand stashDiffCommand(const QString &id, const QString &path);
+    static ToolCommand stashUntrackedDiffCommand(const QString &id, const QString &path);
+    // Exits 1 when the changes do not apply or conflict.
+    static ToolCommand stashApplyCommand(const QString &id);
+    // `reference` is the entry's "stash@{n}" at the time.
+    static ToolCommand stashDropCommand(const QString &reference);
+    static ToolCommand unmergedFilesCommand();
+    // Puts HEAD's entries of the files back into the index.
+    static ToolCommand unstageCommand(const QStringList &paths);
+    static ToolCommand stashFilesPushCommand(const QString &message, const QStringList &paths);
 };
 
 } // namespace tillery

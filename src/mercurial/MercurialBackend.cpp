@@ -3,6 +3,7 @@
 #include "mercurial/MercurialConfigFile.h"
 #include "mercurial/MercurialHistoryPager.h"
 #include "mercurial/MercurialParsers.h"
+#include "mercurial/MercurialShelves.h"
 #include "mercurial/MercurialSnapshot.h"
 #include "mercurial/MercurialTool.h"
 #include "process/CommitMessage.h"
@@ -150,18 +151,29 @@ public:
         Tool::run(Tool::shelveCommand(name), repositoryPath);
     }
 
-    // Not built yet: shelves and conflicts.
-    QList<WorkingFile> shelfFiles(const QString &, const Shelf &) const override { throw notBuiltYet(); }
-    QString shelfDiff(const QString &, const Shelf &, const QString &, const CancellationCheck &) const override
+    QList<WorkingFile> shelfFiles(const QString &repositoryPath, const Shelf &shelf) const override
     {
-        throw notBuiltYet();
+        return mercurial::shelfFiles(repositoryPath, shelf);
     }
-    void restoreShelf(const QString &, const Shelf &, bool) const override { throw notBuiltYet(); }
-    void deleteShelf(const QString &, const Shelf &) const override { throw notBuiltYet(); }
-    void shelveFiles(const QString &, const QString &, const QList<WorkingFile> &) const override
+    QString shelfDiff(const QString &repositoryPath, const Shelf &shelf, const QString &path,
+                      const CancellationCheck &isCancelled) const override
     {
-        throw notBuiltYet();
+        return mercurial::shelfDiff(repositoryPath, shelf, path, isCancelled);
     }
+    void restoreShelf(const QString &repositoryPath, const Shelf &shelf, bool keep) const override
+    {
+        mercurial::unshelve(repositoryPath, shelf, keep);
+    }
+    void deleteShelf(const QString &repositoryPath, const Shelf &shelf) const override
+    {
+        mercurial::deleteShelf(repositoryPath, shelf);
+    }
+    void shelveFiles(const QString &repositoryPath, const QString &name, const QList<WorkingFile> &files) const override
+    {
+        mercurial::shelveFiles(repositoryPath, name, files);
+    }
+
+    // Not built yet: conflicts.
     void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
     void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
     void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }

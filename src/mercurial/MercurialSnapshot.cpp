@@ -1,6 +1,7 @@
 #include "mercurial/MercurialSnapshot.h"
 
 #include "mercurial/MercurialParsers.h"
+#include "mercurial/MercurialShelves.h"
 #include "mercurial/MercurialTool.h"
 #include "process/BackendSteps.h"
 #include "process/Concurrently.h"
@@ -38,9 +39,14 @@ QList<Bookmark> loadBookmarks(const QString &repositoryPath)
 RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
 {
     // Status takes longest on a large working copy: it runs on a server of its
-    // own while the other queries run one after another on another.
-    std::future<QList<WorkingFile>> files = startConcurrently([&repositoryPath] {
-        return parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
+    // own while the other queries run one after another on another. The
+    // shelves follow it there: a repository has two servers at most.
+    QList<Shelf> shelves;
+    std::future<QList<WorkingFile>> files = startConcurrently([&repositoryPath, &shelves] {
+        QList<WorkingFile> working =
+            parseMercurialStatus(runMercurial(MercurialTool::statusCommand(), repositoryPath).standardOutput);
+        shelves = mercurial::listShelves(repositoryPath);
+        return working;
     });
     RepositorySnapshot snapshot;
     QSet<QString> unresolved;
@@ -63,6 +69,7 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
         rethrowInOrder(files);
     }
     snapshot.files = files.get();
+    snapshot.shelves = shelves;
     mercurial::markUnresolved(snapshot.files, unresolved);
     return snapshot;
 }

@@ -216,4 +216,42 @@ ToolCommand MercurialTool::storedDefaultPathCommand()
     return {{u"showconfig"_s, u"paths.default"_s}, {0, 1}};
 }
 
+// Shelves.
+
+ToolCommand MercurialTool::shelfNamesCommand()
+{
+    return {{u"--config=extensions.shelve="_s, u"shelve"_s, u"--list"_s, u"--quiet"_s}, {0}};
+}
+
+ToolCommand MercurialTool::shelfPatchCommand(const QString &name)
+{
+    return {{u"--config=extensions.shelve="_s, u"shelve"_s, u"--patch"_s, u"--"_s, name}, {0}};
+}
+
+ToolCommand MercurialTool::unshelveCommand(const QString &name, bool keep)
+{
+    QStringList arguments{u"--config=extensions.shelve="_s, u"unshelve"_s, u"--tool=:merge"_s};
+    if (keep)
+        arguments.append(u"--keep"_s);
+    return {arguments + QStringList{u"--"_s, name}, {0}};
+}
+
+ToolCommand MercurialTool::deleteShelfCommand(const QString &name)
+{
+    return {{u"--config=extensions.shelve="_s, u"shelve"_s, u"--delete"_s, u"--"_s, name}, {0}};
+}
+
+ToolCommand MercurialTool::forgetMissingCommand(const QStringList &files)
+{
+    return {QStringList{u"remove"_s, u"--after"_s, u"--"_s} + fileArguments(files), {0}};
+}
+
+ToolCommand MercurialTool::shelveFilesCommand(const QString &name, const QStringList &files)
+{
+    QStringList arguments{u"--config=extensions.shelve="_s, u"shelve"_s, u"--unknown"_s};
+    if (!name.isEmpty())
+        arguments.append(u"--name="_s + name);
+    return {arguments + QStringList{u"--"_s} + fileArguments(files), {0}};
+}
+
 } // namespace tillery

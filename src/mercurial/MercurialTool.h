@@ -73,6 +73,18 @@ struct MercurialTool {
     static ToolCommand cloneCommand(const QString &source, const QString &destination);
     static ToolCommand initCommand(const QString &path);
     static ToolCommand storedDefaultPathCommand();
+
+    // Shelves. Names travel after "--" or as an option's value.
+    static ToolCommand shelfNamesCommand();
+    static ToolCommand shelfPatchCommand(const QString &name);
+    // A restore that conflicts leaves conflict markers (never a merge
+    // program) and the unshelve in progress.
+    static ToolCommand unshelveCommand(const QString &name, bool keep);
+    static ToolCommand deleteShelfCommand(const QString &name);
+    // Records files that are gone from the working copy as removed.
+    static ToolCommand forgetMissingCommand(const QStringList &files);
+    // Untracked files among them go into the shelf too.
+    static ToolCommand shelveFilesCommand(const QString &name, const QStringList &files);
 };
 
 } // namespace tillery
