@@ -1,6 +1,7 @@
 #include "git/GitSnapshot.h"
 
 #include "git/CommitLogCache.h"
+#include "git/GitConflicts.h"
 #include "git/GitParsers.h"
 #include "git/GitTool.h"
 #include "process/BackendSteps.h"
@@ -174,6 +175,10 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         rethrowInOrder(files);
     }
     snapshot.files = files.get();
+    // Told by files in the git folder; only an operation has resolved files to read.
+    snapshot.operation = operationInProgress(workingGitFolder(repositoryPath), snapshot.files);
+    if (snapshot.operation != OperationInProgress::none)
+        snapshot.resolvedFiles = resolvedFiles(repositoryPath, snapshot.files);
     return snapshot;
 }
 
