@@ -29,10 +29,11 @@ const QByteArray theirsText = "one\ntheirs\nthree\n";
 const QByteArray handText = "one\nhand\nthree\n";
 
 struct Scene {
-    explicit Scene(RepositoryKind repositoryKind)
+    explicit Scene(RepositoryKind repositoryKind, const QString &conflictedName = u"f.txt"_s)
         : kind(repositoryKind)
         , backend(versionControl(repositoryKind))
         , repository(test::makeFixture(repositoryKind))
+        , conflicted(conflictedName)
     {
     }
     bool isGit() const { return kind == RepositoryKind::git; }
@@ -51,18 +52,18 @@ struct Scene {
         QVERIFY2(process.exitCode() != 0, process.readAllStandardOutput().constData());
     }
 
-    // f.txt changed on two lines of work from a base: line two is "theirs"
-    // on "other" (which adds o.txt and removes g.txt too) and "mine" on the
-    // working copy's (which changes g.txt).
+    // f.txt (or the conflicted file named) changed on two lines of work from
+    // a base: line two is "theirs" on "other" (which adds o.txt and removes
+    // g.txt too) and "mine" on the working copy's (which changes g.txt).
     void makeTwoHeads(bool conflicting = true)
     {
-        repository->write(u"f.txt"_s, baseText);
+        repository->write(conflicted, baseText);
         repository->write(u"g.txt"_s, "g\n");
         base = repository->commitAll(u"base"_s);
         if (isGit())
             tool({u"checkout"_s, u"-q"_s, u"-b"_s, u"other"_s});
         if (conflicting) {
-            repository->write(u"f.txt"_s, theirsText);
+            repository->write(conflicted, theirsText);
             repository->removeFromDisk(u"g.txt"_s);
         }
         repository->write(u"o.txt"_s, "o\n");
@@ -73,7 +74,7 @@ struct Scene {
             tool({u"bookmark"_s, u"--rev"_s, theirs, u"other"_s});
             tool({u"update"_s, u"--rev"_s, base});
         }
-        repository->write(u"f.txt"_s, mineText);
+        repository->write(conflicted, mineText);
         repository->write(u"g.txt"_s, "g mine\n");
         mine = repository->commitAll(u"mine"_s);
     }
@@ -129,6 +130,7 @@ struct Scene {
     RepositoryKind kind;
     const VersionControl &backend;
     std::unique_ptr<test::RepositoryFixture> repository;
+    QString conflicted;
     QString base;
     QString theirs;
     QString mine;
@@ -287,6 +289,8 @@ private Q_SLOTS:
         addRowsForBothKinds("edited", [](QTestData &row) { row << u"f.txt"_s << handText << mineText; });
         addRowsForBothKinds("removed by theirs",
                             [](QTestData &row) { row << u"g.txt"_s << "(missing)"_ba << "g mine\n"_ba; });
+        addRowsForBothKinds("a name read as an option or a pattern",
+                            [](QTestData &row) { row << u"-n re:x *[a].txt"_s << handText << mineText; });
     }
     void unmarking()
     {
@@ -294,7 +298,7 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QFETCH(QByteArray, resolvedAs);
         QFETCH(QByteArray, mineAfterwards);
-        Scene scene(kind);
+        Scene scene(kind, name == u"g.txt" ? u"f.txt"_s : name);
         scene.makeTwoHeads();
         scene.start(OperationInProgress::merge);
         if (resolvedAs == handText) {
