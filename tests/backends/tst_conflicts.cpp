@@ -6,7 +6,6 @@
 
 #include "model/VersionControl.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -17,23 +16,23 @@ using namespace tillery;
 using test::addRowsForBothKinds;
 using test::failureOf;
 using test::readFile;
-using test::ScopedEnvironmentVariable;
 
 namespace {
 
 enum class Resolution { mine, theirs, byHand };
 
-const QByteArray baseText = "one\ntwo\nthree\n";
 const QByteArray mineText = "one\nmine\nthree\n";
 const QByteArray theirsText = "one\ntheirs\nthree\n";
 const QByteArray handText = "one\nhand\nthree\n";
+const QByteArray missing = "(missing)";
+// A name that the tools would read as an option, a pattern or a wildcard.
+const QString hostileName = u"-n re:x *[a].txt"_s;
 
 struct Scene {
-    explicit Scene(RepositoryKind repositoryKind, const QString &conflictedName = u"f.txt"_s)
+    explicit Scene(RepositoryKind repositoryKind)
         : kind(repositoryKind)
         , backend(versionControl(repositoryKind))
         , repository(test::makeFixture(repositoryKind))
-        , conflicted(conflictedName)
     {
     }
     bool isGit() const { return kind == RepositoryKind::git; }
@@ -41,96 +40,60 @@ struct Scene {
     QByteArray file(const QString &name) const { return readFile(repository->filePath(name)); }
     RepositorySnapshot snapshot() const { return backend.loadSnapshot(path()); }
     QByteArray tool(const QStringList &arguments) const { return repository->tool(arguments); }
+    QStringList ancestors() const
+    {
+        return QString::fromUtf8(isGit() ? tool({u"rev-list"_s, u"HEAD"_s})
+                                         : tool({u"log"_s, u"--rev=::."_s, u"--template={node}\n"_s}))
+            .split(u'\n', Qt::SkipEmptyParts);
+    }
 
-    // A command expected to stop for conflicts (any exit status but 0).
     void stopsForConflicts(const QStringList &arguments) const
     {
         QProcess process;
         process.setWorkingDirectory(path());
         process.start(isGit() ? u"git"_s : u"hg"_s, arguments);
-        QVERIFY(process.waitForFinished(-1));
-        QVERIFY2(process.exitCode() != 0, process.readAllStandardOutput().constData());
+        QVERIFY(process.waitForFinished(-1) && process.exitCode() != 0);
     }
 
-    // f.txt (or the conflicted file named) changed on two lines of work from
-    // a base: line two is "theirs" on "other" (which adds o.txt and removes
-    // g.txt too) and "mine" on the working copy's (which changes g.txt).
+    // The hostile name changed on two lines of work from a base: line two
+    // is "theirs" on "other" (which adds o.txt and removes g.txt) and "mine"
+    // on the working copy's (which changes g.txt).
     void makeTwoHeads(bool conflicting = true)
     {
-        repository->write(conflicted, baseText);
+        repository->write(hostileName, "one\ntwo\nthree\n");
         repository->write(u"g.txt"_s, "g\n");
         base = repository->commitAll(u"base"_s);
         if (isGit())
             tool({u"checkout"_s, u"-q"_s, u"-b"_s, u"other"_s});
         if (conflicting) {
-            repository->write(conflicted, theirsText);
+            repository->write(hostileName, theirsText);
             repository->removeFromDisk(u"g.txt"_s);
         }
         repository->write(u"o.txt"_s, "o\n");
         theirs = repository->commitAll(u"theirs"_s);
-        if (isGit()) {
-            tool({u"checkout"_s, u"-q"_s, u"main"_s});
-        } else {
-            tool({u"bookmark"_s, u"--rev"_s, theirs, u"other"_s});
-            tool({u"update"_s, u"--rev"_s, base});
-        }
-        repository->write(conflicted, mineText);
+        tool(isGit() ? QStringList{u"checkout"_s, u"-q"_s, u"main"_s}
+                     : QStringList{u"bookmark"_s, u"--rev="_s + theirs, u"other"_s});
+        if (!isGit())
+            tool({u"update"_s, u"--rev="_s + base});
+        repository->write(hostileName, mineText);
         repository->write(u"g.txt"_s, "g mine\n");
         mine = repository->commitAll(u"mine"_s);
     }
 
     void start(OperationInProgress operation) const
     {
-        switch (operation) {
-        case OperationInProgress::merge:
-            QVERIFY(failureOf([&] { backend.merge(path(), u"other"_s); }) != u"(no failure)");
-            return;
-        case OperationInProgress::rebase:
-            QVERIFY(failureOf([&] { backend.rebase(path(), u"other"_s); }) != u"(no failure)");
-            return;
-        case OperationInProgress::graft:
+        if (operation == OperationInProgress::graft)
             stopsForConflicts(isGit() ? QStringList{u"cherry-pick"_s, u"other"_s}
-                                      : QStringList{u"graft"_s, u"--rev"_s, u"other"_s});
-            return;
-        default:
-            QFAIL("no such start");
-        }
-    }
-
-    // The ids of the working copy's parent's ancestors, itself included.
-    QStringList ancestors() const
-    {
-        const QByteArray output =
-            isGit() ? tool({u"rev-list"_s, u"HEAD"_s}) : tool({u"log"_s, u"--rev"_s, u"::."_s, u"-T"_s, u"{node}\n"_s});
-        return QString::fromUtf8(output).split(u'\n', Qt::SkipEmptyParts);
-    }
-    int parentCount() const
-    {
-        const QByteArray output = isGit() ? tool({u"log"_s, u"-1"_s, u"--format=%P"_s})
-                                          : tool({u"log"_s, u"--rev"_s, u"."_s, u"-T"_s, u"{p1node} {p2node}"_s});
-        return QString::fromUtf8(output).remove(QString(40, u'0')).split(u' ', Qt::SkipEmptyParts).size();
-    }
-    QString message() const
-    {
-        return QString::fromUtf8(isGit() ? tool({u"log"_s, u"-1"_s, u"--format=%s"_s})
-                                         : tool({u"log"_s, u"--rev"_s, u"."_s, u"-T"_s, u"{desc}"_s}))
-            .trimmed();
-    }
-    QByteArray committed(const QString &name) const
-    {
-        return isGit() ? tool({u"show"_s, u"HEAD:"_s + name}) : tool({u"cat"_s, u"--rev"_s, u"."_s, name});
-    }
-    int shelfCount() const
-    {
-        const QByteArray list = isGit() ? tool({u"stash"_s, u"list"_s})
-                                        : tool({u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--list"_s});
-        return list.count('\n');
+                                      : QStringList{u"graft"_s, u"--rev=other"_s});
+        else if (operation == OperationInProgress::merge)
+            QVERIFY(failureOf([&] { backend.merge(path(), u"other"_s); }) != u"(no failure)");
+        else
+            QVERIFY(failureOf([&] { backend.rebase(path(), u"other"_s); }) != u"(no failure)");
     }
 
     RepositoryKind kind;
     const VersionControl &backend;
     std::unique_ptr<test::RepositoryFixture> repository;
-    QString conflicted;
     QString base;
     QString theirs;
     QString mine;
@@ -148,24 +111,6 @@ QList<WorkingFile> withoutBackups(QList<WorkingFile> files)
     return files;
 }
 
-// The person's own configuration with more settings, for the scope of a test.
-class PersonalConfiguration {
-public:
-    PersonalConfiguration(RepositoryKind kind, const QByteArray &settings, bool keepPinned = true)
-        : m_variable(kind == RepositoryKind::git ? "GIT_CONFIG_GLOBAL" : "HGRCPATH")
-    {
-        const QString pinned = qEnvironmentVariable(m_variable.constData());
-        const QString file = m_folder.filePath(u"config"_s);
-        test::writeFile(file, (keepPinned ? readFile(pinned) : QByteArray()) + settings);
-        m_scoped.emplace(m_variable.constData(), file.toUtf8());
-    }
-
-private:
-    QByteArray m_variable;
-    QTemporaryDir m_folder;
-    std::optional<ScopedEnvironmentVariable> m_scoped;
-};
-
 } // namespace
 
 class ConflictsTest : public QObject {
@@ -174,188 +119,127 @@ class ConflictsTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { test::pinTestEnvironment(); }
 
-    // Each conflicted file takes a side or is edited and marked; continuing
-    // finishes the operation with those bytes.
-    void resolvingAndContinuing_data()
+    // Each conflicted file takes a side or is edited and marked (unmarking
+    // brings its conflict back, its bytes kept); a file marked resolved can
+    // take a side still, and a side that deleted it deletes it. Continuing
+    // finishes the operation with those bytes, aborting puts the history and
+    // the working files back.
+    void finishing_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<OperationInProgress>("operation");
         QTest::addColumn<Resolution>("resolution");
+        QTest::addColumn<bool>("aborted");
         QTest::addColumn<QByteArray>("expected");
         using enum OperationInProgress;
-        addRowsForBothKinds("merge, mine", [](QTestData &row) { row << merge << Resolution::mine << mineText; });
-        addRowsForBothKinds("merge, theirs", [](QTestData &row) { row << merge << Resolution::theirs << theirsText; });
-        addRowsForBothKinds("merge, by hand", [](QTestData &row) { row << merge << Resolution::byHand << handText; });
+        using enum Resolution;
+        addRowsForBothKinds("merge, mine", [](QTestData &row) { row << merge << mine << false << mineText; });
+        addRowsForBothKinds("merge, theirs", [](QTestData &row) { row << merge << theirs << false << theirsText; });
+        addRowsForBothKinds("merge, by hand", [](QTestData &row) { row << merge << byHand << false << handText; });
         // A rebase replays "mine" onto "other": the working copy's side is other's.
-        addRowsForBothKinds("rebase, mine", [](QTestData &row) { row << rebase << Resolution::mine << theirsText; });
-        addRowsForBothKinds("rebase, theirs", [](QTestData &row) { row << rebase << Resolution::theirs << mineText; });
-        addRowsForBothKinds("rebase, by hand", [](QTestData &row) { row << rebase << Resolution::byHand << handText; });
-        addRowsForBothKinds("graft, theirs", [](QTestData &row) { row << graft << Resolution::theirs << theirsText; });
+        addRowsForBothKinds("rebase, mine", [](QTestData &row) { row << rebase << mine << false << theirsText; });
+        addRowsForBothKinds("rebase, theirs", [](QTestData &row) { row << rebase << theirs << false << mineText; });
+        addRowsForBothKinds("rebase, by hand", [](QTestData &row) { row << rebase << byHand << false << handText; });
+        addRowsForBothKinds("graft, theirs", [](QTestData &row) { row << graft << theirs << false << theirsText; });
+        for (const OperationInProgress operation : {merge, rebase, graft}) {
+            addRowsForBothKinds(qPrintable(u"%1, aborted"_s.arg(operationTitle(operation, RepositoryKind::mercurial))),
+                                [&](QTestData &row) { row << operation << byHand << true << mineText; });
+        }
     }
-    void resolvingAndContinuing()
+    void finishing()
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(OperationInProgress, operation);
         QFETCH(Resolution, resolution);
+        QFETCH(bool, aborted);
         QFETCH(QByteArray, expected);
         Scene scene(kind);
+        const VersionControl &backend = scene.backend;
         scene.makeTwoHeads();
+        const QStringList ancestors = scene.ancestors();
         scene.start(operation);
-
         RepositorySnapshot snapshot = scene.snapshot();
         QCOMPARE(snapshot.operation, operation);
-        // g.txt: changed on one side, removed on the other; listed even where the working file is unchanged.
-        QVERIFY(isUnresolved(snapshot, u"f.txt"_s) && isUnresolved(snapshot, u"g.txt"_s));
+        // g.txt, changed on one side and removed on the other, is listed even where the working file is unchanged.
+        QVERIFY(isUnresolved(snapshot, hostileName) && isUnresolved(snapshot, u"g.txt"_s));
         QCOMPARE(snapshot.resolvedFiles, QStringList());
 
-        if (resolution == Resolution::byHand) {
-            scene.repository->write(u"f.txt"_s, handText);
-            scene.backend.markResolved(scene.path(), {u"f.txt"_s}, true);
-        } else {
-            const ConflictSide side = resolution == Resolution::mine ? ConflictSide::mine : ConflictSide::theirs;
-            scene.backend.resolveWithSide(scene.path(), {u"f.txt"_s}, side);
-        }
-        scene.backend.resolveWithSide(scene.path(), {u"g.txt"_s}, ConflictSide::mine);
-        QCOMPARE(scene.file(u"f.txt"_s), expected);
+        if (resolution == Resolution::byHand)
+            scene.repository->write(hostileName, handText);
+        else
+            backend.resolveWithSide(scene.path(), {hostileName},
+                                    resolution == Resolution::mine ? ConflictSide::mine : ConflictSide::theirs);
+        backend.markResolved(scene.path(), {hostileName}, true);
+        const QByteArray resolved = scene.file(hostileName);
+        backend.markResolved(scene.path(), {hostileName}, false);
         snapshot = scene.snapshot();
-        QCOMPARE(snapshot.operation, operation);
-        QVERIFY(!isUnresolved(snapshot, u"f.txt"_s));
-        QVERIFY2(snapshot.resolvedFiles.contains(u"f.txt"_s), qPrintable(snapshot.resolvedFiles.join(u' ')));
+        QVERIFY(isUnresolved(snapshot, hostileName) && !snapshot.resolvedFiles.contains(hostileName));
+        QCOMPARE(scene.file(hostileName), resolved);
+        backend.markResolved(scene.path(), {hostileName}, true);
+        QCOMPARE(scene.snapshot().resolvedFiles, QStringList{hostileName});
 
-        scene.backend.continueOperation(scene.path(), operation, u"Merged both"_s);
+        if (aborted) {
+            backend.abortOperation(scene.path(), operation);
+        } else {
+            backend.resolveWithSide(scene.path(), {u"g.txt"_s}, ConflictSide::theirs);
+            backend.resolveWithSide(scene.path(), {u"g.txt"_s}, ConflictSide::mine);
+            backend.continueOperation(scene.path(), operation, u"Merged both"_s);
+        }
         snapshot = scene.snapshot();
         QCOMPARE(snapshot.operation, OperationInProgress::none);
         QCOMPARE(snapshot.resolvedFiles, QStringList());
+        QCOMPARE(scene.file(hostileName), expected);
+        // In a rebase, the side that removed g.txt is the working copy's.
+        const bool removed = !aborted && operation == OperationInProgress::rebase;
+        QCOMPARE(scene.file(u"g.txt"_s), removed ? missing : "g mine\n"_ba);
+        if (aborted) {
+            QCOMPARE(scene.ancestors(), ancestors);
+            // Mercurial's abandoned graft leaves the file it added, untracked.
+            const bool graftLeft = !scene.isGit() && operation == OperationInProgress::graft;
+            QCOMPARE(withoutBackups(snapshot.files).size(), graftLeft ? 1 : 0);
+            QCOMPARE(scene.file(u"o.txt"_s), graftLeft ? "o\n"_ba : missing);
+            return;
+        }
         QCOMPARE(withoutBackups(snapshot.files), QList<WorkingFile>());
-        QCOMPARE(scene.committed(u"f.txt"_s), expected);
         QCOMPARE(scene.file(u"o.txt"_s), "o\n"_ba);
-        const QStringList ancestors = scene.ancestors();
-        QVERIFY(ancestors.contains(operation == OperationInProgress::graft ? scene.mine : scene.theirs));
-        QCOMPARE(ancestors.contains(scene.mine), operation != OperationInProgress::rebase);
-        QCOMPARE(scene.parentCount(), operation == OperationInProgress::merge ? 2 : 1);
+        // Merged: both heads below; rebased: "mine" rewritten; grafted: a copy of "theirs".
+        const QStringList after = scene.ancestors();
+        QCOMPARE(after.contains(scene.mine), operation != OperationInProgress::rebase);
+        QCOMPARE(after.contains(scene.theirs), operation != OperationInProgress::graft);
         if (operation == OperationInProgress::merge)
-            QCOMPARE(scene.message(), u"Merged both"_s);
+            QCOMPARE(scene
+                         .tool(scene.isGit() ? QStringList{u"log"_s, u"-1"_s, u"--format=%s"_s}
+                                             : QStringList{u"log"_s, u"--rev=."_s, u"-T{desc}"_s})
+                         .trimmed(),
+                     "Merged both"_ba);
     }
 
-    // Abandoning puts the history and every working file back, a file
-    // resolved meanwhile too.
-    void aborting_data()
-    {
-        QTest::addColumn<RepositoryKind>("kind");
-        QTest::addColumn<OperationInProgress>("operation");
-        // Mercurial's abandoned graft leaves the files it added, untracked.
-        QTest::addColumn<QList<WorkingFile>>("left");
-        using enum OperationInProgress;
-        addRowsForBothKinds("merge", [](QTestData &row) { row << merge << QList<WorkingFile>(); });
-        addRowsForBothKinds("rebase", [](QTestData &row) { row << rebase << QList<WorkingFile>(); });
-        QTest::newRow("graft, mercurial")
-            << RepositoryKind::mercurial << graft << QList<WorkingFile>{{u"o.txt"_s, FileState::untracked}};
-        QTest::newRow("graft, git") << RepositoryKind::git << graft << QList<WorkingFile>();
-    }
-    void aborting()
-    {
-        QFETCH(RepositoryKind, kind);
-        QFETCH(OperationInProgress, operation);
-        QFETCH(QList<WorkingFile>, left);
-        Scene scene(kind);
-        scene.makeTwoHeads();
-        const QStringList ancestors = scene.ancestors();
-        scene.start(operation);
-        QCOMPARE(scene.snapshot().operation, operation);
-        scene.repository->write(u"f.txt"_s, handText);
-        scene.backend.markResolved(scene.path(), {u"f.txt"_s}, true);
-
-        scene.backend.abortOperation(scene.path(), operation);
-        const RepositorySnapshot snapshot = scene.snapshot();
-        QCOMPARE(snapshot.operation, OperationInProgress::none);
-        QCOMPARE(snapshot.resolvedFiles, QStringList());
-        QCOMPARE(withoutBackups(snapshot.files), left);
-        QCOMPARE(scene.ancestors(), ancestors);
-        QCOMPARE(scene.file(u"f.txt"_s), mineText);
-        QCOMPARE(scene.file(u"g.txt"_s), "g mine\n"_ba);
-        if (left.isEmpty())
-            QCOMPARE(scene.file(u"o.txt"_s), "(missing)"_ba);
-    }
-
-    // Unmarking brings the conflict back and keeps the working file; a side
-    // taken for a file marked resolved replaces it, a side that deleted the
-    // file deletes it.
-    void unmarking_data()
-    {
-        QTest::addColumn<RepositoryKind>("kind");
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QByteArray>("resolvedAs");
-        QTest::addColumn<QByteArray>("mineAfterwards");
-        addRowsForBothKinds("edited", [](QTestData &row) { row << u"f.txt"_s << handText << mineText; });
-        addRowsForBothKinds("removed by theirs",
-                            [](QTestData &row) { row << u"g.txt"_s << "(missing)"_ba << "g mine\n"_ba; });
-        addRowsForBothKinds("a name read as an option or a pattern",
-                            [](QTestData &row) { row << u"-n re:x *[a].txt"_s << handText << mineText; });
-    }
-    void unmarking()
-    {
-        QFETCH(RepositoryKind, kind);
-        QFETCH(QString, name);
-        QFETCH(QByteArray, resolvedAs);
-        QFETCH(QByteArray, mineAfterwards);
-        Scene scene(kind, name == u"g.txt" ? u"f.txt"_s : name);
-        scene.makeTwoHeads();
-        scene.start(OperationInProgress::merge);
-        if (resolvedAs == handText) {
-            scene.repository->write(name, handText);
-            scene.backend.markResolved(scene.path(), {name}, true);
-        } else {
-            scene.backend.resolveWithSide(scene.path(), {name}, ConflictSide::theirs);
-        }
-        QCOMPARE(scene.file(name), resolvedAs);
-        QVERIFY(scene.snapshot().resolvedFiles.contains(name));
-
-        scene.backend.markResolved(scene.path(), {name}, false);
-        RepositorySnapshot snapshot = scene.snapshot();
-        QVERIFY(isUnresolved(snapshot, name));
-        QVERIFY(!snapshot.resolvedFiles.contains(name));
-        QCOMPARE(scene.file(name), resolvedAs);
-
-        scene.backend.markResolved(scene.path(), {name}, true);
-        QVERIFY(!isUnresolved(scene.snapshot(), name));
-        scene.backend.resolveWithSide(scene.path(), {name}, ConflictSide::mine);
-        QCOMPARE(scene.file(name), mineAfterwards);
-        snapshot = scene.snapshot();
-        QVERIFY(!isUnresolved(snapshot, name));
-        QVERIFY(snapshot.resolvedFiles.contains(name));
-    }
-
-    // The operation is told without a commit to finish, and in a linked work tree.
-    void operationWithoutConflicts_data()
+    // A merge waiting for its commit is in progress, also in a linked work tree.
+    void mergeWithoutConflicts_data()
     {
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<bool>("inWorkTree");
         addRowsForBothKinds("merge", [](QTestData &row) { row << false; });
         QTest::newRow("merge in a linked work tree, git") << RepositoryKind::git << true;
     }
-    void operationWithoutConflicts()
+    void mergeWithoutConflicts()
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(bool, inWorkTree);
         Scene scene(kind);
         scene.makeTwoHeads(false);
-        QString path = scene.path();
         const QTemporaryDir workTrees;
-        if (inWorkTree) {
-            path = workTrees.filePath(u"linked"_s);
+        const QString path = inWorkTree ? workTrees.filePath(u"linked"_s) : scene.path();
+        if (inWorkTree)
             scene.tool({u"worktree"_s, u"add"_s, u"-q"_s, u"-b"_s, u"linked"_s, path});
-        }
         test::runTool(scene.isGit() ? u"git"_s : u"hg"_s,
                       scene.isGit() ? QStringList{u"merge"_s, u"--no-commit"_s, u"--no-ff"_s, u"other"_s}
-                                    : QStringList{u"merge"_s, u"--rev"_s, u"other"_s},
+                                    : QStringList{u"merge"_s, u"--rev=other"_s},
                       path);
         QCOMPARE(scene.backend.loadSnapshot(path).operation, OperationInProgress::merge);
-        if (inWorkTree)
-            QCOMPARE(scene.snapshot().operation, OperationInProgress::none);
-
+        QCOMPARE(scene.snapshot().operation, inWorkTree ? OperationInProgress::none : OperationInProgress::merge);
         scene.backend.continueOperation(path, OperationInProgress::merge, u"Merged"_s);
         QCOMPARE(scene.backend.loadSnapshot(path).operation, OperationInProgress::none);
-        QCOMPARE(readFile(path + u"/o.txt"_s), "o\n"_ba);
     }
 
     // A restore into a working copy with changes of its own: aborting puts
@@ -374,60 +258,57 @@ private Q_SLOTS:
         QFETCH(bool, continued);
         Scene scene(kind);
         test::RepositoryFixture &repository = *scene.repository;
-        for (const QString &name : {u"f.txt"_s, u"g.txt"_s, u"s.txt"_s, u"keep.txt"_s})
-            repository.write(name, name.toUtf8() + " base\n");
+        const QStringList shelved{u"f.txt"_s, u"g.txt"_s, u"s.txt"_s, u"n.txt"_s, u"u.txt"_s};
+        for (const QString &name : shelved.first(3) + QStringList{u"keep.txt"_s})
+            repository.write(name, "base\n");
         repository.commitAll(u"base"_s);
-        for (const QString &name : {u"f.txt"_s, u"g.txt"_s, u"s.txt"_s, u"n.txt"_s})
+        for (const QString &name : shelved)
             repository.write(name, name.toUtf8() + " shelved\n");
         scene.tool({u"add"_s, u"n.txt"_s});
-        repository.write(u"u.txt"_s, "untracked\n");
+        const QString extension = u"--config=extensions.shelve="_s;
         scene.tool(scene.isGit() ? QStringList{u"stash"_s, u"push"_s, u"--include-untracked"_s}
-                                 : QStringList{u"--config"_s, u"extensions.shelve="_s, u"shelve"_s, u"--unknown"_s});
-        repository.write(u"f.txt"_s, "f.txt committed\n");
-        repository.write(u"g.txt"_s, "g.txt committed\n");
+                                 : QStringList{extension, u"shelve"_s, u"--unknown"_s});
+        repository.write(u"f.txt"_s, "committed\n");
+        repository.write(u"g.txt"_s, "committed\n");
         repository.commitAll(u"committed"_s);
         // The working copy's own changes: one staged or added, one not.
-        repository.write(u"keep.txt"_s, "keep.txt edited\n");
+        repository.write(u"keep.txt"_s, "edited\n");
         repository.write(u"added.txt"_s, "added\n");
         scene.tool({u"add"_s, u"added.txt"_s});
         const QList<WorkingFile> before = scene.snapshot().files;
         const QStringList ancestors = scene.ancestors();
 
         scene.stopsForConflicts(scene.isGit() ? QStringList{u"stash"_s, u"apply"_s}
-                                              : QStringList{u"--config"_s, u"extensions.shelve="_s, u"unshelve"_s});
+                                              : QStringList{extension, u"unshelve"_s});
         // A restore that is to delete the stash once finished leaves its id.
         const QString pendingDrop = scene.path() + u"/.git/tillery/stash-to-drop"_s;
         if (scene.isGit() && continued)
             test::writeFile(pendingDrop, scene.tool({u"rev-parse"_s, u"stash@{0}"_s}));
-        RepositorySnapshot snapshot = scene.snapshot();
-        QCOMPARE(snapshot.operation, OperationInProgress::unshelve);
-        QVERIFY(isUnresolved(snapshot, u"f.txt"_s) && isUnresolved(snapshot, u"g.txt"_s));
+        QCOMPARE(scene.snapshot().operation, OperationInProgress::unshelve);
         scene.repository->write(u"f.txt"_s, handText);
         scene.backend.markResolved(scene.path(), {u"f.txt"_s}, true);
-
+        QStringList expected;
         if (continued) {
             scene.backend.resolveWithSide(scene.path(), {u"g.txt"_s}, ConflictSide::theirs);
-            snapshot = scene.snapshot();
+            const RepositorySnapshot snapshot = scene.snapshot();
             QCOMPARE(snapshot.operation, OperationInProgress::unshelve);
             QCOMPARE(snapshot.resolvedFiles, (QStringList{u"f.txt"_s, u"g.txt"_s}));
             scene.backend.continueOperation(scene.path(), OperationInProgress::unshelve, QString());
-            QCOMPARE(scene.shelfCount(), 0);
-            QCOMPARE(scene.file(u"f.txt"_s), handText);
-            QCOMPARE(scene.file(u"g.txt"_s), "g.txt shelved\n"_ba);
-            QCOMPARE(scene.file(u"s.txt"_s), "s.txt shelved\n"_ba);
-            QCOMPARE(scene.file(u"u.txt"_s), "untracked\n"_ba);
+            expected = {QString::fromUtf8(handText), u"g.txt shelved\n"_s, u"s.txt shelved\n"_s, u"n.txt shelved\n"_s,
+                        u"u.txt shelved\n"_s};
         } else {
             scene.backend.abortOperation(scene.path(), OperationInProgress::unshelve);
-            QCOMPARE(scene.shelfCount(), 1);
             QCOMPARE(withoutBackups(scene.snapshot().files), before);
-            for (const QString &name : {u"f.txt"_s, u"g.txt"_s})
-                QCOMPARE(scene.file(name), name.toUtf8() + " committed\n");
-            QCOMPARE(scene.file(u"s.txt"_s), "s.txt base\n"_ba);
-            QCOMPARE(scene.file(u"keep.txt"_s), "keep.txt edited\n"_ba);
-            QCOMPARE(scene.file(u"added.txt"_s), "added\n"_ba);
-            QCOMPARE(scene.file(u"n.txt"_s), "(missing)"_ba);
-            QCOMPARE(scene.file(u"u.txt"_s), "(missing)"_ba);
+            expected = {u"committed\n"_s, u"committed\n"_s, u"base\n"_s, u"(missing)"_s, u"(missing)"_s};
         }
+        QStringList contents;
+        for (const QString &name : shelved)
+            contents.append(QString::fromUtf8(scene.file(name)));
+        QCOMPARE(contents, expected);
+        QCOMPARE(scene.file(u"keep.txt"_s) + scene.file(u"added.txt"_s), "edited\nadded\n"_ba);
+        const QByteArray shelves =
+            scene.isGit() ? scene.tool({u"stash"_s, u"list"_s}) : scene.tool({extension, u"shelve"_s, u"--list"_s});
+        QCOMPARE(shelves.count('\n'), continued ? 0 : 1);
         QCOMPARE(scene.ancestors(), ancestors);
         QCOMPARE(scene.snapshot().operation, OperationInProgress::none);
         QVERIFY(!QFile::exists(pendingDrop));
@@ -457,30 +338,30 @@ private Q_SLOTS:
         scene.makeTwoHeads();
         scene.start(OperationInProgress::merge);
         const QTemporaryDir folder;
-        const QString script = folder.filePath(u"resolve"_s);
-        test::writeFile(script, "#!/bin/sh\nprintf 'by tool\\n' > \"$1\"\n", true);
+        const QByteArray script = folder.filePath(u"resolve"_s).toUtf8();
+        test::writeFile(QString::fromUtf8(script), "#!/bin/sh\nprintf 'by tool\\n' > \"$1\"\n", true);
         const QByteArray settings =
-            scene.isGit() ? "[merge]\n\ttool = scripted\n[mergetool \"scripted\"]\n\tcmd = '" + script.toUtf8()
+            scene.isGit() ? "[merge]\n\ttool = scripted\n[mergetool \"scripted\"]\n\tcmd = '" + script
                                 + "' \"$MERGED\"\n\ttrustExitCode = true\n[mergetool]\n\tkeepBackup = false\n"
-                          : "[ui]\nmerge = scripted\n[merge-tools]\nscripted.executable = " + script.toUtf8()
+                          : "[ui]\nmerge = scripted\n[merge-tools]\nscripted.executable = " + script
                                 + "\nscripted.args = $output\n";
-        const PersonalConfiguration configuration(kind, personal ? settings : QByteArray(), scene.isGit());
-        const ScopedEnvironmentVariable noMergeVariable("HGMERGE", std::nullopt);
-        if (byRepository) {
-            QFile own(scene.repository->filePath(scene.isGit() ? u".git/config"_s : u".hg/hgrc"_s));
-            QVERIFY(own.open(QIODevice::Append) && own.write(settings) == settings.size());
-        }
+        // The person's configuration: Git's pinned one, or for Mercurial one without the pinned tool.
+        const char *variable = scene.isGit() ? "GIT_CONFIG_GLOBAL" : "HGRCPATH";
+        const QString personalFile = folder.filePath(u"config"_s);
+        test::writeFile(personalFile, (scene.isGit() ? readFile(qEnvironmentVariable(variable)) : QByteArray())
+                                          + (personal ? settings : QByteArray()));
+        const test::ScopedEnvironmentVariable configuration(variable, personalFile.toUtf8());
+        const test::ScopedEnvironmentVariable noMergeVariable("HGMERGE", std::nullopt);
+        QFile own(scene.repository->filePath(scene.isGit() ? u".git/config"_s : u".hg/hgrc"_s));
+        QVERIFY(!byRepository || (own.open(QIODevice::Append) && own.write(settings) == settings.size()));
+        own.close();
 
-        const QString failed = failureOf([&] { scene.backend.openInMergeTool(scene.path(), u"f.txt"_s); });
+        const QString failed = failureOf([&] { scene.backend.openInMergeTool(scene.path(), hostileName); });
         QVERIFY2(failed.startsWith(failure), qPrintable(failed));
         const RepositorySnapshot snapshot = scene.snapshot();
-        if (personal) {
-            QCOMPARE(scene.file(u"f.txt"_s), "by tool\n"_ba);
-            QCOMPARE(snapshot.resolvedFiles, QStringList{u"f.txt"_s});
-        } else {
-            QVERIFY(scene.file(u"f.txt"_s).contains("<<<<<<<"));
-            QVERIFY(isUnresolved(snapshot, u"f.txt"_s));
-        }
+        QCOMPARE(scene.file(hostileName).contains("by tool"), personal);
+        QCOMPARE(snapshot.resolvedFiles.contains(hostileName), personal);
+        QCOMPARE(isUnresolved(snapshot, hostileName), !personal);
     }
 };
 
