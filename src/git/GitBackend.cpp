@@ -1,6 +1,7 @@
 #include "git/GitBackend.h"
 
 #include "diff/FilePatch.h"
+#include "git/GitConflicts.h"
 #include "git/GitHistoryPager.h"
 #include "git/GitParsers.h"
 #include "git/GitPatchText.h"
@@ -323,16 +324,27 @@ public:
         pushStash(repositoryPath, name, files);
     }
 
-    // Not built yet: conflicts.
-    void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
-    void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
-    void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }
-    void continueOperation(const QString &, OperationInProgress, const QString &) const override
+    void resolveWithSide(const QString &repositoryPath, const QStringList &paths, ConflictSide side) const override
     {
-        throw notBuiltYet();
+        git::resolveWithSide(repositoryPath, paths, side);
     }
-    void abortOperation(const QString &, OperationInProgress) const override { throw notBuiltYet(); }
-    static PlatformFailure notBuiltYet() { return PlatformFailure(u"Not built yet."_s); }
+    void markResolved(const QString &repositoryPath, const QStringList &paths, bool resolved) const override
+    {
+        git::markResolved(repositoryPath, paths, resolved);
+    }
+    void openInMergeTool(const QString &repositoryPath, const QString &path) const override
+    {
+        git::openInMergeTool(repositoryPath, path);
+    }
+    void continueOperation(const QString &repositoryPath, OperationInProgress operation,
+                           const QString &message) const override
+    {
+        git::continueOperation(repositoryPath, operation, message);
+    }
+    void abortOperation(const QString &repositoryPath, OperationInProgress operation) const override
+    {
+        git::abortOperation(repositoryPath, operation);
+    }
 
     void deleteBookmark(const QString &repositoryPath, const QString &name) const override
     {

@@ -1,6 +1,7 @@
 #include "git/GitSnapshot.h"
 
 #include "git/CommitLogCache.h"
+#include "git/GitConflicts.h"
 #include "git/GitParsers.h"
 #include "git/GitShelves.h"
 #include "git/GitTool.h"
@@ -177,6 +178,10 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     }
     snapshot.files = files.get();
     snapshot.shelves = stashes.get();
+    // Told by files in the git folder; only an operation has resolved files to read.
+    snapshot.operation = operationInProgress(workingGitFolder(repositoryPath), snapshot.files);
+    if (snapshot.operation != OperationInProgress::none)
+        snapshot.resolvedFiles = resolvedFiles(repositoryPath, snapshot.files);
     return snapshot;
 }
 

@@ -425,4 +425,111 @@ ToolCommand GitTool::stashFilesPushCommand(const QString &message, const QString
             {0}};
 }
 
+// Conflicts of the operation in progress.
+
+ToolCommand GitTool::unmergedEntriesCommand(const QStringList &paths)
+{
+    return {QStringList{u"ls-files"_s, u"-z"_s, u"--unmerged"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::resolveUndoCommand(const QStringList &paths)
+{
+    return {QStringList{u"ls-files"_s, u"-z"_s, u"--resolve-undo"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::indexInfoCommand()
+{
+    return {{u"update-index"_s, u"-z"_s, u"--index-info"_s}, {0}};
+}
+
+ToolCommand GitTool::checkoutSideCommand(const QStringList &paths, bool ours)
+{
+    return {QStringList{u"checkout"_s, ours ? u"--ours"_s : u"--theirs"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::removeFilesCommand(const QStringList &paths)
+{
+    return {QStringList{u"rm"_s, u"--quiet"_s, u"--force"_s, u"--"_s} + fileArguments(paths), {0}};
+}
+
+ToolCommand GitTool::mergeToolSettingsCommand()
+{
+    return {{u"config"_s, u"--show-scope"_s, u"-z"_s, u"--get-regexp"_s, u"^merge\\.tool$|^mergetool\\."_s}, {0, 1}};
+}
+
+ToolCommand GitTool::mergeToolCommand(const QString &path)
+{
+    return {{u"mergetool"_s, u"--no-prompt"_s, u"--"_s, fileArgument(path)}, {0}};
+}
+
+namespace {
+
+QString operationCommand(OperationInProgress operation)
+{
+    switch (operation) {
+    case OperationInProgress::rebase:
+        return u"rebase"_s;
+    case OperationInProgress::graft:
+        return u"cherry-pick"_s;
+    default:
+        return u"merge"_s;
+    }
+}
+
+} // namespace
+
+ToolCommand GitTool::continueCommand(OperationInProgress operation, const QString &message)
+{
+    if (operation == OperationInProgress::merge)
+        return {{u"commit"_s, message.isEmpty() ? u"--no-edit"_s : u"--message="_s + message}, {0}};
+    return {{operationCommand(operation), u"--continue"_s}, {0}};
+}
+
+ToolCommand GitTool::abortCommand(OperationInProgress operation)
+{
+    return {{operationCommand(operation), u"--abort"_s}, {0}};
+}
+
+ToolCommand GitTool::stashCommitIdsCommand()
+{
+    return {{u"stash"_s, u"list"_s, u"--format=%H"_s}, {0}};
+}
+
+ToolCommand GitTool::changedPathsCommand(const QString &commit)
+{
+    return {{u"diff-tree"_s, u"-r"_s, u"-z"_s, u"--name-only"_s, u"--no-renames"_s, commit + u'^', commit, u"--"_s},
+            {0}};
+}
+
+ToolCommand GitTool::changesPatchCommand(const QString &commit, const QStringList &paths)
+{
+    return {QStringList{u"diff-tree"_s, u"-r"_s, u"-p"_s, u"--binary"_s, u"--full-index"_s, u"--no-renames"_s,
+                        u"--no-color"_s, u"--src-prefix=a/"_s, u"--dst-prefix=b/"_s, commit + u'^', commit, u"--"_s}
+                + fileArguments(paths),
+            {0}};
+}
+
+ToolCommand GitTool::untrackedPartCommand(const QString &stash)
+{
+    return {{u"rev-parse"_s, u"--verify"_s, u"--quiet"_s, stash + u"^3"_s}, {0, 1}};
+}
+
+ToolCommand GitTool::reverseApplyCommand(bool check)
+{
+    QStringList arguments{u"apply"_s, u"--reverse"_s, u"--index"_s, u"--whitespace=nowarn"_s};
+    if (check)
+        arguments.append(u"--check"_s);
+    return {arguments, {0, 1}};
+}
+
+ToolCommand GitTool::treeEntriesCommand(const QString &tree, const QStringList &paths)
+{
+    return {QStringList{u"ls-tree"_s, u"-r"_s, u"-z"_s, tree, u"--"_s} + paths, {0}};
+}
+
+ToolCommand GitTool::dropStashCommand(const QString &reference)
+{
+    return {{u"stash"_s, u"drop"_s, u"--quiet"_s, reference}, {0}};
+}
+
 } // namespace tillery

@@ -4,6 +4,7 @@
 #include "process/ToolCommand.h"
 #include "process/ToolRunner.h"
 #include "records/HistoryFilter.h"
+#include "records/OperationInProgress.h"
 #include "records/WhitespaceChanges.h"
 
 #include <QString>
@@ -142,6 +143,36 @@ struct GitTool {
     // Puts HEAD's entries of the files back into the index.
     static ToolCommand unstageCommand(const QStringList &paths);
     static ToolCommand stashFilesPushCommand(const QString &message, const QStringList &paths);
+
+    // Conflicts of the operation in progress. Paths are made safe here.
+    // Each file's conflicting entries (stages 1 to 3), and those kept for
+    // files whose conflicts were resolved, as "ls-files -z" prints them.
+    static ToolCommand unmergedEntriesCommand(const QStringList &paths);
+    static ToolCommand resolveUndoCommand(const QStringList &paths = {});
+    // Writes index entries from its standard input ("--index-info", -z).
+    static ToolCommand indexInfoCommand();
+    static ToolCommand checkoutSideCommand(const QStringList &paths, bool ours);
+    // Takes the files out of the index and the working copy.
+    static ToolCommand removeFilesCommand(const QStringList &paths);
+    // Where each merge-tool setting in force comes from ("scope NUL key LF value NUL").
+    static ToolCommand mergeToolSettingsCommand();
+    static ToolCommand mergeToolCommand(const QString &path);
+    // Goes on with, or abandons, a merge, a rebase or a cherry-pick; a merge
+    // goes on by its commit, with the message or else its own prepared one.
+    static ToolCommand continueCommand(OperationInProgress operation, const QString &message);
+    static ToolCommand abortCommand(OperationInProgress operation);
+    // Stash restores: the entries' commit ids, newest first; the paths a
+    // commit changes from its first parent, and that change as a patch; a
+    // commit's third parent, where a stash keeps its untracked files.
+    static ToolCommand stashCommitIdsCommand();
+    static ToolCommand changedPathsCommand(const QString &commit);
+    static ToolCommand changesPatchCommand(const QString &commit, const QStringList &paths);
+    static ToolCommand untrackedPartCommand(const QString &stash);
+    // Takes a patch from its standard input off the index and the working files.
+    static ToolCommand reverseApplyCommand(bool check);
+    // The entries of a tree, or of those paths in it (read as they are).
+    static ToolCommand treeEntriesCommand(const QString &tree, const QStringList &paths = {});
+    static ToolCommand dropStashCommand(const QString &reference);
 };
 
 } // namespace tillery

@@ -1,6 +1,7 @@
 #include "mercurial/MercurialBackend.h"
 
 #include "mercurial/MercurialConfigFile.h"
+#include "mercurial/MercurialConflicts.h"
 #include "mercurial/MercurialHistoryPager.h"
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialShelves.h"
@@ -173,16 +174,27 @@ public:
         mercurial::shelveFiles(repositoryPath, name, files);
     }
 
-    // Not built yet: conflicts.
-    void resolveWithSide(const QString &, const QStringList &, ConflictSide) const override { throw notBuiltYet(); }
-    void markResolved(const QString &, const QStringList &, bool) const override { throw notBuiltYet(); }
-    void openInMergeTool(const QString &, const QString &) const override { throw notBuiltYet(); }
-    void continueOperation(const QString &, OperationInProgress, const QString &) const override
+    void resolveWithSide(const QString &repositoryPath, const QStringList &paths, ConflictSide side) const override
     {
-        throw notBuiltYet();
+        mercurial::resolveWithSide(repositoryPath, paths, side);
     }
-    void abortOperation(const QString &, OperationInProgress) const override { throw notBuiltYet(); }
-    static PlatformFailure notBuiltYet() { return PlatformFailure(u"Not built yet."_s); }
+    void markResolved(const QString &repositoryPath, const QStringList &paths, bool resolved) const override
+    {
+        mercurial::markResolved(repositoryPath, paths, resolved);
+    }
+    void openInMergeTool(const QString &repositoryPath, const QString &path) const override
+    {
+        mercurial::openInMergeTool(repositoryPath, path);
+    }
+    void continueOperation(const QString &repositoryPath, OperationInProgress operation,
+                           const QString &message) const override
+    {
+        mercurial::continueOperation(repositoryPath, operation, message);
+    }
+    void abortOperation(const QString &repositoryPath, OperationInProgress operation) const override
+    {
+        mercurial::abortOperation(repositoryPath, operation);
+    }
 
     void squashMerge(const QString &, const QString &) const override
     {

@@ -264,7 +264,7 @@ QString parseCurrentBranch(QByteArrayView output)
 
 QString parseWorkingParent(QByteArrayView output)
 {
-    const QString node = decodeUtf8OrEmpty(output).trimmed();
+    const QString node = decodeUtf8OrEmpty(output).section(u'\n', 0, 0).trimmed();
     return node.count(u'0') == node.size() ? QString() : node;
 }
 

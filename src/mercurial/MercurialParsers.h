@@ -49,7 +49,8 @@ QList<QHash<QString, QString>> parseFileCopies(const QByteArray &output);
 
 // "hg branch".
 QString parseCurrentBranch(QByteArrayView output);
-// The working copy's parent's id; empty before the first changeset (the null id).
+// The working copy's (first) parent's id, the first line of the output;
+// empty before the first changeset (the null id).
 QString parseWorkingParent(QByteArrayView output);
 
 // "hg paths": "name = address" lines; passwords stay masked as the tool prints them.

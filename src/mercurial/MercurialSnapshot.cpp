@@ -1,5 +1,7 @@
 #include "mercurial/MercurialSnapshot.h"
 
+#include "mercurial/MercurialConflictParsers.h"
+#include "mercurial/MercurialConflicts.h"
 #include "mercurial/MercurialParsers.h"
 #include "mercurial/MercurialShelves.h"
 #include "mercurial/MercurialTool.h"
@@ -51,12 +53,15 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
     RepositorySnapshot snapshot;
     QSet<QString> unresolved;
     try {
-        unresolved = mercurial::parseUnresolvedPaths(
-            runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput);
+        const QByteArray conflicts =
+            runMercurial(MercurialTool::unresolvedFilesCommand(), repositoryPath).standardOutput;
+        unresolved = mercurial::parseUnresolvedPaths(conflicts);
+        snapshot.resolvedFiles = mercurial::parseResolvedPaths(conflicts);
         snapshot.history =
             mercurial::parseHistory(runMercurial(MercurialTool::historyCommand(), repositoryPath).standardOutput);
-        snapshot.workingParent = mercurial::parseWorkingParent(
-            runMercurial(MercurialTool::workingParentCommand(), repositoryPath).standardOutput);
+        const QByteArray parents = runMercurial(MercurialTool::workingParentCommand(), repositoryPath).standardOutput;
+        snapshot.workingParent = mercurial::parseWorkingParent(parents);
+        snapshot.operation = mercurial::operationInProgress(repositoryPath, mercurial::hasSecondParent(parents));
         snapshot.bookmarks = loadBookmarks(repositoryPath);
         snapshot.branch = mercurial::parseCurrentBranch(
             runMercurial(MercurialTool::currentBranchCommand(), repositoryPath).standardOutput);
@@ -71,6 +76,7 @@ RepositorySnapshot loadMercurialSnapshot(const QString &repositoryPath)
     snapshot.files = files.get();
     snapshot.shelves = shelves;
     mercurial::markUnresolved(snapshot.files, unresolved);
+    mercurial::addUnlistedUnresolved(snapshot.files, unresolved);
     return snapshot;
 }
 

@@ -66,7 +66,7 @@ ToolCommand MercurialTool::currentBranchCommand()
 
 ToolCommand MercurialTool::workingParentCommand()
 {
-    return {{u"log"_s, u"--rev=."_s, u"-T{node}"_s}, {0}};
+    return {{u"log"_s, u"--rev=wdir()"_s, u"-T{p1node}\n{p2node}"_s}, {0}};
 }
 
 ToolCommand MercurialTool::pathsCommand()
@@ -252,6 +252,59 @@ ToolCommand MercurialTool::shelveFilesCommand(const QString &name, const QString
     if (!name.isEmpty())
         arguments.append(u"--name="_s + name);
     return {arguments + QStringList{u"--"_s} + fileArguments(files), {0}};
+}
+
+// Conflicts of the operation in progress.
+
+ToolCommand MercurialTool::resolveWithToolCommand(const QStringList &files, const QString &tool)
+{
+    return {QStringList{u"resolve"_s, u"--tool="_s + tool, u"--"_s} + fileArguments(files), {0}};
+}
+
+ToolCommand MercurialTool::markResolvedCommand(const QStringList &files, bool resolved)
+{
+    return {QStringList{u"resolve"_s, resolved ? u"--mark"_s : u"--unmark"_s, u"--"_s} + fileArguments(files), {0}};
+}
+
+ToolCommand MercurialTool::mergeToolSettingsCommand()
+{
+    return {{u"config"_s, u"-Tjson"_s, u"ui.merge"_s, u"merge-tools"_s}, {0, 1}};
+}
+
+ToolCommand MercurialTool::mergeAgainCommand(const QString &file)
+{
+    return {{u"resolve"_s, u"--"_s, fileArgument(file)}, {0}};
+}
+
+namespace {
+
+// The operation's command, with the extension it needs.
+QStringList operationCommand(OperationInProgress operation)
+{
+    switch (operation) {
+    case OperationInProgress::rebase:
+        return {u"--config=extensions.rebase="_s, u"rebase"_s};
+    case OperationInProgress::graft:
+        return {u"graft"_s};
+    case OperationInProgress::unshelve:
+        return {u"--config=extensions.shelve="_s, u"unshelve"_s};
+    default:
+        return {u"merge"_s};
+    }
+}
+
+} // namespace
+
+ToolCommand MercurialTool::continueCommand(OperationInProgress operation, const QString &message)
+{
+    if (operation == OperationInProgress::merge)
+        return {{u"commit"_s, u"--message="_s + message}, {0}};
+    return {operationCommand(operation) << u"--continue"_s, {0}};
+}
+
+ToolCommand MercurialTool::abortCommand(OperationInProgress operation)
+{
+    return {operationCommand(operation) << u"--abort"_s, {0}};
 }
 
 } // namespace tillery

@@ -3,6 +3,7 @@
 #include "process/RepositoryDetection.h"
 #include "process/ToolCommand.h"
 #include "process/ToolRunner.h"
+#include "records/OperationInProgress.h"
 #include "records/WhitespaceChanges.h"
 
 #include <QStringList>
@@ -35,6 +36,8 @@ struct MercurialTool {
     static ToolCommand bookmarksCommand();
     static ToolCommand bookmarkDatesCommand();
     static ToolCommand currentBranchCommand();
+    // The working copy's first parent's id, then on a line of its own its
+    // second's (a merge's), each the null id when there is none.
     static ToolCommand workingParentCommand();
     static ToolCommand pathsCommand();
 
@@ -85,6 +88,17 @@ struct MercurialTool {
     static ToolCommand forgetMissingCommand(const QStringList &files);
     // Untracked files among them go into the shelf too.
     static ToolCommand shelveFilesCommand(const QString &name, const QStringList &files);
+
+    // Conflicts of the operation in progress; file arguments are made safe here.
+    static ToolCommand resolveWithToolCommand(const QStringList &files, const QString &tool);
+    static ToolCommand markResolvedCommand(const QStringList &files, bool resolved);
+    // The merge-tool settings in force, with the file each comes from, as JSON.
+    static ToolCommand mergeToolSettingsCommand();
+    // Merges the file again with the configured tool.
+    static ToolCommand mergeAgainCommand(const QString &file);
+    // Goes on with, or abandons, the operation; a merge goes on by its commit.
+    static ToolCommand continueCommand(OperationInProgress operation, const QString &message);
+    static ToolCommand abortCommand(OperationInProgress operation);
 };
 
 } // namespace tillery

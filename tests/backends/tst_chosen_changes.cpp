@@ -13,6 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::addRowsForBothKinds;
 
 namespace {
 
@@ -70,14 +71,6 @@ struct Scene {
     bool isGit;
     QString name;
 };
-
-void addRowsForBothKinds(const char *name, const std::function<void(QTestData &)> &fill)
-{
-    for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
-        QTestData &row = QTest::addRow("%s, %s", name, kind == RepositoryKind::git ? "git" : "mercurial") << kind;
-        fill(row);
-    }
-}
 
 } // namespace
 

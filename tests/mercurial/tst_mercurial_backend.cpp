@@ -32,7 +32,7 @@ FakeToolBehaviour answering(const QMap<QByteArray, QByteArray> &answers)
     QMap<QByteArray, QByteArray> all{
         {"status -0", "true"}, {"resolve --list", "true"},  {"log -l", "echo '[]'"}, {"bookmarks -Tjson", "echo '[]'"},
         {"log -r", "true"},    {"branch ", "echo default"}, {"paths ", "true"},
-        {"log --rev=.", "echo 0000000000000000000000000000000000000000"}};
+        {"log --rev=wdir()", "echo 0000000000000000000000000000000000000000"}};
     all.insert(answers);
     FakeToolBehaviour behaviour;
     behaviour.customBody = "case \"$3 $4\" in\n";

@@ -205,6 +205,14 @@ void addKindColumn()
     QTest::newRow("git") << RepositoryKind::git;
 }
 
+void addRowsForBothKinds(const char *name, const std::function<void(QTestData &)> &fill)
+{
+    for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
+        QTestData &row = QTest::addRow("%s, %s", name, kind == RepositoryKind::git ? "git" : "mercurial") << kind;
+        fill(row);
+    }
+}
+
 std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind)
 {
     if (kind == RepositoryKind::git)

@@ -7,7 +7,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
+
+class QTestData;
 
 namespace tillery::test {
 
@@ -90,6 +93,8 @@ private:
 
 // For a data-driven test: a "kind" column with a Mercurial and a Git row.
 void addKindColumn();
+// A row of each kind for a case ("<name>, git"), its kind given, the rest by `fill`.
+void addRowsForBothKinds(const char *name, const std::function<void(QTestData &)> &fill);
 
 // A fresh empty repository of the kind.
 std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
