@@ -27,9 +27,10 @@ void ChosenLines::readShownDiff()
     const PresentedDiffDocument &document = m_selection.diff();
     std::optional<FilePatch> patch;
     // A diff that leaves out changes in white space is not the file's: its lines cannot be taken apart.
+    // Nor can a commit in the middle of a merge or another operation take only some of them.
     if (file && !m_selection.comparisonTitle() && m_workspace.tab() == WorkspaceTab::changes
         && m_selection.shownDiffWhitespace() == WhitespaceChanges::shown && file->state != FileState::removed
-        && file->state != FileState::missing)
+        && file->state != FileState::missing && m_workspace.snapshot().operation == OperationInProgress::none)
         patch = parseFilePatch(document.text);
     const auto partly = file ? m_partly.constFind(file->path) : m_partly.cend();
     if (partly != m_partly.cend() && patch && partly->diff != document.text) {

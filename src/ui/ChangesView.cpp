@@ -118,7 +118,7 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(new ConflictBanner(model));
-    layout->addWidget(splitter);
+    layout->addWidget(splitter, 1);
     addAction(m_commitBox->commitAction());
 
     connect(&model.workspace(), &Workspace::snapshotChanged, this, [this] {

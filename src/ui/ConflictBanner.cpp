@@ -19,6 +19,7 @@ ConflictBanner::ConflictBanner(AppModel &model, QWidget *parent)
     , m_abort(new QPushButton(u"Abort…"_s))
 {
     setObjectName(u"conflictBanner"_s);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     m_text->setObjectName(u"conflictText"_s);
     m_continue->setObjectName(u"continueOperation"_s);
     m_abort->setObjectName(u"abortOperation"_s);
