@@ -8,7 +8,7 @@
 
 namespace tillery::git {
 
-// "git stash list --format=%H%x00%ct%x00%s", newest first: each entry's
+// The stash log with "--format=%H%x00%ct%x00%s", newest first: each entry's
 // commit id, commit time and subject. A line cut short is left out; a
 // subject that is not UTF-8 is read with replacement characters.
 QList<Shelf> parseStashList(QByteArrayView output);

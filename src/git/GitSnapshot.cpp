@@ -70,13 +70,15 @@ QByteArray commitLogKey(const QByteArray &head, const QString &repositoryPath)
     return key;
 }
 
-// Nothing when there is no commit yet.
-std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath)
+// Nothing when there is no commit yet. The refs read for the key tell
+// whether there is a stash.
+std::optional<CommitLogOutputs> readCommitLog(const QString &repositoryPath, bool &hasStash)
 {
     const CommandOutput head = runGit(GitTool::verifyHeadCommand(), repositoryPath);
     if (head.status != 0)
         return std::nullopt;
     const QByteArray key = commitLogKey(head.standardOutput, repositoryPath);
+    hasStash = key.contains(" refs/stash\n");
     if (std::optional<CommitLogOutputs> cached = cachedCommitLog(repositoryPath, key))
         return cached;
     CommitLogOutputs outputs;
@@ -152,9 +154,15 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
     // commits next; the other queries run beside them.
     std::future<QList<WorkingFile>> files =
         startConcurrently([&repositoryPath] { return workingFiles(repositoryPath); });
-    std::future<std::optional<CommitLogOutputs>> commitLog =
-        startConcurrently([&repositoryPath] { return readCommitLog(repositoryPath); });
-    std::future<QList<Shelf>> stashes = startConcurrently([&repositoryPath] { return listStashes(repositoryPath); });
+    // The stash entries follow the log, only where there is a stash.
+    QList<Shelf> stashes;
+    std::future<std::optional<CommitLogOutputs>> commitLog = startConcurrently([&repositoryPath, &stashes] {
+        bool hasStash = false;
+        std::optional<CommitLogOutputs> log = readCommitLog(repositoryPath, hasStash);
+        if (hasStash)
+            stashes = listStashes(repositoryPath);
+        return log;
+    });
     RepositorySnapshot snapshot;
     try {
         const QList<LocalBranchRecord> branchRecords =
@@ -177,7 +185,7 @@ RepositorySnapshot loadGitSnapshot(const QString &repositoryPath)
         rethrowInOrder(files);
     }
     snapshot.files = files.get();
-    snapshot.shelves = stashes.get();
+    snapshot.shelves = stashes;
     // Told by files in the git folder; only an operation has resolved files to read.
     snapshot.operation = operationInProgress(workingGitFolder(repositoryPath), snapshot.files);
     if (snapshot.operation != OperationInProgress::none)

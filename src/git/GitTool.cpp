@@ -363,16 +363,27 @@ ToolCommand GitTool::addOriginCommand(const QString &address)
 
 // Shelves: stash entries.
 
+namespace {
+
+// The log that "git stash list" runs, in one process instead of two; no
+// stash yet lists nothing.
+ToolCommand stashLog(const QString &format)
+{
+    return {{u"log"_s, u"--walk-reflogs"_s, u"--first-parent"_s, u"--ignore-missing"_s, u"--format="_s + format,
+             u"--encoding=UTF-8"_s, u"--no-color"_s, u"--no-show-signature"_s, u"refs/stash"_s, u"--"_s},
+            {0}};
+}
+
+} // namespace
+
 ToolCommand GitTool::stashListCommand()
 {
-    return {{u"stash"_s, u"list"_s, u"--format=%H%x00%ct%x00%s"_s, u"--encoding=UTF-8"_s, u"--no-color"_s,
-             u"--no-show-signature"_s},
-            {0}};
+    return stashLog(u"%H%x00%ct%x00%s"_s);
 }
 
 ToolCommand GitTool::stashIdsCommand()
 {
-    return {{u"stash"_s, u"list"_s, u"--format=%H"_s}, {0}};
+    return stashLog(u"%H"_s);
 }
 
 ToolCommand GitTool::stashFilesCommand(const QString &id)
