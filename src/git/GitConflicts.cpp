@@ -2,6 +2,7 @@
 
 #include "git/GitConflictParsers.h"
 #include "git/GitParsers.h"
+#include "git/GitShelves.h"
 #include "git/GitTool.h"
 #include "process/Failure.h"
 #include "records/LocalizedOrder.h"
@@ -23,13 +24,6 @@ using Tool = GitTool;
 QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {})
 {
     return Tool::run(command, repositoryPath, control).standardOutput;
-}
-
-// Where a stash restore that is to drop its entry once finished keeps the
-// entry's id (written by the restore).
-QString pendingStashDropPath(const QString &gitFolder)
-{
-    return gitFolder + u"/tillery/stash-to-drop"_s;
 }
 
 QString pendingStashDrop(const QString &gitFolder)
@@ -186,16 +180,6 @@ void abortStashRestore(const QString &repositoryPath, const QString &gitFolder)
     QFile::remove(pendingStashDropPath(gitFolder));
 }
 
-// Drops the entry the restore was to drop, if it is still listed.
-void finishStashRestore(const QString &repositoryPath, const QString &gitFolder)
-{
-    const QString stash = pendingStashDrop(gitFolder);
-    const qsizetype index = parseLines(outputOf(Tool::stashCommitIdsCommand(), repositoryPath)).indexOf(stash);
-    if (!stash.isEmpty() && index >= 0)
-        Tool::run(Tool::dropStashCommand(u"stash@{%1}"_s.arg(index)), repositoryPath);
-    QFile::remove(pendingStashDropPath(gitFolder));
-}
-
 } // namespace
 
 QString workingGitFolder(const QString &repositoryPath)
@@ -300,7 +284,7 @@ void continueOperation(const QString &repositoryPath, OperationInProgress operat
         return;
     refuseWhileUnresolved(repositoryPath);
     if (operation == OperationInProgress::unshelve)
-        finishStashRestore(repositoryPath, workingGitFolder(repositoryPath));
+        finishStashRestore(repositoryPath);
     else
         Tool::run(Tool::continueCommand(operation, message), repositoryPath);
 }

@@ -538,9 +538,4 @@ ToolCommand GitTool::treeEntriesCommand(const QString &tree, const QStringList &
     return {QStringList{u"ls-tree"_s, u"-r"_s, u"-z"_s, tree, u"--"_s} + paths, {0}};
 }
 
-ToolCommand GitTool::dropStashCommand(const QString &reference)
-{
-    return {{u"stash"_s, u"drop"_s, u"--quiet"_s, reference}, {0}};
-}
-
 } // namespace tillery

@@ -172,7 +172,6 @@ struct GitTool {
     static ToolCommand reverseApplyCommand(bool check);
     // The entries of a tree, or of those paths in it (read as they are).
     static ToolCommand treeEntriesCommand(const QString &tree, const QStringList &paths = {});
-    static ToolCommand dropStashCommand(const QString &reference);
 };
 
 } // namespace tillery
