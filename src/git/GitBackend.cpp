@@ -31,10 +31,8 @@ using Tool = GitTool;
 
 constexpr int unbornHeadStatus = 128;
 
-QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath)
-{
-    return Tool::run(command, repositoryPath).standardOutput;
-}
+const auto outputOf = [](const ToolCommand &command, const QString &repositoryPath,
+                        const RunControl &control = {}) { return GitTool::output(command, repositoryPath, control); };
 
 bool hasCommits(const QString &repositoryPath)
 {

@@ -21,10 +21,8 @@ namespace {
 
 using Tool = GitTool;
 
-QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath, const RunControl &control = {})
-{
-    return Tool::run(command, repositoryPath, control).standardOutput;
-}
+const auto outputOf = [](const ToolCommand &command, const QString &repositoryPath,
+                        const RunControl &control = {}) { return GitTool::output(command, repositoryPath, control); };
 
 QString pendingStashDrop(const QString &gitFolder)
 {

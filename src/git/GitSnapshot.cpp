@@ -23,10 +23,8 @@ namespace git {
 
 namespace {
 
-QByteArray outputOf(const ToolCommand &command, const QString &repositoryPath)
-{
-    return runGit(command, repositoryPath).standardOutput;
-}
+const auto outputOf = [](const ToolCommand &command, const QString &repositoryPath,
+                        const RunControl &control = {}) { return GitTool::output(command, repositoryPath, control); };
 
 bool needsPush(const LocalBranchRecord &branch, const QStringList &remoteBranchList, const QString &repositoryPath)
 {

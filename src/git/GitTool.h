@@ -33,6 +33,11 @@ struct GitTool {
     {
         return runGit(command, directory, control);
     }
+    // The standard output of a run that must succeed.
+    static QByteArray output(const ToolCommand &command, const QString &directory, const RunControl &control = {})
+    {
+        return runGit(command, directory, control).standardOutput;
+    }
     static QString root(const QString &path) { return gitRoot(path); }
     // The working copy's parent, and a commit's first parent.
     static QString workingParent() { return QStringLiteral("HEAD"); }
