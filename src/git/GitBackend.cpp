@@ -17,8 +17,12 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QSet>
 #include <QTemporaryDir>
+
+#include <functional>
+#include <future>
 
 using namespace Qt::StringLiterals;
 
@@ -139,6 +143,37 @@ public:
             refuseAsChanged(chosen);
     }
 
+    // Whether the patch applied to the person's index; an empty one never does.
+    static bool applies(const QString &repositoryPath, std::function<QByteArray()> patch)
+    {
+        RunControl control;
+        control.lateInput = std::move(patch);
+        try {
+            return Tool::run(Tool::applyToIndexCommand(), repositoryPath, control).status == 0;
+        } catch (const GitFailure &) {
+            return false;
+        }
+    }
+
+    // The paths staged for the next commit, nothing without a commit yet;
+    // and, where nothing was, whether the chosen patch applied to that index.
+    struct StagingRun {
+        std::optional<QSet<QString>> staged;
+        std::optional<bool> appliedToOwnIndex;
+    };
+
+    static std::optional<QSet<QString>> stagedPathsOf(const CommandOutput &stagedNames)
+    {
+        if (stagedNames.status != 0)
+            return std::nullopt;
+        QSet<QString> paths;
+        for (const QByteArray &name : stagedNames.standardOutput.split('\0')) {
+            if (!name.isEmpty())
+                paths.insert(decodeUtf8OrEmpty(name));
+        }
+        return paths;
+    }
+
     QString metadataFolder(const QString &repositoryPath) const override
     {
         return decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed();
@@ -199,9 +234,22 @@ public:
             if (parentPaths.last())
                 withParent.append(*parentPaths.last());
         }
-        // Both reads run while the chosen versions are worked out.
-        std::future<CommandOutput> stagedNames =
-            startConcurrently([&] { return Tool::run(Tool::stagedNamesCommand(), repositoryPath); });
+        // Both reads run while the chosen versions are worked out. When
+        // nothing else is staged, git apply then starts up on the person's
+        // own index and waits for the patch; a refusal sends it nothing.
+        std::promise<QByteArray> patchPromise;
+        std::shared_future<QByteArray> patchReady = patchPromise.get_future().share();
+        std::future<StagingRun> staging = startConcurrently([&] {
+            StagingRun run{stagedPathsOf(Tool::run(Tool::stagedNamesCommand(), repositoryPath)), std::nullopt};
+            if (run.staged && run.staged->isEmpty())
+                run.appliedToOwnIndex = applies(repositoryPath, [&] { return patchReady.get(); });
+            return run;
+        });
+        bool patchSent = false;
+        const auto sendNothingOnFailure = qScopeGuard([&] {
+            if (!patchSent)
+                patchPromise.set_value(QByteArray());
+        });
         std::future<QHash<QString, QString>> headBlobs = startConcurrently([&] {
             return withParent.isEmpty()
                        ? QHash<QString, QString>()
@@ -233,27 +281,26 @@ public:
             if (!head.isEmpty() && blobId(versions[index].parent.toUtf8(), head.size()) != head)
                 refuseAsChanged({chosen[index]});
         }
-        const CommandOutput staged = stagedNames.get();
-        const bool hasHead = staged.status == 0;
-        QSet<QString> stagedPaths;
-        for (const QByteArray &name : staged.standardOutput.split('\0')) {
-            if (!name.isEmpty())
-                stagedPaths.insert(decodeUtf8OrEmpty(name));
-        }
         const QString patch = filePatches.join(QString());
+        patchPromise.set_value(patch.toUtf8());
+        patchSent = true;
+        const StagingRun stagingRun = staging.get();
+        const QString message = composeCommitMessage(summary, description);
+        if (stagingRun.appliedToOwnIndex) {
+            if (!*stagingRun.appliedToOwnIndex)
+                refuseAsChanged(chosen);
+            if (!wholeFiles.isEmpty())
+                Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
+            Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath);
+            return;
+        }
+        const bool hasHead = stagingRun.staged.has_value();
+        const QSet<QString> stagedPaths = stagingRun.staged.value_or(QSet<QString>());
         QString followingPatch;
         for (qsizetype index = 0; index < chosen.size(); ++index) {
             const WorkingFile &file = chosen[index].file;
             if (file.state == FileState::untracked || (hasHead && !stagedPaths.contains(file.path)))
                 followingPatch += filePatches[index];
-        }
-        const QString message = composeCommitMessage(summary, description);
-        if (hasHead && stagedPaths.isEmpty()) {
-            applyToIndex(repositoryPath, patch, {}, chosen);
-            if (!wholeFiles.isEmpty())
-                Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
-            Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath);
-            return;
         }
         const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
         if (!scratch.isValid())

@@ -90,15 +90,16 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
     if (directory)
         process.setWorkingDirectory(*directory);
     process.setProcessEnvironment(environment);
-    if (control.input.isEmpty())
+    const bool withInput = !control.input.isEmpty() || control.lateInput;
+    if (!withInput)
         process.setStandardInputFile(QProcess::nullDevice());
     runAtBackgroundPriority(process);
 
     process.start();
     if (!process.waitForStarted(-1))
         throw PlatformFailure::launchFailed(*tool.executable, process.errorString());
-    if (!control.input.isEmpty()) {
-        process.write(control.input);
+    if (withInput) {
+        process.write(control.lateInput ? control.lateInput() : control.input);
         process.closeWriteChannel();
     }
 
@@ -149,8 +150,9 @@ ToolInvocation gitInvocation()
 std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const QStringList &arguments,
                                               const std::optional<QString> &directory, const RunControl &control)
 {
-    if (!tool.executable || !directory || control.progress || control.ownProcess || !control.environment.isEmpty() || !control.input.isEmpty()
-        || !QFileInfo(*directory + u"/.hg"_s).isDir())
+    const bool needsOwnProcess = control.progress || control.ownProcess || !control.environment.isEmpty()
+                                 || !control.input.isEmpty() || control.lateInput;
+    if (!tool.executable || !directory || needsOwnProcess || !QFileInfo(*directory + u"/.hg"_s).isDir())
         return std::nullopt;
     if (isCancelled(control))
         throw CancellationFailure();

@@ -33,6 +33,9 @@ struct RunControl {
     // Given to the tool on its standard input (a run with any is a process
     // of its own); without it the tool reads nothing.
     QByteArray input = {};
+    // Called once the child has started, for its standard input: the tool
+    // starts up while its input is still being worked out.
+    std::function<QByteArray()> lateInput = {};
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks
