@@ -104,7 +104,7 @@ int main(int argc, char *argv[])
             const QString plain = copyOf(original, folder.filePath(u"plain%1"_s.arg(round)));
             QElapsedTimer timer;
             timer.start();
-            backend.commit(plain, files, u"Whole files"_s, QString(), identity);
+            backend.commit(plain, files, {u"Whole files"_s, QString(), identity});
             whole.append(milliseconds(timer.nsecsElapsed()));
 
             const QString partial = copyOf(original, folder.filePath(u"partial%1"_s.arg(round)));
@@ -124,7 +124,7 @@ int main(int argc, char *argv[])
                 choices.append(choice);
             }
             timer.restart();
-            backend.commitChosen(partial, {}, choices, u"Chosen lines"_s, QString(), identity);
+            backend.commitChosen(partial, {}, choices, {u"Chosen lines"_s, QString(), identity});
             chosen.append(milliseconds(timer.nsecsElapsed()));
         }
         out << (kind == RepositoryKind::git ? "git" : "mercurial") << ": " << chosenLines << " chosen lines in "

@@ -10,6 +10,13 @@
             <numerusform>Commit %n Files</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>Amend with %n File(s)</source>
+        <translation>
+            <numerusform>Amend with %n File</numerusform>
+            <numerusform>Amend with %n Files</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>RelativeDate</name>

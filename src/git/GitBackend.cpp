@@ -203,15 +203,40 @@ public:
         return parseBlame(ToolBackend::outputOf(command, repositoryPath, RunControl{isCancelled, {}}));
     }
 
-    void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
-                const QString &description, const QString &userName) const override
+    void commit(const QString &repositoryPath, const QList<WorkingFile> &files,
+                const CommitRequest &request) const override
     {
-        if (files.isEmpty())
+        if (request.amend)
+            refuseRewriteWhereNeeded(repositoryPath);
+        else if (files.isEmpty())
             return;
         const QStringList paths = pathsOf(files);
-        Tool::run(Tool::stageFilesCommand(paths), repositoryPath);
-        Tool::run(Tool::commitCommand(paths, composeCommitMessage(summary, description), parseIdentity(userName)),
+        if (!paths.isEmpty())
+            Tool::run(Tool::stageFilesCommand(paths), repositoryPath);
+        Tool::run(Tool::commitCommand(paths, composeCommitMessage(request.summary, request.description),
+                                      parseIdentity(request.userName), request.amend),
                   repositoryPath);
+    }
+
+    std::optional<QString> rewriteRefusal(const QString &repositoryPath) const override
+    {
+        const CommandOutput commits = Tool::run(Tool::headAndParentCommand(), repositoryPath);
+        if (commits.status != 0)
+            return u"There is no commit yet."_s;
+        if (Tool::run(Tool::headOnUpstreamCommand(), repositoryPath).status != 0)
+            return std::nullopt;
+        const QString upstream = decodeUtf8OrEmpty(outputOf(Tool::upstreamNameCommand(), repositoryPath)).trimmed();
+        return u"The last commit is already on “%1”, where others may have it; it can no longer be changed."_s.arg(
+            upstream);
+    }
+
+    void undoLastCommit(const QString &repositoryPath) const override
+    {
+        refuseRewriteWhereNeeded(repositoryPath);
+        const QByteArray commits = outputOf(Tool::headAndParentCommand(), repositoryPath);
+        if (commits.trimmed().split('\n').size() < 2)
+            throw RefusedInput(u"The first commit cannot be undone."_s);
+        Tool::run(Tool::undoLastCommitCommand(), repositoryPath);
     }
 
     // Through an index of its own, so that nothing the person staged is
@@ -223,9 +248,10 @@ public:
     // that nothing else staged is committed, and the person's index takes
     // the chosen versions only where nothing else was staged for them.
     void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
-                      const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
-                      const QString &userName) const override
+                      const QList<ChosenChanges> &chosen, const CommitRequest &request) const override
     {
+        if (request.amend)
+            refuseRewriteWhereNeeded(repositoryPath);
         // A file changed outside the diff's hunks since it was shown has another parent than HEAD's.
         QList<std::optional<QString>> parentPaths;
         QStringList withParent;
@@ -285,13 +311,14 @@ public:
         patchPromise.set_value(patch.toUtf8());
         patchSent = true;
         const StagingRun stagingRun = staging.get();
-        const QString message = composeCommitMessage(summary, description);
+        const QString message = composeCommitMessage(request.summary, request.description);
+        const std::optional<git::GitIdentity> identity = parseIdentity(request.userName);
         if (stagingRun.appliedToOwnIndex) {
             if (!*stagingRun.appliedToOwnIndex)
                 refuseAsChanged(chosen);
             if (!wholeFiles.isEmpty())
                 Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
-            Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath);
+            Tool::run(Tool::commitIndexCommand(message, identity, request.amend), repositoryPath);
             return;
         }
         const bool hasHead = stagingRun.staged.has_value();
@@ -310,7 +337,7 @@ public:
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath, ownIndex);
         applyToIndex(repositoryPath, patch, ownIndex, chosen);
-        Tool::run(Tool::commitIndexCommand(message, parseIdentity(userName)), repositoryPath, ownIndex);
+        Tool::run(Tool::commitIndexCommand(message, identity, request.amend), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())
             Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
         if (!followingPatch.isEmpty())

@@ -209,10 +209,13 @@ ToolCommand GitTool::stageFilesCommand(const QStringList &paths)
 }
 
 ToolCommand GitTool::commitCommand(const QStringList &paths, const QString &message,
-                                   const std::optional<git::GitIdentity> &identity)
+                                   const std::optional<git::GitIdentity> &identity, bool amend)
 {
-    ToolCommand command = commitIndexCommand(message, identity);
-    command.arguments << u"--"_s << fileArguments(paths);
+    ToolCommand command = commitIndexCommand(message, identity, amend);
+    if (paths.isEmpty() && amend)
+        command.arguments << u"--only"_s;
+    else
+        command.arguments << u"--"_s << fileArguments(paths);
     return command;
 }
 
@@ -232,12 +235,15 @@ ToolCommand GitTool::applyToIndexCommand()
     return {{u"apply"_s, u"--cached"_s, u"--whitespace=nowarn"_s}, {0, 1}};
 }
 
-ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity)
+ToolCommand GitTool::commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity,
+                                        bool amend)
 {
     QStringList arguments;
     if (identity)
         arguments << u"-c"_s << u"user.name="_s + identity->name << u"-c"_s << u"user.email="_s + identity->email;
     arguments << u"commit"_s << u"--message="_s + message;
+    if (amend)
+        arguments << u"--amend"_s;
     return {arguments, {0}};
 }
 
@@ -536,6 +542,28 @@ ToolCommand GitTool::reverseApplyCommand(bool check)
 ToolCommand GitTool::treeEntriesCommand(const QString &tree, const QStringList &paths)
 {
     return {QStringList{u"ls-tree"_s, u"-r"_s, u"-z"_s, tree, u"--"_s} + paths, {0}};
+}
+
+// Amending and undoing the last commit
+
+ToolCommand GitTool::headAndParentCommand()
+{
+    return {{u"rev-list"_s, u"--first-parent"_s, u"--max-count=2"_s, u"HEAD"_s, u"--"_s}, {0, 128}};
+}
+
+ToolCommand GitTool::headOnUpstreamCommand()
+{
+    return {{u"merge-base"_s, u"--is-ancestor"_s, u"HEAD"_s, u"@{upstream}"_s}, {0, 1, 128}};
+}
+
+ToolCommand GitTool::upstreamNameCommand()
+{
+    return {{u"rev-parse"_s, u"--abbrev-ref"_s, u"--symbolic-full-name"_s, u"@{upstream}"_s}, {0}};
+}
+
+ToolCommand GitTool::undoLastCommitCommand()
+{
+    return {{u"reset"_s, u"--soft"_s, u"--quiet"_s, u"HEAD~1"_s, u"--"_s}, {0}};
 }
 
 } // namespace tillery

@@ -92,8 +92,9 @@ struct GitTool {
     // "--progress", which git otherwise writes only to a terminal.
     // Stages the working files as they are: new, changed or removed.
     static ToolCommand stageFilesCommand(const QStringList &paths);
+    // An amend with no paths changes the message alone, whatever is staged.
     static ToolCommand commitCommand(const QStringList &paths, const QString &message,
-                                     const std::optional<git::GitIdentity> &identity);
+                                     const std::optional<git::GitIdentity> &identity, bool amend);
     static ToolCommand trackedFilesCommand();
     // Committing chosen changes: through an index of Tillery's own, filled
     // from HEAD (or empty before the first commit), with the chosen versions
@@ -103,7 +104,8 @@ struct GitTool {
     static ToolCommand headEntriesCommand(const QStringList &paths);
     // Applies the patch on its standard input to the index only.
     static ToolCommand applyToIndexCommand();
-    static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity);
+    static ToolCommand commitIndexCommand(const QString &message, const std::optional<git::GitIdentity> &identity,
+                                          bool amend);
     // The files the index holds otherwise than HEAD, NUL-separated; exits
     // 128 when there is no HEAD yet.
     static ToolCommand stagedNamesCommand();
@@ -177,6 +179,16 @@ struct GitTool {
     static ToolCommand reverseApplyCommand(bool check);
     // The entries of a tree, or of those paths in it (read as they are).
     static ToolCommand treeEntriesCommand(const QString &tree, const QStringList &paths = {});
+
+    // Amending and undoing the last commit: HEAD and its first parent's
+    // ids (exits 128 before the first commit); whether HEAD is on the
+    // upstream branch (exits 0 when it is, 1 when not, 128 without one), and
+    // that branch's name; HEAD moved back to its first parent, the index
+    // and the working files kept.
+    static ToolCommand headAndParentCommand();
+    static ToolCommand headOnUpstreamCommand();
+    static ToolCommand upstreamNameCommand();
+    static ToolCommand undoLastCommitCommand();
 };
 
 } // namespace tillery

@@ -94,23 +94,43 @@ public:
 
     // hg has no staging: untracked files are added, then exactly the chosen
     // files are committed.
-    void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
-                const QString &description, const QString &userName) const override
+    void commit(const QString &repositoryPath, const QList<WorkingFile> &files,
+                const CommitRequest &request) const override
     {
-        if (files.isEmpty())
+        if (request.amend)
+            refuseRewriteWhereNeeded(repositoryPath);
+        else if (files.isEmpty())
             return;
         addUntracked(repositoryPath, files);
-        Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
+        Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(request.summary, request.description),
+                                      request.userName, request.amend),
                   repositoryPath);
+    }
+
+    std::optional<QString> rewriteRefusal(const QString &repositoryPath) const override
+    {
+        const QStringList parent = decodeUtf8OrEmpty(outputOf(Tool::parentPhaseCommand(), repositoryPath)).split(u'\n');
+        if (parent.value(0).isEmpty() || parent.value(0).count(u'0') == parent.value(0).size())
+            return u"There is no changeset yet."_s;
+        if (parent.value(1) == u"public")
+            return u"The last changeset is public, so others may have it; it can no longer be changed."_s;
+        return std::nullopt;
+    }
+
+    void undoLastCommit(const QString &repositoryPath) const override
+    {
+        refuseRewriteWhereNeeded(repositoryPath);
+        Tool::run(Tool::undoLastCommitCommand(), repositoryPath);
     }
 
     // hg has no index: the chosen versions are written over the working
     // files for the commit, and the working versions, set aside first, are
     // put back after it (or, should Tillery die meanwhile, at the next load).
     void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
-                      const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
-                      const QString &userName) const override
+                      const QList<ChosenChanges> &chosen, const CommitRequest &request) const override
     {
+        if (request.amend)
+            refuseRewriteWhereNeeded(repositoryPath);
         const QList<ChosenVersion> versions = committedVersions(repositoryPath, chosen);
         checkParents(chosen, versions,
                      [&](const QStringList &paths) { return parentContentsOfFiles(repositoryPath, paths); });
@@ -126,7 +146,8 @@ public:
         try {
             for (qsizetype index = 0; index < chosenPaths.size(); ++index)
                 writeWorkingFile(repositoryPath, chosenPaths[index], versions[index].committed.toUtf8());
-            Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(summary, description), userName),
+            Tool::run(Tool::commitCommand(pathsOf(files), composeCommitMessage(request.summary, request.description),
+                                          request.userName, request.amend),
                       repositoryPath);
         } catch (...) {
             workingFileJournal::restore(repositoryPath, metadata);

@@ -124,14 +124,19 @@ QStringList fileArguments(const QStringList &paths)
 
 } // namespace
 
-ToolCommand MercurialTool::commitCommand(const QStringList &files, const QString &message, const QString &userName)
+ToolCommand MercurialTool::commitCommand(const QStringList &files, const QString &message, const QString &userName,
+                                         bool amend)
 {
     QStringList arguments;
     if (!userName.trimmed().isEmpty())
         arguments << u"--config=ui.username="_s + userName;
     arguments << u"commit"_s << u"--message="_s + message;
+    if (amend)
+        arguments << u"--amend"_s;
     if (!files.isEmpty())
         arguments << u"--"_s << fileArguments(files);
+    else if (amend)
+        arguments << u"--exclude=path:"_s;
     return {arguments, {0}};
 }
 
@@ -305,6 +310,18 @@ ToolCommand MercurialTool::continueCommand(OperationInProgress operation, const 
 ToolCommand MercurialTool::abortCommand(OperationInProgress operation)
 {
     return {operationCommand(operation) << u"--abort"_s, {0}};
+}
+
+// Amending and undoing the last commit
+
+ToolCommand MercurialTool::parentPhaseCommand()
+{
+    return {{u"log"_s, u"--rev=."_s, u"-T{node}\n{phase}\n"_s}, {0}};
+}
+
+ToolCommand MercurialTool::undoLastCommitCommand()
+{
+    return {{u"--config=extensions.uncommit="_s, u"uncommit"_s, u"--allow-dirty-working-copy"_s}, {0}};
 }
 
 } // namespace tillery

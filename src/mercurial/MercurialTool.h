@@ -59,7 +59,9 @@ struct MercurialTool {
 
     // Operations. Names must have been checked with refuseOptionLike() first;
     // file arguments are made safe here.
-    static ToolCommand commitCommand(const QStringList &files, const QString &message, const QString &userName);
+    // An amend with no files changes the message alone.
+    static ToolCommand commitCommand(const QStringList &files, const QString &message, const QString &userName,
+                                     bool amend);
     static ToolCommand addCommand(const QStringList &files);
     static ToolCommand revertCommand(const QStringList &files);
     static ToolCommand revertAllCommand();
@@ -99,6 +101,12 @@ struct MercurialTool {
     // Goes on with, or abandons, the operation; a merge goes on by its commit.
     static ToolCommand continueCommand(OperationInProgress operation, const QString &message);
     static ToolCommand abortCommand(OperationInProgress operation);
+
+    // Amending and undoing the last commit: the working copy's parent's id
+    // and phase, on lines of their own; that parent taken back, its changes
+    // returned to the working copy beside the working copy's own.
+    static ToolCommand parentPhaseCommand();
+    static ToolCommand undoLastCommitCommand();
 };
 
 } // namespace tillery

@@ -54,6 +54,7 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
                 [this](const Repository &repository) { adoptRepository(repository); },
                 [this](WorkspaceTab tab) { setTab(tab); }}
     , m_workingCopy(m_context)
+    , m_lastCommit(m_context)
     , m_shelves(m_context)
     , m_conflicts(m_context)
     , m_branches(m_context)
@@ -144,6 +145,7 @@ void AppModel::rememberSelection()
 
 void AppModel::clearRepositoryState()
 {
+    m_lastCommit.stopAmending();
     m_workspace->clearSnapshot();
     m_chosenLines->clear();
     m_diffSelection->clearForRepositorySwitch();

@@ -20,6 +20,7 @@
 #include "model/ShelfActions.h"
 #include "model/ShelfSelection.h"
 #include "model/VersionControl.h"
+#include "model/LastCommitActions.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
 
@@ -137,6 +138,10 @@ public:
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
     void commit() { m_workingCopy.commit(); }
+    // "Amend Last Commit" by the commit button, and "Undo Last Commit…".
+    void setAmendingLastCommit(bool amending) { m_lastCommit.setAmending(amending); }
+    bool canUndoLastCommit() const { return m_lastCommit.canUndoLastCommit(); }
+    void undoLastCommit() { m_lastCommit.undoLastCommit(); }
     void discardSelected() { m_workingCopy.discardSelected(); }
     // Undoes the added and removed lines among unified lines first to last of
     // the diff on screen (a hunk's header for the hunk), after asking.
@@ -256,6 +261,7 @@ private:
     Operations m_operations;
     ActionContext m_context;
     WorkingCopyActions m_workingCopy;
+    LastCommitActions m_lastCommit;
     ShelfActions m_shelves;
     ConflictActions m_conflicts;
     BranchActions m_branches;

@@ -35,6 +35,9 @@ bool WorkingCopyActions::canCommit() const
 {
     if (m_context.operations.activity().isBusy() || m_context.workspace.commitSummary().trimmed().isEmpty())
         return false;
+    // An amend with no files changes the message alone.
+    if (m_context.workspace.amendsLastCommit())
+        return true;
     const QSet<QString> &marked = m_context.selection.selectedFilePaths();
     const QList<WorkingFile> &files = m_context.workspace.snapshot().files;
     return std::any_of(files.cbegin(), files.cend(), [&marked](const WorkingFile &file) {
@@ -56,17 +59,18 @@ void WorkingCopyActions::commit()
     const std::optional<ActionContext::Selected> target = m_context.selected();
     if (!target)
         return;
+    const CommitRequest request{workspace.commitSummary(), workspace.commitDescription(), workspace.commitUsername(),
+                                workspace.amendsLastCommit()};
     m_context.operations.perform(
-        u"Committing changes"_s,
-        [backend = &target->backend, path = target->repository.path, files, chosen,
-         summary = workspace.commitSummary(), description = workspace.commitDescription(),
-         userName = workspace.commitUsername()] {
+        request.amend ? u"Amending the last commit"_s : u"Committing changes"_s,
+        [backend = &target->backend, path = target->repository.path, files, chosen, request] {
             if (chosen.isEmpty())
-                backend->commit(path, files, summary, description, userName);
+                backend->commit(path, files, request);
             else
-                backend->commitChosen(path, files, chosen, summary, description, userName);
+                backend->commitChosen(path, files, chosen, request);
         },
         [this](Done) {
+            m_context.workspace.setAmendsLastCommit(false);
             m_context.workspace.setCommitSummary(QString());
             m_context.workspace.setCommitDescription(QString());
             m_context.chosen.clear();

@@ -77,6 +77,14 @@ void Workspace::setCommitUsername(const QString &name)
     Q_EMIT commitUsernameChanged(name);
 }
 
+void Workspace::setAmendsLastCommit(bool amends)
+{
+    if (m_amendsLastCommit == amends)
+        return;
+    m_amendsLastCommit = amends;
+    Q_EMIT amendsLastCommitChanged(amends);
+}
+
 void Workspace::setSheetShown(Sheet sheet, bool shown)
 {
     bool &flag = m_sheets[static_cast<int>(sheet)];

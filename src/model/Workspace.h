@@ -33,6 +33,8 @@ public:
     const QString &commitSummary() const { return m_commitSummary; }
     const QString &commitDescription() const { return m_commitDescription; }
     const QString &commitUsername() const { return m_commitUsername; }
+    // The next commit replaces the working copy's parent.
+    bool amendsLastCommit() const { return m_amendsLastCommit; }
 
     enum class Sheet { clone, bookmark, remote, about };
     bool isSheetShown(Sheet sheet) const;
@@ -46,6 +48,7 @@ public:
     void setCommitSummary(const QString &summary);
     void setCommitDescription(const QString &description);
     void setCommitUsername(const QString &name);
+    void setAmendsLastCommit(bool amends);
     void setSheetShown(Sheet sheet, bool shown);
 
     static RepositorySnapshot emptySnapshot();
@@ -58,6 +61,7 @@ Q_SIGNALS:
     void commitSummaryChanged(const QString &summary);
     void commitDescriptionChanged(const QString &description);
     void commitUsernameChanged(const QString &name);
+    void amendsLastCommitChanged(bool amends);
     void sheetsChanged();
 
 private:
@@ -69,6 +73,7 @@ private:
     QString m_commitSummary;
     QString m_commitDescription;
     QString m_commitUsername;
+    bool m_amendsLastCommit = false;
     bool m_sheets[4] = {false, false, false, false};
 };
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "process/Cancellation.h"
+#include "process/Failure.h"
 #include "process/HistoryPager.h"
 #include "process/ToolRunner.h"
 #include "records/Annotation.h"
 #include "records/Changeset.h"
 #include "records/ChosenChanges.h"
+#include "records/CommitRequest.h"
 #include "records/HistoryFilter.h"
 #include "records/KindTraits.h"
 #include "records/Repository.h"
@@ -83,16 +85,24 @@ public:
                                         const QString &path, const CancellationCheck &isCancelled = {}) const = 0;
 
     // Commits exactly these files, adding untracked ones first; no file
-    // commits nothing. A blank user name leaves the tool's own configuration
-    // in charge.
-    virtual void commit(const QString &repositoryPath, const QList<WorkingFile> &files, const QString &summary,
-                        const QString &description, const QString &userName) const = 0;
+    // commits nothing, except that an amend with none changes the message
+    // alone. An amend is refused as rewriteRefusal() says.
+    virtual void commit(const QString &repositoryPath, const QList<WorkingFile> &files,
+                        const CommitRequest &request) const = 0;
     // Commits the whole files and only the chosen changes of the others; the
     // working copy keeps every byte it had. Refuses (committing nothing) a
     // file whose diff is no longer the one its changes were chosen in.
     virtual void commitChosen(const QString &repositoryPath, const QList<WorkingFile> &wholeFiles,
-                              const QList<ChosenChanges> &chosen, const QString &summary, const QString &description,
-                              const QString &userName) const = 0;
+                              const QList<ChosenChanges> &chosen, const CommitRequest &request) const = 0;
+    // Why the working copy's parent may not be amended or undone, in a
+    // sentence: there is none yet, or others may have it already (Mercurial's
+    // public phase; with Git, it is on the upstream branch). Nothing when it
+    // may.
+    virtual std::optional<QString> rewriteRefusal(const QString &repositoryPath) const = 0;
+    // Takes back the working copy's parent: its changes return to the
+    // working copy (Git: staged), which keeps its own changes too. Refused
+    // as above.
+    virtual void undoLastCommit(const QString &repositoryPath) const = 0;
     // Undoes the chosen changes in the working file, refused as above; the
     // file as it was is kept in a copy under the repository's metadata
     // folder, whose path it returns.
@@ -161,6 +171,13 @@ public:
     // Sets traits().remoteName's address; an address that shows the password
     // as "***" keeps the password already stored.
     virtual void setRemoteAddress(const QString &repositoryPath, const QString &address) const = 0;
+
+protected:
+    void refuseRewriteWhereNeeded(const QString &repositoryPath) const
+    {
+        if (const std::optional<QString> reason = rewriteRefusal(repositoryPath))
+            throw RefusedInput(*reason);
+    }
 };
 
 } // namespace tillery

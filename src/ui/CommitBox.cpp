@@ -4,6 +4,7 @@
 #include "ui/ButtonStyle.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -18,6 +19,7 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     , m_model(model)
     , m_summary(new QLineEdit)
     , m_description(new QPlainTextEdit)
+    , m_amend(new QCheckBox(tr("Amend Last Commit")))
     , m_commit(new QPushButton)
     , m_commitAction(new QAction(this))
 {
@@ -27,6 +29,9 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     m_description->setMinimumHeight(64);
     m_description->setTabChangesFocus(true);
     frameDescription();
+    m_amend->setObjectName(u"amendLastCommit"_s);
+    m_amend->setToolTip(tr("Replace the last commit with one that also has these changes, under the message "
+                           "above."));
     m_commit->setObjectName(u"commitButton"_s);
     m_commit->setDefault(true);
     followButtonAppearance(m_commit, settings, true);
@@ -41,6 +46,11 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
             m_model.commit();
     });
     connect(m_commit, &QPushButton::clicked, &model, [&model] { model.commit(); });
+    connect(m_amend, &QCheckBox::toggled, &model, [&model](bool on) { model.setAmendingLastCommit(on); });
+    connect(&model.workspace(), &Workspace::amendsLastCommitChanged, this, [this](bool on) {
+        m_amend->setChecked(on);
+        update();
+    });
 
     connect(m_summary, &QLineEdit::textChanged, &model,
             [&model](const QString &text) { model.setCommitSummary(text); });
@@ -65,6 +75,7 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     layout->setSpacing(8);
     layout->addWidget(m_summary);
     layout->addWidget(m_description);
+    layout->addWidget(m_amend);
     layout->addWidget(m_commit);
     m_summary->setText(model.workspace().commitSummary());
     m_description->setPlainText(model.workspace().commitDescription());
@@ -92,8 +103,14 @@ void CommitBox::update()
     const QSet<QString> &paths = m_model.diffSelection().selectedFilePaths();
     for (const WorkingFile &file : m_model.workspace().snapshot().files)
         marked += paths.contains(file.path) || m_model.chosenLines().fileState(file.path) != Qt::Unchecked ? 1 : 0;
-    m_commit->setText(tr("Commit %n File(s)", nullptr, static_cast<int>(marked)));
+    const int count = static_cast<int>(marked);
+    if (!m_model.workspace().amendsLastCommit())
+        m_commit->setText(tr("Commit %n File(s)", nullptr, count));
+    else
+        m_commit->setText(count == 0 ? tr("Amend Last Commit") : tr("Amend with %n File(s)", nullptr, count));
     m_commit->setEnabled(m_model.canCommit());
+    const bool hasCommit = !m_model.workspace().snapshot().workingParent.isEmpty();
+    m_amend->setEnabled(m_amend->isChecked() || (hasCommit && !m_model.activityState().isBusy()));
 }
 
 } // namespace tillery

@@ -3,6 +3,7 @@
 #include <QWidget>
 
 class QAction;
+class QCheckBox;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -12,9 +13,9 @@ namespace tillery {
 class AppModel;
 class ViewSettings;
 
-// The summary, the description and the Commit button ("Commit 2 Files"),
-// enabled only when the model allows a commit; Ctrl+Return (⌘Return)
-// commits too.
+// The summary, the description, "Amend Last Commit" and the Commit button
+// ("Commit 2 Files"), enabled only when the model allows a commit;
+// Ctrl+Return (⌘Return) commits too.
 class CommitBox final : public QWidget {
     Q_OBJECT
 
@@ -24,6 +25,7 @@ public:
     QLineEdit *summary() const { return m_summary; }
     QPlainTextEdit *description() const { return m_description; }
     QPushButton *commitButton() const { return m_commit; }
+    QCheckBox *amendBox() const { return m_amend; }
     // Commits when allowed; carries the Ctrl+Return shortcut.
     QAction *commitAction() const { return m_commitAction; }
 
@@ -37,6 +39,7 @@ private:
     AppModel &m_model;
     QLineEdit *m_summary;
     QPlainTextEdit *m_description;
+    QCheckBox *m_amend;
     QPushButton *m_commit;
     QAction *m_commitAction;
 };

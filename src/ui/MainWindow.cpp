@@ -196,6 +196,7 @@ void MainWindow::buildMenus()
                               [&model] { model.discardAll(); })
                        << add(branch, u"Stash All Changes"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
                               [&model] { model.stashAll(); });
+    m_undoLastCommit = add(branch, tr("Undo Last Commit…"), {}, [&model] { model.undoLastCommit(); });
     branch->addSeparator();
     m_updateFromDefault = add(branch, u"Update from default"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
                               [&model] { model.updateFromDefaultBranch(); });
@@ -235,6 +236,7 @@ void MainWindow::updateActions()
     m_rename->setEnabled(free && hasActive);
     m_delete->setEnabled(free && hasActive);
     m_squashMerge->setEnabled(free && m_model.traits().hasSquashMerge);
+    m_undoLastCommit->setEnabled(m_model.canUndoLastCommit());
     m_updateFromDefault->setText(menuLabel(u"Update from "_s + m_model.workspace().snapshot().defaultBranch));
     m_openInEditor->setText(menuLabel(m_model.editorTitle()));
     m_goToChangeset->setText(u"Go to "_s + capitalized(m_model.traits().changeset) + u"…"_s);

@@ -60,6 +60,7 @@ private:
     QAction *m_rename = nullptr;
     QAction *m_delete = nullptr;
     QAction *m_squashMerge = nullptr;
+    QAction *m_undoLastCommit = nullptr;
     QAction *m_updateFromDefault = nullptr;
     QAction *m_goToChangeset = nullptr;
     QAction *m_openInEditor = nullptr;

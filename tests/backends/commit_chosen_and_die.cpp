@@ -26,7 +26,7 @@ int main(int argc, char *argv[])
         chosen.lines.insert(id.toLongLong());
     try {
         versionControl(RepositoryKind::mercurial)
-            .commitChosen(arguments[1], {}, {chosen}, QStringLiteral("Part"), QString(), QString());
+            .commitChosen(arguments[1], {}, {chosen}, {QStringLiteral("Part"), {}, {}});
     } catch (...) {
         return 1;
     }

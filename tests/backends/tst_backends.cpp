@@ -94,7 +94,7 @@ private Q_SLOTS:
                              {{u"a.txt"_s, FileState::modified},
                               {u"gone.txt"_s, FileState::removed},
                               {u"new [draft].txt"_s, FileState::untracked}},
-                             u"Fix"_s, QString(), u"Build Robot <robot@example.com>"_s);
+                             {u"Fix"_s, QString(), u"Build Robot <robot@example.com>"_s});
         RepositorySnapshot snapshot = scene.snapshot();
         const Changeset fix = snapshot.history.value(0);
         QCOMPARE(fix.author, u"Build Robot <robot@example.com>"_s);
@@ -105,8 +105,8 @@ private Q_SLOTS:
         QCOMPARE(snapshot.files, (QList<WorkingFile>{{u"kept.txt"_s, FileState::modified}}));
 
         // A blank or unusable user name leaves the tool's own.
-        scene.backend.commit(scene.path(), {{u"kept.txt"_s, FileState::modified}}, u"Second"_s, QString(),
-                             scene.isGit() ? u"nobody"_s : u"   "_s);
+        scene.backend.commit(scene.path(), {{u"kept.txt"_s, FileState::modified}},
+                             {u"Second"_s, QString(), scene.isGit() ? u"nobody"_s : u"   "_s});
         snapshot = scene.snapshot();
         QCOMPARE(snapshot.history.value(0).author, u"Tillery Tester <tester@example.com>"_s);
         QCOMPARE(snapshot.files, QList<WorkingFile>());

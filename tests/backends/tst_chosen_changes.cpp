@@ -124,7 +124,7 @@ private Q_SLOTS:
         if (scene.isGit && otherStaged)
             scene.repository->tool({u"add"_s, u"other.txt"_s});
 
-        scene.backend.commitChosen(scene.path(), {}, {scene.choose(chosen)}, u"Part"_s, QString(), QString());
+        scene.backend.commitChosen(scene.path(), {}, {scene.choose(chosen)}, {u"Part"_s, {}, {}});
         QTEST(scene.committedFile(name), "expected");
         QCOMPARE(test::readFile(scene.repository->filePath(name)), working);
         QCOMPARE(scene.committedFile(u"other.txt"_s), "other\n"_ba);
@@ -147,8 +147,7 @@ private Q_SLOTS:
         scene.repository->tool({u"mv"_s, u"f.txt"_s, u"g.txt"_s});
         scene.repository->write(u"g.txt"_s, tenChanged);
         const ChosenChanges chosen = scene.choose({0, 1});
-        scene.backend.commitChosen(scene.path(), {{u"f.txt"_s, FileState::removed}}, {chosen}, u"Part"_s, QString(),
-                                   QString());
+        scene.backend.commitChosen(scene.path(), {{u"f.txt"_s, FileState::removed}}, {chosen}, {u"Part"_s, {}, {}});
         QCOMPARE(scene.committedFile(u"g.txt"_s), scene.isGit ? "1\ntwo\n"_ba : "1\ntwo\n3\n4\n5\n6\n7\n8\n9\n10\n"_ba);
         QCOMPARE(test::readFile(scene.repository->filePath(u"g.txt"_s)), tenChanged);
         const QByteArray committedNames = scene.repository->tool(
@@ -196,7 +195,7 @@ private Q_SLOTS:
             scene.repository->write(u"f.txt"_s, changedAfterwards);
         const QString before = scene.repository->parentNode();
         const QString failure = test::failureOf(
-            [&] { scene.backend.commitChosen(scene.path(), {}, {chosen}, u"Part"_s, QString(), QString()); });
+            [&] { scene.backend.commitChosen(scene.path(), {}, {chosen}, {u"Part"_s, {}, {}}); });
         QVERIFY2(failure.contains(reasonText, Qt::CaseInsensitive), qPrintable(failure));
         QCOMPARE(scene.repository->parentNode(), before);
         QCOMPARE(test::readFile(scene.repository->filePath(u"f.txt"_s)),

@@ -96,6 +96,53 @@ private Q_SLOTS:
         QCOMPARE(model.workspace().commitDescription(), u"Description"_s);
     }
 
+    // Ticking "Amend Last Commit" fills only an empty box and unticking takes out only what it put in;
+    // the amend replaces the commit and leaves unmarked files alone; an undo brings the message back.
+    void amendsAndUndoes_data() { test::addKindColumn(); }
+
+    void amendsAndUndoes()
+    {
+        QFETCH(RepositoryKind, kind);
+        Fixture fixture(kind);
+        fixture.repository->write(u"b.txt"_s, "b, second\n");
+        fixture.repository->commitAll(u"second\n\nWith a body."_s);
+        fixture.repository->write(u"a.txt"_s, "changed\n");
+        QVERIFY(fixture.refreshed());
+        AppModel &model = fixture.model();
+        const Workspace &workspace = model.workspace();
+        model.setCommitSummary(u"typed"_s);
+        model.setAmendingLastCommit(true);
+        model.setAmendingLastCommit(false);
+        QCOMPARE(workspace.commitSummary(), u"typed"_s);
+        model.setCommitSummary(QString());
+        model.setAmendingLastCommit(true);
+        QCOMPARE(workspace.commitSummary(), u"second"_s);
+        QCOMPARE(workspace.commitDescription(), u"With a body."_s);
+        QVERIFY(model.canCommit());
+        model.setAmendingLastCommit(false);
+        QCOMPARE(workspace.commitSummary(), QString());
+
+        model.setAmendingLastCommit(true);
+        model.setCommitSummary(u"second, reworded"_s);
+        model.commit();
+        QVERIFY(fixture.settledCleanly());
+        QVERIFY(!workspace.amendsLastCommit());
+        QCOMPARE(workspace.snapshot().history.size(), 2);
+        QCOMPARE(workspace.snapshot().history.first().description, u"second, reworded\n\nWith a body."_s);
+        QCOMPARE(workspace.snapshot().files, (QList<WorkingFile>{{u"a.txt"_s, FileState::modified}}));
+
+        fixture.harness.prompts.alertAnswers = {0};
+        QVERIFY(model.canUndoLastCommit());
+        model.undoLastCommit();
+        QVERIFY(fixture.settledCleanly());
+        QCOMPARE(fixture.harness.prompts.alerts.last().buttons, (QStringList{u"Undo Commit"_s, u"Cancel"_s}));
+        QCOMPARE(workspace.snapshot().history.size(), 1);
+        QCOMPARE(workspace.snapshot().files.size(), 2);
+        QCOMPARE(workspace.commitSummary(), u"second, reworded"_s);
+        QCOMPARE(workspace.commitDescription(), u"With a body."_s);
+        QCOMPARE(readFile(fixture.repository->filePath(u"b.txt"_s)), "b, second\n"_ba);
+    }
+
     // Git stashes untracked files too; Mercurial leaves them. The stash is named so that it can be
     // found again. With nothing to stash, nothing runs.
     void stashes_data() { test::addKindColumn(); }

@@ -64,7 +64,7 @@ Attack commitWithMessage(const QString &summary, const QString &description = QS
         const QString text = QString(summary).replace(u"MARKER"_s, scene.marker());
         scene.repository->write(u"a.txt"_s, "changed\n");
         const QString failure = failureOf([&] {
-            scene.backend().commit(scene.path(), {{u"a.txt"_s, FileState::modified}}, text, description, QString());
+            scene.backend().commit(scene.path(), {{u"a.txt"_s, FileState::modified}}, {text, description, {}});
         });
         const QList<Changeset> history = scene.backend().loadSnapshot(scene.path()).history;
         const QString recorded = history.size() == 2 ? history.first().description : u"a forged history"_s;
@@ -246,7 +246,7 @@ private Q_SLOTS:
         }
         scene.repository->write(u"a.txt"_s, "my work\n");
         const QString failure = failureOf([&] {
-            scene.backend().commit(scene.path(), {{u"a.txt"_s, FileState::modified}}, u"mine"_s, QString(), QString());
+            scene.backend().commit(scene.path(), {{u"a.txt"_s, FileState::modified}}, {u"mine"_s, {}, {}});
         });
         QDir().rmdir(holding);
         holder.waitForFinished();
