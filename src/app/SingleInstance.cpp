@@ -69,12 +69,8 @@ bool SingleInstance::handOver(const QStringList &folders)
 
 bool SingleInstance::listen()
 {
-    if (m_server.listen(m_serverName))
-        return true;
-    if (m_server.serverError() != QAbstractSocket::AddressInUseError)
-        return false;
-    // Only called once no instance answered: the socket is stale.
-    QLocalServer::removeServer(m_serverName);
+    // With an access option Qt binds the socket in a folder of its own and
+    // renames it over the name, so a socket left behind is replaced.
     return m_server.listen(m_serverName);
 }
 

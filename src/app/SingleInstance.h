@@ -21,8 +21,8 @@ public:
     // Hands the folders (absolute paths) to the running instance; false when
     // none answers in time, a hung one included.
     bool handOver(const QStringList &folders);
-    // Waits for later starts. A socket left by an instance that died, or by
-    // one that no longer answers, is taken over.
+    // Waits for later starts, taking over the socket of an instance that
+    // died or no longer answers.
     bool listen();
     // The socket's name, or its path when it lives in the user's runtime folder.
     const QString &serverName() const { return m_serverName; }

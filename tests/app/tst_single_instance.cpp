@@ -16,7 +16,7 @@ using namespace tillery;
 
 namespace {
 
-constexpr int patience = 60000;
+constexpr int patience = 30000;
 
 // The built binary run on the test's X server, with the settings folder it is given.
 struct Start {

@@ -25,7 +25,7 @@ class PackageTest : public QObject {
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(program, arguments);
         if (!process.waitForFinished(300000))
-            return "did not finish";
+            return "did not start or finish";
         exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
         return process.readAll();
     }
