@@ -109,7 +109,8 @@ int main(int argc, char *argv[])
         named.append(parser.value(repositoryOption));
     for (const QString &name : std::as_const(named)) {
         const QString folder = QDir::current().absoluteFilePath(name);
-        if (!QFileInfo(folder).isDir()) {
+        // A file is refused by the window, as a folder that holds no repository is.
+        if (!QFileInfo::exists(folder)) {
             QTextStream(stderr) << "Tillery could not open " << name << ": there is no such folder.\n";
             return 1;
         }

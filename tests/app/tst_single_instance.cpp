@@ -69,6 +69,8 @@ private Q_SLOTS:
         m_display = u":"_s + QString::fromLatin1(m_server.readLine().trimmed());
         for (const char *name : {"hg", "git", "plain", "settings"})
             QDir(m_folder.path()).mkdir(QString::fromLatin1(name));
+        QFile notes(m_folder.filePath(u"plain/notes.txt"_s));
+        QVERIFY(notes.open(QIODevice::WriteOnly));
         test::MercurialFixture hg(m_folder.filePath(u"hg"_s));
         test::GitFixture git(m_folder.filePath(u"git"_s));
     }
@@ -95,9 +97,11 @@ private Q_SLOTS:
             << u"running"_s << QStringList{u"git"_s, u"--repository"_s, u"./hg/"_s} << 0 << selectedHg << u"first"_s;
         QTest::newRow("no folders raise the window") << u"running"_s << QStringList{} << 0
                                                      << u"another start handed over 0 folder(s)"_s << u"first"_s;
-        QTest::newRow("a folder that is no repository is refused in the window")
-            << u"running"_s << QStringList{u"plain"_s} << 0
-            << u"error: Opening repositories: {}/plain is not a Mercurial or Git repository."_s << u"first"_s;
+        QTest::newRow("a file, and a folder that is no repository, are refused in the window")
+            << u"running"_s << QStringList{u"plain/notes.txt"_s, u"plain"_s} << 0
+            << u"error: Opening repositories: {}/plain/notes.txt is not a Mercurial or Git repository.\n"
+               "{}/plain is not a Mercurial or Git repository."_s
+            << u"first"_s;
         QTest::newRow("a missing folder ends the later start") << u"running"_s << QStringList{u"hg"_s, u"absent"_s}
                                                                << 1 << QString() << u"first"_s;
         QTest::newRow("a screenshot is taken, not handed over")
