@@ -1,3 +1,4 @@
+#include "app/SingleInstance.h"
 #include "app/TerminationSignal.h"
 #include "ui/ApplicationScene.h"
 #include "ui/MainWindow.h"
@@ -62,6 +63,7 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(u"Tillery"_s);
     QApplication::setApplicationVersion(QStringLiteral(TILLERY_VERSION));
     QApplication::setWindowIcon(QIcon(u":/icons/icons/network.svg"_s));
+    QGuiApplication::setDesktopFileName(u"org.tillery.Tillery"_s);
     quitOnTerminationSignals();
     installTranslations();
 
@@ -87,6 +89,9 @@ int main(int argc, char *argv[])
                                         u"folder"_s);
     parser.addOptions(
         {screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption, tourOption});
+    parser.addPositionalArgument(
+        u"folders"_s, QCoreApplication::translate("main", "Repositories to add (if they are new); the last is selected."),
+        QCoreApplication::translate("main", "[folder…]"));
     parser.process(application);
     QTextStream out(stdout);
     if (parser.isSet(darkOption)) {
@@ -96,6 +101,33 @@ int main(int argc, char *argv[])
     QApplication::setStyle(new ReadableIndicatorStyle(QApplication::style()->name()));
 
     // The person's own settings, or for a demonstration a set of its own.
+    // The folders to open, the one --repository names last; a start that
+    // does not only take pictures hands them to a window already running.
+    QStringList folders;
+    QStringList named = parser.positionalArguments();
+    if (parser.isSet(repositoryOption))
+        named.append(parser.value(repositoryOption));
+    for (const QString &name : std::as_const(named)) {
+        const QString folder = QDir::current().absoluteFilePath(name);
+        // A file is refused by the window, as a folder that holds no repository is.
+        if (!QFileInfo::exists(folder)) {
+            QTextStream(stderr) << "Tillery could not open " << name << ": there is no such folder.\n";
+            return 1;
+        }
+        folders.append(QDir::cleanPath(folder));
+    }
+    const bool takesPictures = parser.isSet(screenshotOption) || parser.isSet(tourOption) ||
+                               parser.isSet(demoOption) || headless;
+    std::unique_ptr<SingleInstance> instance;
+    if (!takesPictures) {
+        instance = std::make_unique<SingleInstance>(ApplicationScene::personalSettingsFile());
+        if (instance->handOver(folders)) {
+            if (parser.isSet(reportOption))
+                out << "Tillery: the running window took the folders\n";
+            return 0;
+        }
+    }
+
     std::unique_ptr<ApplicationScene> scene;
     try {
         scene = std::make_unique<ApplicationScene>(parser.isSet(demoOption));
@@ -106,15 +138,8 @@ int main(int argc, char *argv[])
     MainWindow &window = scene->window();
     const QList<Repository> &demoRepositories = scene->demoRepositories();
     scene->start();
-    if (parser.isSet(repositoryOption)) {
-        const QString folder = QDir::current().absoluteFilePath(parser.value(repositoryOption));
-        if (!QFileInfo(folder).isDir()) {
-            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption)
-                                << ": there is no such folder.\n";
-            return 1;
-        }
-        scene->openRepository(folder);
-    }
+    if (!folders.isEmpty())
+        scene->openRepositories(folders);
 
     if (parser.isSet(tourOption)) {
         if (demoRepositories.isEmpty()) {
@@ -131,6 +156,26 @@ int main(int argc, char *argv[])
     if (screenshot.isEmpty() && headless)
         screenshot = QDir::current().absoluteFilePath(u"tillery-screenshot.png"_s);
     if (screenshot.isEmpty()) {
+        if (instance) {
+            QObject::connect(instance.get(), &SingleInstance::foldersHandedOver, &window,
+                             [&scene, &out, report = parser.isSet(reportOption)](const QStringList &handed) {
+                                 if (report) {
+                                     out << "Tillery: another start handed over " << handed.size() << " folder(s)\n";
+                                     out.flush();
+                                 }
+                                 scene->raiseWindow();
+                                 if (!handed.isEmpty())
+                                     scene->openRepositories(handed);
+                             });
+            if (!instance->listen())
+                QTextStream(stderr) << "Tillery could not listen for later starts on " << instance->serverName()
+                                    << ".\n";
+        }
+        if (parser.isSet(reportOption))
+            scene->reportChanges([&out](const QString &line) {
+                out << "Tillery: " << line << "\n";
+                out.flush();
+            });
         window.show();
         if (parser.isSet(reportOption))
             reportWhenExposed(window, *scene, out);
@@ -156,9 +201,8 @@ int main(int argc, char *argv[])
     } else {
         scene->waitUntilIdle();
         // A picture of the start page is no picture of the repository asked for.
-        if (const std::optional<QString> error = scene->presentedError(); error && parser.isSet(repositoryOption)) {
-            QTextStream(stderr) << "Tillery could not open " << parser.value(repositoryOption) << ": " << *error
-                                << "\n";
+        if (const std::optional<QString> error = scene->presentedError(); error && !folders.isEmpty()) {
+            QTextStream(stderr) << "Tillery could not open " << named.join(u", "_s) << ": " << *error << "\n";
             return 1;
         }
         scene->showPage(parser.value(tabOption), parser.value(fileOption));

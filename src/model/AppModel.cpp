@@ -2,6 +2,7 @@
 
 #include "integrations/IgnoreFile.h"
 #include "process/CommandServerPool.h"
+#include "process/Failure.h"
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 
@@ -430,6 +431,36 @@ void AppModel::setSheetShown(Workspace::Sheet sheet, bool shown)
 void AppModel::dismissError()
 {
     m_activity->dismissError();
+}
+
+void AppModel::openFolders(const QStringList &folders)
+{
+    struct Opened {
+        QList<Repository> repositories;
+        QStringList refusals;
+    };
+    const QString activity = tr("Opening repositories");
+    m_operations.perform(
+        activity,
+        [folders] {
+            Opened opened;
+            for (const QString &folder : folders) {
+                try {
+                    opened.repositories.append(detectRepository(QDir::cleanPath(folder)));
+                } catch (const Failure &failure) {
+                    opened.refusals.append(failure.description());
+                }
+            }
+            return opened;
+        },
+        [this, activity](const Opened &opened) {
+            for (const Repository &repository : opened.repositories)
+                m_library->add(repository);
+            if (!opened.repositories.isEmpty())
+                select(opened.repositories.last());
+            if (!opened.refusals.isEmpty())
+                m_activity->present(activity, opened.refusals.join(u'\n'));
+        });
 }
 
 } // namespace tillery

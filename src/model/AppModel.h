@@ -267,6 +267,12 @@ private:
     BranchActions m_branches;
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;
+
+public:
+    // Folders given from outside the window (the command line, a later
+    // start): each repository is added if it is new and the last one is
+    // selected; the folders that hold none are named in one error.
+    void openFolders(const QStringList &folders);
 };
 
 } // namespace tillery

@@ -88,4 +88,36 @@ QStringList ApplicationScene::takeTour(const QString &folder)
     return takeScreenshotTour(*m_window, *m_model, m_demoRepositories, folder);
 }
 
+QString ApplicationScene::personalSettingsFile()
+{
+    return QSettings(QSettings::NativeFormat, QSettings::UserScope, u"Tillery"_s, u"Tillery"_s).fileName();
+}
+
+void ApplicationScene::openRepositories(const QStringList &folders)
+{
+    m_model->openFolders(folders);
+}
+
+void ApplicationScene::raiseWindow()
+{
+    m_window->setWindowState(m_window->windowState() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->activateWindow();
+}
+
+void ApplicationScene::reportChanges(const std::function<void(const QString &line)> &report)
+{
+    const Workspace &workspace = m_model->workspace();
+    QObject::connect(&workspace, &Workspace::selectedRepositoryChanged, m_window.get(), [&workspace, report] {
+        const std::optional<Repository> &selected = workspace.selectedRepository();
+        report(u"the selected repository is "_s + (selected ? selected->path : u"none"_s));
+    });
+    const ActivityState &activity = m_model->activityState();
+    QObject::connect(&activity, &ActivityState::presentedErrorChanged, m_window.get(), [&activity, report] {
+        if (const std::optional<PresentedError> &error = activity.presentedError())
+            report(u"error: "_s + error->title + u": "_s + error->message);
+    });
+}
+
 } // namespace tillery

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -59,6 +60,17 @@ private:
     std::unique_ptr<AppModel> m_model;
     std::unique_ptr<ViewSettings> m_viewSettings;
     std::unique_ptr<MainWindow> m_window;
+
+public:
+    // The settings file of a start without --demo.
+    static QString personalSettingsFile();
+    // Adds the repositories in the folders (those that are new) and selects the last.
+    void openRepositories(const QStringList &folders);
+    // Brings the window to the front, out of the Dock or taskbar if minimized.
+    void raiseWindow();
+    // Calls `report` with a line each time the selected repository or the
+    // presented error changes.
+    void reportChanges(const std::function<void(const QString &line)> &report);
 };
 
 } // namespace tillery
