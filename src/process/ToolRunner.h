@@ -1,6 +1,7 @@
 #pragma once
 
 #include "process/Cancellation.h"
+#include "process/CredentialChannel.h"
 #include "process/ToolCommand.h"
 #include "process/ToolFailure.h"
 #include "process/ToolStream.h"
@@ -33,6 +34,10 @@ struct RunControl {
     // Given to the tool on its standard input (a run with any is a process
     // of its own); without it the tool reads nothing.
     QByteArray input = {};
+    // For a command that talks to a remote: how the tool asks for
+    // credentials (a run with one is a process of its own, without a
+    // terminal).
+    std::optional<CredentialChannel> credentials = std::nullopt;
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks
