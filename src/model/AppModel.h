@@ -14,6 +14,7 @@
 #include "model/OpenActions.h"
 #include "model/Operations.h"
 #include "model/Prompts.h"
+#include "model/SecretStore.h"
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
 #include "model/ConflictActions.h"
@@ -42,6 +43,8 @@ struct AppModelServices {
     Desktop &desktop;
     // Where custom repository pictures are kept.
     QString iconFolder;
+    // Where remembered passwords are kept; nothing: the desktop's secret store.
+    SecretStore *secrets = nullptr;
 };
 
 // The one object every view reads and every command calls. It lives on the
@@ -261,6 +264,10 @@ private:
     BranchActions m_branches;
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;
+
+    // Credentials asked for while remote commands run.
+    std::unique_ptr<SecretStore> m_desktopSecrets;
+    CredentialBroker *m_credentials;
 };
 
 } // namespace tillery
