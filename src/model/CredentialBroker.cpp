@@ -63,10 +63,8 @@ bool saysCredentialsRefused(const QString &failure)
     return false;
 }
 
-void CredentialRun::judgeFailure(const Failure &failure)
+void CredentialRun::noteFailure(const Failure &failure)
 {
-    if (m_cancelled.load())
-        throw CancellationFailure();
     if (saysCredentialsRefused(failure.description()))
         m_refused.store(true);
 }

@@ -39,11 +39,10 @@ public:
     const CredentialChannel &channel() const { return m_channel; }
     // Whether the person cancelled one of the command's questions.
     bool cancelledByPerson() const { return m_cancelled.load(); }
-    // On the worker, with the failure the command ended with: after a
-    // cancelled question it throws CancellationFailure in its place; a
-    // failure that says the remote refused the credentials is noted, so that
-    // remembered ones are forgotten (see CredentialBroker::finishRun).
-    void judgeFailure(const Failure &failure);
+    // On the worker, with the failure the command ended with: one that says
+    // the remote refused the credentials is noted, so that remembered ones
+    // are forgotten (see CredentialBroker::finishRun).
+    void noteFailure(const Failure &failure);
 
 private:
     friend class CredentialBroker;

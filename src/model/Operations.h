@@ -76,7 +76,7 @@ public:
                     return work(control);
                 } catch (const Failure &failure) {
                     if (credentials)
-                        credentials->judgeFailure(failure);
+                        credentials->noteFailure(failure);
                     throw;
                 }
             },

@@ -30,12 +30,14 @@ enum class Ending { done, failed, cancelled };
 
 // One command: the server's password at the time, the answers given in
 // order ("!" cancels, a trailing "+" ticks Remember), the questions asked
-// as letters (u: user name, s: secret, h: host key) and how it ended.
+// as letters (u: user name, s: secret, h: host key), how it ended and the
+// password the secret store holds afterwards (empty: none).
 struct Attempt {
     QString serverPassword;
     QStringList answers;
     QString questions;
     Ending ending;
+    QString stored = {};
 };
 
 void writeFile(const QString &path, const QByteArray &contents)
@@ -311,8 +313,8 @@ private Q_SLOTS:
             }
             QTest::newRow("remembered, then offered without asking" + suffix)
                 << kind << u"push"_s
-                << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done},
-                                  {u"s3cret"_s, {}, QString(), Ending::done}};
+                << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
+                                  {u"s3cret"_s, {}, QString(), Ending::done, u"s3cret"_s}};
         }
         // Mercurial asks again within the command; git fails it.
         QTest::newRow("a wrong password, then the right one, hg")
@@ -323,12 +325,12 @@ private Q_SLOTS:
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s}, u"us"_s, Ending::failed}, right};
         QTest::newRow("a remembered password turned down, hg")
             << hg << u"push"_s
-            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done},
+            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {u"changed"_s}, u"s"_s, Ending::done},
-                              {u"changed"_s, {u"changed"_s}, u"s"_s, Ending::done}};
+                              {u"changed"_s, {u"changed+"_s}, u"s"_s, Ending::done, u"changed"_s}};
         QTest::newRow("a remembered password turned down, git")
             << git << u"push"_s
-            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done},
+            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {}, QString(), Ending::failed},
                               {u"changed"_s, {u"alice"_s, u"changed"_s}, u"us"_s, Ending::done}};
     }
@@ -353,6 +355,7 @@ private Q_SLOTS:
         test::ScriptedPrompts &prompts = scene.harness.prompts;
 
         int number = 0;
+        QString passwordQuestion;
         for (const Attempt &attempt : attempts) {
             writeFile(passwordFile, attempt.serverPassword.toUtf8());
             scene.makeChange(operation, ++number);
@@ -364,9 +367,15 @@ private Q_SLOTS:
             checkOutcome(scene, attempt.ending);
             // What was asked was the host's, and a remembered password could be kept.
             for (qsizetype index = asked; index < prompts.credentials.size(); ++index) {
-                QCOMPARE(prompts.credentials[index].host, u"127.0.0.1"_s);
-                QCOMPARE(prompts.credentials[index].rememberUnavailable.isEmpty(), m_hasSecretStore);
+                const CredentialRequest &request = prompts.credentials[index];
+                QCOMPARE(request.host, u"127.0.0.1"_s);
+                if (request.kind == CredentialRequest::Kind::secret) {
+                    QCOMPARE(request.rememberUnavailable.isEmpty(), m_hasSecretStore);
+                    passwordQuestion = request.prompt;
+                }
             }
+            if (m_hasSecretStore && !passwordQuestion.isEmpty())
+                QCOMPARE(DesktopSecretStore().read(passwordQuestion).value_or(QString()), attempt.stored);
         }
     }
 
