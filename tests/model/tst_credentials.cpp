@@ -297,6 +297,8 @@ private Q_SLOTS:
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<QString>("operation");
         QTest::addColumn<QList<Attempt>>("attempts");
+        // What the remote's address holds before the host.
+        QTest::addColumn<QString>("inAddress");
         const RepositoryKind hg = RepositoryKind::mercurial;
         const RepositoryKind git = RepositoryKind::git;
         const Attempt right{u"s3cret"_s, {u"alice"_s, u"s3cret"_s}, u"us"_s, Ending::done};
@@ -304,41 +306,49 @@ private Q_SLOTS:
             const QByteArray suffix = kind == hg ? ", hg" : ", git";
             for (const QString &operation : {u"push"_s, u"pull"_s}) {
                 const QByteArray name = operation.toUtf8();
-                QTest::newRow("the right password, " + name + suffix) << kind << operation << QList<Attempt>{right};
+                QTest::newRow("the right password, " + name + suffix) << kind << operation << QList<Attempt>{right} << QString();
                 QTest::newRow("user name cancelled, " + name + suffix)
-                    << kind << operation << QList<Attempt>{{u"s3cret"_s, {u"!"_s}, u"u"_s, Ending::cancelled}};
+                    << kind << operation << QList<Attempt>{{u"s3cret"_s, {u"!"_s}, u"u"_s, Ending::cancelled}} << QString();
                 QTest::newRow("password cancelled, " + name + suffix)
                     << kind << operation
-                    << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"!"_s}, u"us"_s, Ending::cancelled}};
+                    << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"!"_s}, u"us"_s, Ending::cancelled}} << QString();
             }
             QTest::newRow("remembered, then offered without asking" + suffix)
                 << kind << u"push"_s
                 << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
-                                  {u"s3cret"_s, {}, QString(), Ending::done, u"s3cret"_s}};
+                                  {u"s3cret"_s, {}, QString(), Ending::done, u"s3cret"_s}} << QString();
         }
+        // Credentials in the address go first, without a question.
+        test::addRowsForBothKinds("the address holds them", [](QTestData &row) {
+            row << u"push"_s << QList<Attempt>{{u"s3cret"_s, {}, QString(), Ending::done}} << u"alice:s3cret@"_s;
+        });
+        QTest::newRow("the address holds a wrong password, hg")
+            << hg << u"push"_s << QList<Attempt>{{u"s3cret"_s, {u"s3cret"_s}, u"s"_s, Ending::done}}
+            << u"alice:wrong@"_s;
         // Mercurial asks again within the command; git fails it.
         QTest::newRow("a wrong password, then the right one, hg")
             << hg << u"push"_s
-            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s, u"s3cret"_s}, u"uss"_s, Ending::done}};
+            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s, u"s3cret"_s}, u"uss"_s, Ending::done}} << QString();
         QTest::newRow("a wrong password, then the right one, git")
             << git << u"push"_s
-            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s}, u"us"_s, Ending::failed}, right};
+            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s}, u"us"_s, Ending::failed}, right} << QString();
         QTest::newRow("a remembered password turned down, hg")
             << hg << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {u"changed"_s}, u"s"_s, Ending::done},
-                              {u"changed"_s, {u"changed+"_s}, u"s"_s, Ending::done, u"changed"_s}};
+                              {u"changed"_s, {u"changed+"_s}, u"s"_s, Ending::done, u"changed"_s}} << QString();
         QTest::newRow("a remembered password turned down, git")
             << git << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {}, QString(), Ending::failed},
-                              {u"changed"_s, {u"alice"_s, u"changed"_s}, u"us"_s, Ending::done}};
+                              {u"changed"_s, {u"alice"_s, u"changed"_s}, u"us"_s, Ending::done}} << QString();
     }
     void httpRemote()
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(QString, operation);
         QFETCH(QList<Attempt>, attempts);
+        QFETCH(QString, inAddress);
         bool remembers = false;
         for (const Attempt &attempt : attempts)
             remembers = remembers || attempt.answers.join(QString()).contains(u'+');
@@ -350,7 +360,8 @@ private Q_SLOTS:
         writeFile(passwordFile, "s3cret");
         AuthServer server(kind, kind == RepositoryKind::git ? scene.remoteFolder.path() : scene.remote, passwordFile);
         QVERIFY(server.isListening());
-        scene.useRemote(server.url() + (kind == RepositoryKind::git ? u"/remote.git"_s : u"/"_s));
+        scene.useRemote(server.url().replace(u"//"_s, u"//"_s + inAddress)
+                        + (kind == RepositoryKind::git ? u"/remote.git"_s : u"/"_s));
         scene.open();
         test::ScriptedPrompts &prompts = scene.harness.prompts;
 
@@ -406,7 +417,8 @@ private Q_SLOTS:
         checkOutcome(scene, Ending::cancelled);
     }
 
-    // ssh asks whether to trust the host's key, then for the key's
+    // ssh asks whether to trust the host's key (the dialog's Yes gives no
+    // text; ssh must hear "yes"), then for the key's
     // passphrase; the stand-in for ssh asks the same through SSH_ASKPASS and
     // then runs the remote command on this machine. It must run without a
     // terminal, in a session of its own.
@@ -417,16 +429,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("questions");
         QTest::addColumn<Ending>("outcome");
         test::addRowsForBothKinds("host trusted, right passphrase", [](QTestData &row) {
-            row << QStringList{u"yes"_s, u"open sesame"_s} << u"hs"_s << Ending::done;
+            row << QStringList{QString(), u"open sesame"_s} << u"hs"_s << Ending::done;
         });
         test::addRowsForBothKinds("host not trusted", [](QTestData &row) {
             row << QStringList{u"!"_s} << u"h"_s << Ending::cancelled;
         });
         test::addRowsForBothKinds("passphrase cancelled", [](QTestData &row) {
-            row << QStringList{u"yes"_s, u"!"_s} << u"hs"_s << Ending::cancelled;
+            row << QStringList{QString(), u"!"_s} << u"hs"_s << Ending::cancelled;
         });
         test::addRowsForBothKinds("wrong passphrase", [](QTestData &row) {
-            row << QStringList{u"yes"_s, u"open says me"_s} << u"hs"_s << Ending::failed;
+            row << QStringList{QString(), u"open says me"_s} << u"hs"_s << Ending::failed;
         });
     }
     void sshQuestions()
