@@ -128,6 +128,7 @@ struct Scene {
 
     void useRemote(const QString &address)
     {
+        remoteAddress = address;
         if (kind == RepositoryKind::git) {
             local->tool({u"remote"_s, u"add"_s, u"origin"_s, address});
             local->tool({u"config"_s, u"branch.main.remote"_s, u"origin"_s});
@@ -175,20 +176,32 @@ struct Scene {
 
     void run(const QString &operation)
     {
+        lastOperation = operation;
         if (operation == u"push")
             harness.model().push();
+        else if (operation == u"clone")
+            harness.model().clone(remoteAddress, remoteFolder.filePath(u"clone"_s), kind);
         else
             harness.model().pull();
         QVERIFY(harness.settle(60000));
     }
 
     // Whether the local and the remote side agree now.
-    bool agree() const { return remoteHead() == local->parentNode(); }
+    // Whether the local and the remote side agree now; a clone, whether it is there.
+    bool agree()
+    {
+        const QString clone = remoteFolder.filePath(u"clone"_s);
+        if (lastOperation == u"clone")
+            return QFileInfo::exists(clone) && harness.model().workspace().selectedRepository()->path == clone;
+        return remoteHead() == local->parentNode();
+    }
 
     RepositoryKind kind;
     std::unique_ptr<test::RepositoryFixture> local;
     QTemporaryDir remoteFolder;
     QString remote;
+    QString remoteAddress;
+    QString lastOperation;
     test::ModelHarness harness;
 };
 
@@ -304,7 +317,7 @@ private Q_SLOTS:
         const Attempt right{u"s3cret"_s, {u"alice"_s, u"s3cret"_s}, u"us"_s, Ending::done};
         for (const RepositoryKind kind : {hg, git}) {
             const QByteArray suffix = kind == hg ? ", hg" : ", git";
-            for (const QString &operation : {u"push"_s, u"pull"_s}) {
+            for (const QString &operation : {u"push"_s, u"pull"_s, u"clone"_s}) {
                 const QByteArray name = operation.toUtf8();
                 QTest::newRow("the right password, " + name + suffix) << kind << operation << QList<Attempt>{right} << QString();
                 QTest::newRow("user name cancelled, " + name + suffix)
