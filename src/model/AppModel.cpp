@@ -62,7 +62,8 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
 {
     if (!services.secrets)
         m_desktopSecrets = std::make_unique<DesktopSecretStore>();
-    m_credentials = new CredentialBroker(services.prompts, services.secrets ? *services.secrets : *m_desktopSecrets, this);
+    m_credentials =
+        new CredentialBroker(services.prompts, services.secrets ? *services.secrets : *m_desktopSecrets, this);
     m_operations.setCredentialBroker(m_credentials);
 }
 

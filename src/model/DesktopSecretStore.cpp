@@ -37,8 +37,8 @@ std::optional<QString> DesktopSecretStore::unavailableReason()
     if (names
         && (names->isServiceRegistered(secrets).value() || names->activatableServiceNames().value().contains(secrets)))
         return std::nullopt;
-    return QCoreApplication::translate("SecretStore",
-                                       "No secret store is running in this session, so passwords cannot be remembered.");
+    return QCoreApplication::translate(
+        "SecretStore", "No secret store is running in this session, so passwords cannot be remembered.");
 }
 
 std::optional<QString> DesktopSecretStore::read(const QString &key)

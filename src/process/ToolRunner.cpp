@@ -151,7 +151,12 @@ ToolInvocation mercurialInvocation()
 ToolInvocation gitInvocation()
 {
     // Git is asked for progress by the commands themselves ("--progress").
-    return {findGitExecutable(), gitLeadingArguments(), gitEnvironment(), latestGitProgress, {}, {},
+    return {findGitExecutable(),
+            gitLeadingArguments(),
+            gitEnvironment(),
+            latestGitProgress,
+            {},
+            {},
             [](const CredentialChannel &) { return QStringList(); }};
 }
 

@@ -19,7 +19,8 @@ QString titleOf(const CredentialRequest &request)
     if (request.kind == CredentialRequest::Kind::hostKey)
         return request.host.isEmpty() ? CredentialDialog::tr("Unknown Host")
                                       : CredentialDialog::tr("Unknown Host %1").arg(request.host);
-    return request.host.isEmpty() ? CredentialDialog::tr("Sign In") : CredentialDialog::tr("Sign In to %1").arg(request.host);
+    return request.host.isEmpty() ? CredentialDialog::tr("Sign In")
+                                  : CredentialDialog::tr("Sign In to %1").arg(request.host);
 }
 
 } // namespace

@@ -91,7 +91,9 @@ QString questionLetters(const QList<CredentialRequest> &requests, qsizetype from
     QString letters;
     for (qsizetype index = from; index < requests.size(); ++index) {
         const CredentialRequest::Kind kind = requests[index].kind;
-        letters += kind == CredentialRequest::Kind::userName ? u'u' : kind == CredentialRequest::Kind::secret ? u's' : u'h';
+        letters += kind == CredentialRequest::Kind::userName ? u'u'
+                   : kind == CredentialRequest::Kind::secret ? u's'
+                                                             : u'h';
     }
     return letters;
 }
@@ -119,10 +121,12 @@ struct Scene {
     {
         local->write(u"a.txt"_s, "one\n"_ba);
         local->commitAll(u"base"_s);
-        remote = kind == RepositoryKind::git ? remoteFolder.filePath(u"remote.git"_s) : remoteFolder.filePath(u"remote"_s);
+        remote =
+            kind == RepositoryKind::git ? remoteFolder.filePath(u"remote.git"_s) : remoteFolder.filePath(u"remote"_s);
         test::runTool(kind == RepositoryKind::git ? u"git"_s : u"hg"_s,
-                      kind == RepositoryKind::git ? QStringList{u"clone"_s, u"--bare"_s, u"--quiet"_s, local->path(), remote}
-                                                  : QStringList{u"clone"_s, u"--quiet"_s, local->path(), remote},
+                      kind == RepositoryKind::git
+                          ? QStringList{u"clone"_s, u"--bare"_s, u"--quiet"_s, local->path(), remote}
+                          : QStringList{u"clone"_s, u"--quiet"_s, local->path(), remote},
                       remoteFolder.path());
     }
 
@@ -146,11 +150,12 @@ struct Scene {
 
     QString remoteHead() const
     {
-        const QStringList arguments = kind == RepositoryKind::git
-                                          ? QStringList{u"--git-dir"_s, remote, u"rev-parse"_s, u"main"_s}
-                                          : QStringList{u"log"_s, u"-R"_s, remote, u"-r"_s, u"tip"_s, u"-T"_s, u"{node}"_s};
-        return QString::fromUtf8(test::runTool(kind == RepositoryKind::git ? u"git"_s : u"hg"_s, arguments,
-                                               remoteFolder.path()))
+        const QStringList arguments =
+            kind == RepositoryKind::git
+                ? QStringList{u"--git-dir"_s, remote, u"rev-parse"_s, u"main"_s}
+                : QStringList{u"log"_s, u"-R"_s, remote, u"-r"_s, u"tip"_s, u"-T"_s, u"{node}"_s};
+        return QString::fromUtf8(
+                   test::runTool(kind == RepositoryKind::git ? u"git"_s : u"hg"_s, arguments, remoteFolder.path()))
             .trimmed();
     }
 
@@ -274,13 +279,13 @@ private Q_SLOTS:
         const int user = int(CredentialRequest::Kind::userName);
         const int secret = int(CredentialRequest::Kind::secret);
         const int hostKey = int(CredentialRequest::Kind::hostKey);
-        QTest::newRow("git's user name") << u"Username for 'https://example.com': "_s << u"https://other.org/r"_s << user
-                                         << u"example.com"_s;
-        QTest::newRow("git's password") << u"Password for 'https://bob@code.example.com:8443': "_s << QString() << secret
-                                        << u"code.example.com"_s;
-        QTest::newRow("a passphrase names no host") << u"Enter passphrase for key '/home/a/.ssh/id_ed25519': "_s
-                                                    << u"git@forge.example.net:team/repo.git"_s << secret
-                                                    << u"forge.example.net"_s;
+        QTest::newRow("git's user name") << u"Username for 'https://example.com': "_s << u"https://other.org/r"_s
+                                         << user << u"example.com"_s;
+        QTest::newRow("git's password") << u"Password for 'https://bob@code.example.com:8443': "_s << QString()
+                                        << secret << u"code.example.com"_s;
+        QTest::newRow("a passphrase names no host")
+            << u"Enter passphrase for key '/home/a/.ssh/id_ed25519': "_s << u"git@forge.example.net:team/repo.git"_s
+            << secret << u"forge.example.net"_s;
         QTest::newRow("ssh's URL") << u"Enter passphrase for key '/k': "_s << u"ssh://hg@hg.example.org//srv/r"_s
                                    << secret << u"hg.example.org"_s;
         QTest::newRow("an unknown host key")
@@ -319,9 +324,11 @@ private Q_SLOTS:
             const QByteArray suffix = kind == hg ? ", hg" : ", git";
             for (const QString &operation : {u"push"_s, u"pull"_s, u"clone"_s}) {
                 const QByteArray name = operation.toUtf8();
-                QTest::newRow("the right password, " + name + suffix) << kind << operation << QList<Attempt>{right} << QString();
+                QTest::newRow("the right password, " + name + suffix)
+                    << kind << operation << QList<Attempt>{right} << QString();
                 QTest::newRow("user name cancelled, " + name + suffix)
-                    << kind << operation << QList<Attempt>{{u"s3cret"_s, {u"!"_s}, u"u"_s, Ending::cancelled}} << QString();
+                    << kind << operation << QList<Attempt>{{u"s3cret"_s, {u"!"_s}, u"u"_s, Ending::cancelled}}
+                    << QString();
                 QTest::newRow("password cancelled, " + name + suffix)
                     << kind << operation
                     << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"!"_s}, u"us"_s, Ending::cancelled}} << QString();
@@ -329,7 +336,8 @@ private Q_SLOTS:
             QTest::newRow("remembered, then offered without asking" + suffix)
                 << kind << u"push"_s
                 << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
-                                  {u"s3cret"_s, {}, QString(), Ending::done, u"s3cret"_s}} << QString();
+                                  {u"s3cret"_s, {}, QString(), Ending::done, u"s3cret"_s}}
+                << QString();
         }
         // Credentials in the address go first, without a question.
         test::addRowsForBothKinds("the address holds them", [](QTestData &row) {
@@ -341,7 +349,8 @@ private Q_SLOTS:
         // Mercurial asks again within the command; git fails it.
         QTest::newRow("a wrong password, then the right one, hg")
             << hg << u"push"_s
-            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s, u"s3cret"_s}, u"uss"_s, Ending::done}} << QString();
+            << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s, u"s3cret"_s}, u"uss"_s, Ending::done}}
+            << QString();
         QTest::newRow("a wrong password, then the right one, git")
             << git << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s}, u"us"_s, Ending::failed}, right} << QString();
@@ -349,12 +358,14 @@ private Q_SLOTS:
             << hg << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {u"changed"_s}, u"s"_s, Ending::done},
-                              {u"changed"_s, {u"changed+"_s}, u"s"_s, Ending::done, u"changed"_s}} << QString();
+                              {u"changed"_s, {u"changed+"_s}, u"s"_s, Ending::done, u"changed"_s}}
+            << QString();
         QTest::newRow("a remembered password turned down, git")
             << git << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
                               {u"changed"_s, {}, QString(), Ending::failed},
-                              {u"changed"_s, {u"alice"_s, u"changed"_s}, u"us"_s, Ending::done}} << QString();
+                              {u"changed"_s, {u"alice"_s, u"changed"_s}, u"us"_s, Ending::done}}
+            << QString();
     }
     void httpRemote()
     {
@@ -444,9 +455,8 @@ private Q_SLOTS:
         test::addRowsForBothKinds("host trusted, right passphrase", [](QTestData &row) {
             row << QStringList{QString(), u"open sesame"_s} << u"hs"_s << Ending::done;
         });
-        test::addRowsForBothKinds("host not trusted", [](QTestData &row) {
-            row << QStringList{u"!"_s} << u"h"_s << Ending::cancelled;
-        });
+        test::addRowsForBothKinds("host not trusted",
+                                  [](QTestData &row) { row << QStringList{u"!"_s} << u"h"_s << Ending::cancelled; });
         test::addRowsForBothKinds("passphrase cancelled", [](QTestData &row) {
             row << QStringList{QString(), u"!"_s} << u"hs"_s << Ending::cancelled;
         });
@@ -481,7 +491,8 @@ private Q_SLOTS:
 
         QCOMPARE(questionLetters(scene.harness.prompts.credentials, 0), questions);
         QCOMPARE(scene.harness.prompts.credentials.first().host, u"example.test"_s);
-        QVERIFY(scene.harness.prompts.credentials.first().prompt.contains(u"SHA256:nThbg6kXUpJWGl7E1IGOCspRomTxdCARLviKw6E5SY8"_s));
+        QVERIFY(scene.harness.prompts.credentials.first().prompt.contains(
+            u"SHA256:nThbg6kXUpJWGl7E1IGOCspRomTxdCARLviKw6E5SY8"_s));
         checkOutcome(scene, outcome);
         QFile sessionFile(session);
         QVERIFY(sessionFile.open(QIODevice::ReadOnly));

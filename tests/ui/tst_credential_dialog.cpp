@@ -36,23 +36,23 @@ private Q_SLOTS:
         QTest::addColumn<QString>("title");
         QTest::addColumn<std::optional<CredentialAnswer>>("answer");
         const auto secret = CredentialRequest::Kind::secret;
-        QTest::newRow("password remembered") << secret << QString() << true << QDialogButtonBox::Ok
-                                             << u"Sign In to hg.example.org"_s
-                                             << std::optional(CredentialAnswer{u"typed"_s, true});
-        QTest::newRow("password, no secret store") << secret << u"No store."_s << true << QDialogButtonBox::Ok
-                                                   << u"Sign In to hg.example.org"_s
-                                                   << std::optional(CredentialAnswer{u"typed"_s, false});
+        QTest::newRow("password remembered")
+            << secret << QString() << true << QDialogButtonBox::Ok << u"Sign In to hg.example.org"_s
+            << std::optional(CredentialAnswer{u"typed"_s, true});
+        QTest::newRow("password, no secret store")
+            << secret << u"No store."_s << true << QDialogButtonBox::Ok << u"Sign In to hg.example.org"_s
+            << std::optional(CredentialAnswer{u"typed"_s, false});
         QTest::newRow("password cancelled") << secret << QString() << true << QDialogButtonBox::Cancel
                                             << u"Sign In to hg.example.org"_s << std::optional<CredentialAnswer>();
         QTest::newRow("user name") << CredentialRequest::Kind::userName << QString() << false << QDialogButtonBox::Ok
                                    << u"Sign In to hg.example.org"_s
                                    << std::optional(CredentialAnswer{u"typed"_s, false});
-        QTest::newRow("host key trusted") << CredentialRequest::Kind::hostKey << QString() << false
-                                          << QDialogButtonBox::Yes << u"Unknown Host hg.example.org"_s
-                                          << std::optional(CredentialAnswer{});
-        QTest::newRow("host key refused") << CredentialRequest::Kind::hostKey << QString() << false
-                                          << QDialogButtonBox::No << u"Unknown Host hg.example.org"_s
-                                          << std::optional<CredentialAnswer>();
+        QTest::newRow("host key trusted")
+            << CredentialRequest::Kind::hostKey << QString() << false << QDialogButtonBox::Yes
+            << u"Unknown Host hg.example.org"_s << std::optional(CredentialAnswer{});
+        QTest::newRow("host key refused")
+            << CredentialRequest::Kind::hostKey << QString() << false << QDialogButtonBox::No
+            << u"Unknown Host hg.example.org"_s << std::optional<CredentialAnswer>();
     }
     void answers()
     {
