@@ -127,6 +127,9 @@ void CredentialBroker::accept()
     while (QLocalSocket *socket = m_server->nextPendingConnection()) {
         connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
         connect(socket, &QLocalSocket::readyRead, this, [this, socket] { read(socket); });
+        // The question may have come with the connection.
+        if (socket->canReadLine())
+            read(socket);
     }
 }
 

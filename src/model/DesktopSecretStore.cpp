@@ -1,9 +1,11 @@
 #include "model/SecretStore.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#ifndef Q_OS_MACOS
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QEventLoop>
+#endif
 
 #include <qt6keychain/keychain.h>
 
@@ -31,6 +33,10 @@ bool finish(QKeychain::Job &job)
 
 std::optional<QString> DesktopSecretStore::unavailableReason()
 {
+#ifdef Q_OS_MACOS
+    // The login keychain is always there.
+    return std::nullopt;
+#else
     const QString secrets = u"org.freedesktop.secrets"_s;
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const QDBusConnectionInterface *names = bus.isConnected() ? bus.interface() : nullptr;
@@ -39,6 +45,7 @@ std::optional<QString> DesktopSecretStore::unavailableReason()
         return std::nullopt;
     return QCoreApplication::translate(
         "SecretStore", "No secret store is running in this session, so passwords cannot be remembered.");
+#endif
 }
 
 std::optional<QString> DesktopSecretStore::read(const QString &key)
