@@ -13,6 +13,7 @@ public:
     std::optional<int> choose(const ChoiceRequest &) override { return std::nullopt; }
     std::optional<QString> enterText(const TextRequest &) override { return std::nullopt; }
     std::optional<QString> chooseFolder(const FolderRequest &) override { return std::nullopt; }
+    std::optional<CredentialAnswer> askCredential(const CredentialRequest &) override { return std::nullopt; }
 };
 
 class SilentDesktop final : public Desktop {

@@ -32,7 +32,8 @@ void ActionContext::runRemoteAndRefresh(const QString &activity, RemoteWork work
         activity,
         [work = std::move(work), backend = &target->backend,
          path = target->repository.path](const RunControl &control) { work(*backend, path, control); },
-        [refresh = refresh](Done) { refresh(); });
+        [refresh = refresh](Done) { refresh(); },
+        workspace.snapshot().paths.value(target->backend.traits().remoteName));
 }
 
 } // namespace tillery

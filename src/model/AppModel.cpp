@@ -62,6 +62,11 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     , m_open(m_context)
     , m_historyNavigation(new HistoryNavigation(m_context, *m_historyBrowser, this))
 {
+    if (!services.secrets)
+        m_desktopSecrets = std::make_unique<DesktopSecretStore>();
+    m_credentials =
+        new CredentialBroker(services.prompts, services.secrets ? *services.secrets : *m_desktopSecrets, this);
+    m_operations.setCredentialBroker(m_credentials);
 }
 
 void AppModel::showChangesetInHistory(const QString &node)

@@ -14,6 +14,7 @@
 #include "model/OpenActions.h"
 #include "model/Operations.h"
 #include "model/Prompts.h"
+#include "model/SecretStore.h"
 #include "model/RepositoryIcons.h"
 #include "model/RepositoryLibrary.h"
 #include "model/ConflictActions.h"
@@ -43,6 +44,8 @@ struct AppModelServices {
     Desktop &desktop;
     // Where custom repository pictures are kept.
     QString iconFolder;
+    // Where remembered passwords are kept; nothing: the desktop's secret store.
+    SecretStore *secrets = nullptr;
 };
 
 // The one object every view reads and every command calls. It lives on the
@@ -138,6 +141,10 @@ public:
     // Working-copy actions.
     bool canCommit() const { return m_workingCopy.canCommit(); }
     void commit() { m_workingCopy.commit(); }
+    // Folders given from outside the window (the command line, a later
+    // start): each repository is added if it is new and the last one is
+    // selected; the folders that hold none are named in one error.
+    void openFolders(const QStringList &folders);
     // "Amend Last Commit" by the commit button, and "Undo Last Commit…".
     void setAmendingLastCommit(bool amending) { m_lastCommit.setAmending(amending); }
     bool canUndoLastCommit() const { return m_lastCommit.canUndoLastCommit(); }
@@ -268,11 +275,9 @@ private:
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;
 
-public:
-    // Folders given from outside the window (the command line, a later
-    // start): each repository is added if it is new and the last one is
-    // selected; the folders that hold none are named in one error.
-    void openFolders(const QStringList &folders);
+    // Credentials asked for while remote commands run.
+    std::unique_ptr<SecretStore> m_desktopSecrets;
+    CredentialBroker *m_credentials;
 };
 
 } // namespace tillery

@@ -243,7 +243,7 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
             }
             return detectRepository(target);
         },
-        m_context.adopt);
+        m_context.adopt, source);
 }
 
 void BranchActions::createRepository()

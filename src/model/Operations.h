@@ -2,6 +2,7 @@
 
 #include "model/ActivityState.h"
 #include "model/Background.h"
+#include "model/CredentialBroker.h"
 #include "process/ToolRunner.h"
 
 #include <QObject>
@@ -52,9 +53,12 @@ public:
     // Like perform, for work that talks to a remote: `work` receives a
     // RunControl whose progress phrases appear in the activity text ("Cloning
     // repository — Receiving objects: 45%"), and which stops the tool when
-    // cancel() is called. A cancelled operation ends quietly.
+    // cancel() is called. The tool asks for credentials through the broker
+    // (the remote's address names the host in the question). A cancelled
+    // operation ends quietly, and so does one whose question the person
+    // cancelled.
     template <typename Work, typename OnSuccess>
-    void performRemote(const QString &activity, Work work, OnSuccess onSuccess)
+    void performRemote(const QString &activity, Work work, OnSuccess onSuccess, const QString &remoteAddress = {})
     {
         auto cancelRequested = std::make_shared<std::atomic<bool>>(false);
         m_cancelRequested = cancelRequested;
@@ -62,14 +66,37 @@ public:
         RunControl control;
         control.isCancelled = [cancelRequested] { return cancelRequested->load(); };
         control.progress = progressReporter(activity);
+        std::shared_ptr<CredentialRun> credentials = m_credentials ? m_credentials->beginRun(remoteAddress) : nullptr;
+        if (credentials)
+            control.credentials = credentials->channel();
         perform(
-            activity, [work = std::move(work), control] { return work(control); },
+            activity,
+            [work = std::move(work), control, credentials] {
+                try {
+                    return work(control);
+                } catch (const Failure &failure) {
+                    if (credentials)
+                        credentials->noteFailure(failure);
+                    throw;
+                }
+            },
             [this, onSuccess = std::move(onSuccess)](auto value) mutable {
                 m_activity.setCancellable(false);
                 onSuccess(std::move(value));
             },
-            [this] { m_activity.setCancellable(false); }, true, [cancelRequested] { return cancelRequested->load(); });
+            [this, credentials] {
+                m_activity.setCancellable(false);
+                if (credentials && m_credentials)
+                    m_credentials->finishRun(*credentials);
+            },
+            true,
+            [cancelRequested, credentials] {
+                return cancelRequested->load() || (credentials && credentials->cancelledByPerson());
+            });
     }
+
+    // Where remote commands ask for credentials; without one they never ask.
+    void setCredentialBroker(CredentialBroker *broker) { m_credentials = broker; }
 
     // Runs `work` off the main thread without the busy flag and hands its
     // result to `done` on the main thread; a failure is dropped.
@@ -94,6 +121,7 @@ private:
     ActivityState &m_activity;
     QObject &m_context;
     std::shared_ptr<std::atomic<bool>> m_cancelRequested;
+    CredentialBroker *m_credentials = nullptr;
 };
 
 } // namespace tillery

@@ -36,6 +36,27 @@ struct FolderRequest {
     bool allowsNewFolder = false;
 };
 
+// What a tool asks while it talks to a remote: a user name (plain text), a
+// password or passphrase (a masked field), or whether to trust a host key
+// it does not know yet (yes or no, with the key's fingerprint in the text).
+struct CredentialRequest {
+    enum class Kind { userName, secret, hostKey };
+    Kind kind = Kind::secret;
+    // The remote's host, for the title; empty when it is not known.
+    QString host;
+    // The question as the tool put it.
+    QString prompt;
+    // Secrets only: why "Remember" cannot be ticked (no secret store runs);
+    // empty when it can.
+    QString rememberUnavailable;
+};
+
+struct CredentialAnswer {
+    QString text;
+    // The person asked for the secret to be kept in the desktop's secret store.
+    bool remember = false;
+};
+
 // Everything the model asks the person. The interface answers synchronously
 // on the main thread; the window shows dialogs, the tests answer from a script.
 class Prompts {
@@ -48,6 +69,10 @@ public:
     virtual std::optional<int> choose(const ChoiceRequest &request) = 0;
     virtual std::optional<QString> enterText(const TextRequest &request) = 0;
     virtual std::optional<QString> chooseFolder(const FolderRequest &request) = 0;
+
+    // A question a tool asked while it talked to a remote; nothing on
+    // "Cancel" (for a host key: on "No").
+    virtual std::optional<CredentialAnswer> askCredential(const CredentialRequest &request) = 0;
 };
 
 } // namespace tillery

@@ -33,6 +33,8 @@ struct ToolInvocation {
     // placed after the leading arguments, never part of the caller's.
     QStringList progressArguments;
     QList<std::pair<QString, QString>> progressEnvironment;
+    // What makes the tool ask through a credential channel, after the leading arguments.
+    QStringList (*credentialArguments)(const CredentialChannel &);
 };
 
 constexpr int controlPollMilliseconds = 5;
@@ -86,6 +88,10 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
         for (const auto &[name, value] : tool.progressEnvironment)
             environment.insert(name, value);
     }
+    if (control.credentials) {
+        addCredentialVariables(environment, *control.credentials);
+        fullArguments += tool.credentialArguments(*control.credentials);
+    }
     process.setArguments(fullArguments + arguments);
     if (directory)
         process.setWorkingDirectory(*directory);
@@ -93,7 +99,10 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
     const bool withInput = !control.input.isEmpty() || control.lateInput;
     if (!withInput)
         process.setStandardInputFile(QProcess::nullDevice());
-    runAtBackgroundPriority(process);
+    if (control.credentials)
+        runWithoutTerminal(process);
+    else
+        runAtBackgroundPriority(process);
 
     process.start();
     if (!process.waitForStarted(-1))
@@ -136,13 +145,20 @@ ToolInvocation mercurialInvocation()
             {u"--config=progress.assume-tty=true"_s, u"--config=progress.delay=0"_s, u"--config=progress.refresh=0.2"_s,
              u"--config=progress.format=topic number"_s},
             // Plain mode keeps quiet about progress unless told otherwise.
-            {{u"HGPLAINEXCEPT"_s, u"progress"_s}}};
+            {{u"HGPLAINEXCEPT"_s, u"progress"_s}},
+            mercurialCredentialArguments};
 }
 
 ToolInvocation gitInvocation()
 {
     // Git is asked for progress by the commands themselves ("--progress").
-    return {findGitExecutable(), gitLeadingArguments(), gitEnvironment(), latestGitProgress, {}, {}};
+    return {findGitExecutable(),
+            gitLeadingArguments(),
+            gitEnvironment(),
+            latestGitProgress,
+            {},
+            {},
+            [](const CredentialChannel &) { return QStringList(); }};
 }
 
 // The run of a command on one of the repository's command servers, or
@@ -151,7 +167,7 @@ std::optional<FinishedRun> runOnCommandServer(const ToolInvocation &tool, const 
                                               const std::optional<QString> &directory, const RunControl &control)
 {
     const bool needsOwnProcess = control.progress || control.ownProcess || !control.environment.isEmpty()
-                                 || !control.input.isEmpty() || control.lateInput;
+                                 || !control.input.isEmpty() || control.lateInput || control.credentials;
     if (!tool.executable || !directory || needsOwnProcess || !QFileInfo(*directory + u"/.hg"_s).isDir())
         return std::nullopt;
     if (isCancelled(control))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "process/Cancellation.h"
+#include "process/CredentialChannel.h"
 #include "process/ToolCommand.h"
 #include "process/ToolFailure.h"
 #include "process/ToolStream.h"
@@ -36,6 +37,10 @@ struct RunControl {
     // Called once the child has started, for its standard input: the tool
     // starts up while its input is still being worked out.
     std::function<QByteArray()> lateInput = {};
+    // For a command that talks to a remote: how the tool asks for
+    // credentials (a run with one is a process of its own, without a
+    // terminal).
+    std::optional<CredentialChannel> credentials = std::nullopt;
 };
 
 // Runs hg or git with the runner's fixed leading arguments first and blocks

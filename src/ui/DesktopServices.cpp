@@ -1,5 +1,6 @@
 #include "ui/DesktopServices.h"
 
+#include "ui/CredentialDialog.h"
 #include "ui/ShownText.h"
 
 #include <QApplication>
@@ -115,6 +116,11 @@ std::optional<QString> DialogPrompts::chooseFolder(const FolderRequest &request)
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().first();
+}
+
+std::optional<CredentialAnswer> DialogPrompts::askCredential(const CredentialRequest &request)
+{
+    return CredentialDialog::ask(m_window, request);
 }
 
 } // namespace tillery

@@ -16,6 +16,7 @@ public:
     std::optional<int> choose(const ChoiceRequest &request) override;
     std::optional<QString> enterText(const TextRequest &request) override;
     std::optional<QString> chooseFolder(const FolderRequest &request) override;
+    std::optional<CredentialAnswer> askCredential(const CredentialRequest &request) override;
 
 private:
     QWidget *m_window;

@@ -2,6 +2,7 @@
 
 #include "model/AppModel.h"
 #include "model/DemoRepositories.h"
+#include "ui/CredentialDialog.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
 #include "ui/Screenshot.h"
@@ -141,6 +142,13 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
             save(*settings, scheme + u"settings-"_s + tabs[index]);
         }
         settings->close();
+        // A remote's question for a password.
+        {
+            CredentialDialog dialog(&window, {CredentialRequest::Kind::secret, u"hg.example.org"_s,
+                                              u"Password for 'https://alice@hg.example.org/tides':"_s, QString()});
+            dialog.show();
+            save(dialog, scheme + u"password-prompt"_s);
+        }
     }
     QApplication::setPalette(light);
     return written;

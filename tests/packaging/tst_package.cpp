@@ -64,6 +64,12 @@ private Q_SLOTS:
         QTest::newRow("desktop entry")
             << u"desktop-file-validate"_s
             << QStringList{u"{root}/usr/share/applications/org.tillery.Tillery.desktop"_s} << QString() << QString();
+        // Where Tillery looks for its helpers when installed: ../lib/tillery from bin.
+        QTest::newRow("password helper") << u"test"_s << QStringList{u"-x"_s, u"{root}/usr/lib/tillery/tillery-askpass"_s}
+                                         << QString() << QString();
+        QTest::newRow("Mercurial extension")
+            << u"test"_s << QStringList{u"-f"_s, u"{root}/usr/lib/tillery/tillery_askpass.py"_s} << QString()
+            << QString();
         QTest::newRow("libraries and a tool depended on")
             << u"dpkg-deb"_s << QStringList{u"--field"_s, u"{package}"_s, u"Depends"_s}
             << u"libqt6widgets6 (>= "_s << QString();

@@ -43,6 +43,14 @@ std::optional<QString> ScriptedPrompts::chooseFolder(const FolderRequest &reques
     return next(folderAnswers);
 }
 
+std::optional<CredentialAnswer> ScriptedPrompts::askCredential(const CredentialRequest &request)
+{
+    credentials.append(request);
+    if (whileAsking)
+        whileAsking(request);
+    return next(credentialAnswers);
+}
+
 void RecordingDesktop::open(const QString &path)
 {
     opened.append(path);

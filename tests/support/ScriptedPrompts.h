@@ -7,6 +7,8 @@
 #include <QMutex>
 #include <QStringList>
 
+#include <functional>
+
 #include <optional>
 
 namespace tillery::test {
@@ -29,6 +31,13 @@ public:
     QList<ChoiceRequest> choices;
     QList<TextRequest> texts;
     QList<FolderRequest> folders;
+
+    // A remote's questions for credentials, answered in order; one without an answer is cancelled.
+    std::optional<CredentialAnswer> askCredential(const CredentialRequest &request) override;
+    QList<std::optional<CredentialAnswer>> credentialAnswers;
+    QList<CredentialRequest> credentials;
+    // Runs while a question is on screen, before it is answered.
+    std::function<void(const CredentialRequest &)> whileAsking;
 };
 
 // Records the desktop services asked for; the Trash is a real one in the
