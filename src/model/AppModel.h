@@ -22,6 +22,7 @@
 #include "model/VersionControl.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
+#include "model/RepositoryWatcher.h"
 
 #include <QObject>
 #include <QSettings>
@@ -42,6 +43,8 @@ struct AppModelServices {
     Desktop &desktop;
     // Where custom repository pictures are kept.
     QString iconFolder;
+    // How many working folders live refresh may watch, short of the system's own limit.
+    std::optional<int> watchedFolderLimit = std::nullopt;
 };
 
 // The one object every view reads and every command calls. It lives on the
@@ -261,6 +264,13 @@ private:
     BranchActions m_branches;
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;
+
+public:
+    // Live refresh of the selected repository.
+    const RepositoryWatcher &repositoryWatcher() const { return *m_watcher; }
+
+private:
+    RepositoryWatcher *m_watcher = nullptr;
 };
 
 } // namespace tillery
