@@ -193,15 +193,15 @@ private Q_SLOTS:
         QTest::addColumn<QString>("madeFirst");
         QTest::addColumn<QString>("written");
         QTest::addColumn<QString>("listed");
-        for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
-            const QByteArray suffix = kind == RepositoryKind::git ? ", git" : ", hg";
-            QTest::newRow("new file in the root" + suffix) << kind << QString() << u"new.txt"_s << u"new.txt"_s;
-            QTest::newRow("new file deep down" + suffix)
-                << kind << QString() << u"src/deep/new.txt"_s << u"src/deep/new.txt"_s;
-            QTest::newRow("file in a folder made after the watch" + suffix)
-                << kind << u"later/inner"_s << u"later/inner/new.txt"_s << u"later/inner/new.txt"_s;
-            QTest::newRow("saved by replacing" + suffix) << kind << QString() << u"b.txt"_s << u"b.txt"_s;
-        }
+        test::addRowsForBothKinds("new file in the root",
+                                  [](QTestData &row) { row << QString() << u"new.txt"_s << u"new.txt"_s; });
+        test::addRowsForBothKinds("new file deep down", [](QTestData &row) {
+            row << QString() << u"src/deep/new.txt"_s << u"src/deep/new.txt"_s;
+        });
+        test::addRowsForBothKinds("file in a folder made after the watch", [](QTestData &row) {
+            row << u"later/inner"_s << u"later/inner/new.txt"_s << u"later/inner/new.txt"_s;
+        });
+        test::addRowsForBothKinds("saved by replacing", [](QTestData &row) { row << QString() << u"b.txt"_s << u"b.txt"_s; });
     }
 
     void externalChangesAppear()
@@ -321,11 +321,10 @@ private Q_SLOTS:
         QTest::addColumn<RepositoryKind>("kind");
         QTest::addColumn<QString>("madeLater");
         QTest::addColumn<QString>("written");
-        for (const RepositoryKind kind : {RepositoryKind::mercurial, RepositoryKind::git}) {
-            const QByteArray suffix = kind == RepositoryKind::git ? ", git" : ", hg";
-            QTest::newRow("present from the start" + suffix) << kind << QString() << u"build/sub/out.o"_s;
-            QTest::newRow("made later" + suffix) << kind << u"node_modules/pkg"_s << u"node_modules/pkg/index.js"_s;
-        }
+        test::addRowsForBothKinds("present from the start", [](QTestData &row) { row << QString() << u"build/sub/out.o"_s; });
+        test::addRowsForBothKinds("made later", [](QTestData &row) {
+            row << u"node_modules/pkg"_s << u"node_modules/pkg/index.js"_s;
+        });
     }
 
     void ignoredFolderWritesRefreshNothing()
