@@ -1,5 +1,7 @@
 #include "model/RepositoryWatcher.h"
 
+#include "process/Failure.h"
+
 #include <QFileInfo>
 
 namespace tillery {
@@ -91,7 +93,12 @@ void RepositoryWatcher::watch(const std::optional<Repository> &repository)
         &m_pool, this,
         [repository = *repository] {
             WatchPlan plan = repositoryMetadataPlan(repository);
-            plan.workingFolders = walkWorkingFolders(repository.path, {repository.path}, ignoredQuery(repository));
+            try {
+                plan.workingFolders = walkWorkingFolders(repository.path, {repository.path}, ignoredQuery(repository));
+            } catch (const Failure &) {
+                // A tool that cannot say what it ignores (a broken ignore file): the root alone.
+                plan.workingFolders = {repository.path};
+            }
             return plan;
         },
         [this, generation = m_generation](Outcome<WatchPlan> planned) {

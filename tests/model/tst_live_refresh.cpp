@@ -226,6 +226,24 @@ private Q_SLOTS:
         QVERIFY(refreshed.count() >= 1);
     }
 
+    // A tool that cannot say which folders it ignores leaves the root watched.
+    void failingIgnoreQueryWatchesTheRoot_data() { test::addKindColumn(); }
+
+    void failingIgnoreQueryWatchesTheRoot()
+    {
+        QFETCH(RepositoryKind, kind);
+        test::FakeToolBehaviour behaviour;
+        behaviour.customBody =
+            test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255");
+        const test::FakeTool failing(behaviour);
+        const test::ScopedEnvironmentVariable override(test::toolVariable(kind), failing.path().toUtf8());
+        Live live(kind, {{u"sub/c.txt"_s, "c\n"}});
+        QVERIFY(live.harness.settle());
+        QCOMPARE(live.model().repositoryWatcher().watchedFolderCount(), 1);
+        write(*live.repository, u"new.txt"_s);
+        QTRY_VERIFY_WITH_TIMEOUT(live.listed(u"new.txt"_s), 20000);
+    }
+
     // Commits and branches made on the command line show.
     void externalHistoryShows_data()
     {
