@@ -285,6 +285,38 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(shown(), 20000);
     }
 
+    // A linked work tree: its own HEAD and index in its git folder, the refs
+    // in the main one; a commit in it and a branch made in the main checkout show.
+    void linkedWorkTree()
+    {
+        test::GitFixture main;
+        main.write(u"a.txt"_s, "a\n");
+        main.commitAll(u"base"_s);
+        QTemporaryDir outside;
+        const QString tree = outside.filePath(u"tree"_s);
+        main.git({u"worktree"_s, u"add"_s, u"-q"_s, u"-b"_s, u"side"_s, tree});
+        ModelHarness harness;
+        AppModel &model = harness.start();
+        model.adoptRepository(Repository{tree, RepositoryKind::git});
+        QVERIFY(harness.settle());
+
+        test::writeFile(tree + u"/a.txt.new"_s, "changed\n");
+        QVERIFY(QFile::remove(tree + u"/a.txt"_s));
+        QVERIFY(QFile::rename(tree + u"/a.txt.new"_s, tree + u"/a.txt"_s));
+        test::runTool(u"git"_s, {u"commit"_s, u"-qam"_s, u"in the tree"_s}, tree);
+        const QString node =
+            QString::fromUtf8(test::runTool(u"git"_s, {u"rev-parse"_s, u"HEAD"_s}, tree)).trimmed();
+        QTRY_COMPARE_WITH_TIMEOUT(model.workspace().snapshot().history.value(0).node, node, 20000);
+
+        main.git({u"branch"_s, u"from-main"_s});
+        const auto shown = [&model] {
+            const QList<Bookmark> &bookmarks = model.workspace().snapshot().bookmarks;
+            return std::any_of(bookmarks.cbegin(), bookmarks.cend(),
+                               [](const Bookmark &bookmark) { return bookmark.name == u"from-main"_s; });
+        };
+        QTRY_VERIFY_WITH_TIMEOUT(shown(), 20000);
+    }
+
     // A burst of writes gives a refresh or a few, and the last state shows.
     void burstGivesFewRefreshes_data() { test::addKindColumn(); }
 
