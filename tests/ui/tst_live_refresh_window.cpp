@@ -13,10 +13,11 @@ using namespace tillery;
 
 namespace {
 
-// What the person sees and is doing, compared before and after a refresh.
+// What the person sees and is doing, before and after a refresh.
 struct Work {
     QString chosenFile;
     int changesScroll = 0;
+    Qt::CheckState chosenLines = Qt::Unchecked;
     QString chosenChangeset;
     int historyScroll = 0;
     QString typed;
@@ -27,8 +28,9 @@ struct Work {
 
 char *toString(const Work &work)
 {
-    return QTest::toString(u"file %1 at %2, changeset %3 at %4, \"%5\" cursor %6%7"_s.arg(work.chosenFile)
+    return QTest::toString(u"%1 at %2 (%3), %4 at %5, \"%6\" at %7%8"_s.arg(work.chosenFile)
                                .arg(work.changesScroll)
+                               .arg(work.chosenLines)
                                .arg(work.chosenChangeset)
                                .arg(work.historyScroll)
                                .arg(work.typed)
@@ -50,26 +52,31 @@ private Q_SLOTS:
     {
         QFETCH(RepositoryKind, kind);
         const auto repository = test::makeLongHistory(kind, 120);
+        repository->write(u"tracked.txt"_s, "one\ntwo\nthree\nfour\nfive\nsix\nseven\neight\n");
+        repository->commitAll(u"tracked"_s);
+        repository->write(u"tracked.txt"_s, "ONE\ntwo\nthree\nfour\nfive\nsix\nseven\nEIGHT\n");
         for (int index = 0; index < 150; ++index)
             repository->write(u"file-%1.txt"_s.arg(index, 3, 10, QChar(u'0')), "new\n");
         test::WindowHarness harness;
         harness.open();
-        harness.model().adoptRepository(Repository{repository->path(), kind});
+        AppModel &model = harness.model();
+        model.adoptRepository(Repository{repository->path(), kind});
         QVERIFY(harness.settle());
 
-        RepositoryWorkspace &workspace = *harness.window().workspace();
+        // A history row chosen, then on Changes a file, its first changed lines and a message half typed.
+        auto *history = test::child<QTableView>(*harness.window().workspace()->historyView(), u"history"_s);
         QListView *changes = harness.changes().list();
-        auto *history = test::child<QTableView>(*workspace.historyView(), u"history"_s);
-        harness.model().setTab(WorkspaceTab::history);
-        QVERIFY(harness.settle());
-        history->scrollTo(history->model()->index(60, 0), QAbstractItemView::PositionAtCenter);
-        test::clickRow(history, history->model()->index(60, 0));
-        QVERIFY(harness.settle());
-        harness.model().setTab(WorkspaceTab::changes);
-        QVERIFY(harness.settle());
-        changes->scrollTo(changes->model()->index(90, 0), QAbstractItemView::PositionAtCenter);
-        test::clickRow(changes, changes->model()->index(90, 0));
-        QVERIFY(harness.settle());
+        for (const auto &[tab, list, row] : {std::tuple<WorkspaceTab, QAbstractItemView *, int>{WorkspaceTab::history, history, 60},
+                                             {WorkspaceTab::changes, changes, 150}}) {
+            model.setTab(tab);
+            list->scrollTo(list->model()->index(row, 0), QAbstractItemView::PositionAtCenter);
+            test::clickRow(list, list->model()->index(row, 0));
+            QVERIFY(harness.settle());
+        }
+        const QList<PresentedDiffLine> &lines = model.diffSelection().diff().unifiedLines;
+        const auto deletion = std::find_if(lines.cbegin(), lines.cend(),
+                                           [](const PresentedDiffLine &line) { return line.kind == DiffLineKind::deletion; });
+        model.setShownLinesChosen(deletion - lines.cbegin(), deletion - lines.cbegin() + 1, true);
         auto *summary = test::child<QLineEdit>(*test::child<CommitBox>(harness.changes()));
         summary->setFocus();
         QTest::keyClicks(summary, u"Half typed"_s);
@@ -78,7 +85,8 @@ private Q_SLOTS:
         const auto seen = [&] {
             return Work{changes->currentIndex().data().toString(),
                         changes->verticalScrollBar()->value(),
-                        harness.model().diffSelection().selectedChangeset().value_or(Changeset{}).node,
+                        model.chosenLines().fileState(u"tracked.txt"_s),
+                        model.diffSelection().selectedChangeset().value_or(Changeset{}).node,
                         history->verticalScrollBar()->value(),
                         summary->text(),
                         summary->cursorPosition(),
@@ -86,14 +94,11 @@ private Q_SLOTS:
         };
         const Work before = seen();
         QVERIFY(before.changesScroll > 0 && before.historyScroll > 0 && before.typing);
+        QCOMPARE(before.chosenLines, Qt::PartiallyChecked);
         QVERIFY(!before.chosenChangeset.isEmpty());
 
-        const auto listed = [&harness](const QString &path) {
-            const QList<WorkingFile> &files = harness.model().workspace().snapshot().files;
-            return std::any_of(files.cbegin(), files.cend(), [&path](const WorkingFile &file) { return file.path == path; });
-        };
         repository->write(u"zzz-outside.txt"_s, "outside\n");
-        QTRY_VERIFY_WITH_TIMEOUT(listed(u"zzz-outside.txt"_s), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(model.workspace().snapshot().files.size(), 152, 20000);
         QVERIFY(harness.settle());
         QCOMPARE(seen(), before);
     }
