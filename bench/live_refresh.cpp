@@ -127,7 +127,8 @@ int main(int argc, char *argv[])
                 kind == RepositoryKind::git
                     ? ToolCommand{{u"ls-files"_s, u"--others"_s, u"--ignored"_s, u"--exclude-standard"_s, u"-z"_s}}
                     : ToolCommand{{u"status"_s, u"--ignored"_s, u"--no-status"_s, u"--print0"_s}};
-            const auto listed = kind == RepositoryKind::git ? runGit(everyIgnored, root) : runMercurial(everyIgnored, root);
+            const auto listed =
+                kind == RepositoryKind::git ? runGit(everyIgnored, root) : runMercurial(everyIgnored, root);
             out << QString::asprintf("%-10s walk asking about each depth %7.1f ms (%lld folders kept); "
                                      "listing every ignored file %7.1f ms (%lld bytes)\n",
                                      name, walking, static_cast<long long>(walked.size()),
@@ -150,8 +151,10 @@ int main(int argc, char *argv[])
             QElapsedTimer timer;
             timer.start();
             for (int index = 0; index < writes; ++index) {
-                writeFile(root + u"/part-%1/unit-%2/burst-%3-%4.txt"_s.arg(index % 50).arg(index % 100).arg(writes).arg(index),
-                          "burst\n");
+                writeFile(
+                    root
+                        + u"/part-%1/unit-%2/burst-%3-%4.txt"_s.arg(index % 50).arg(index % 100).arg(writes).arg(index),
+                    "burst\n");
                 QCoreApplication::processEvents();
             }
             const double burst = bench::milliseconds(timer.nsecsElapsed());

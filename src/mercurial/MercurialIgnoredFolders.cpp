@@ -42,7 +42,8 @@ QSet<QString> parseIgnoredFolders(const QByteArray &output, const QStringList &f
             ++line;
             continue;
         }
-        if (verdict == name + " is ignored" || verdict.startsWith(name + " is ignored because of containing directory ")) {
+        if (verdict == name + " is ignored"
+            || verdict.startsWith(name + " is ignored because of containing directory ")) {
             ignored.insert(folder);
             ++line;
             continue;

@@ -159,7 +159,7 @@ FileStamps stampsOf(const QStringList &paths)
     FileStamps stamps;
     for (const QString &path : paths) {
         FileStamp stamp;
-        struct stat status {};
+        struct stat status { };
         if (::stat(QFile::encodeName(path).constData(), &status) == 0) {
             stamp.exists = true;
             stamp.size = status.st_size;

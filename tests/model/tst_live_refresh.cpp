@@ -43,7 +43,8 @@ struct Live {
         write(u"a.txt"_s);
         write(u"b.txt"_s);
         write(u"sub/c.txt"_s);
-        write(git ? u".gitignore"_s : u".hgignore"_s, git ? "build/\nnode_modules/\n" : "syntax: glob\nbuild\nnode_modules\n");
+        write(git ? u".gitignore"_s : u".hgignore"_s,
+              git ? "build/\nnode_modules/\n" : "syntax: glob\nbuild\nnode_modules\n");
         repository->commitAll(u"base"_s);
         QDir(repository->path()).mkpath(u"build/sub"_s);
         harness.watchedFolderLimit = folderLimit;
@@ -63,7 +64,8 @@ struct Live {
     bool listed(const QString &path)
     {
         const QList<WorkingFile> &files = model().workspace().snapshot().files;
-        return std::any_of(files.cbegin(), files.cend(), [&path](const WorkingFile &file) { return file.path == path; });
+        return std::any_of(files.cbegin(), files.cend(),
+                           [&path](const WorkingFile &file) { return file.path == path; });
     }
     bool hasBookmark(const QString &name)
     {
@@ -130,9 +132,9 @@ private Q_SLOTS:
         QTest::addColumn<int>("questions");
         QTest::newRow("plain tree") << QStringList{u"a/b/c"_s, u"d"_s} << QStringList()
                                     << QStringList{u""_s, u"a"_s, u"a/b"_s, u"a/b/c"_s, u"d"_s} << 3;
-        QTest::newRow("ignored folder and below") << QStringList{u"build/x/y"_s, u"src/build"_s}
-                                                  << QStringList{u"build"_s, u"src/build"_s}
-                                                  << QStringList{u""_s, u"src"_s} << 2;
+        QTest::newRow("ignored folder and below")
+            << QStringList{u"build/x/y"_s, u"src/build"_s} << QStringList{u"build"_s, u"src/build"_s}
+            << QStringList{u""_s, u"src"_s} << 2;
         QTest::newRow("tool folders and a nested repository")
             << QStringList{u".git/refs"_s, u"sub/.hg/store"_s, u"keep/.hg-not"_s} << QStringList()
             << QStringList{u""_s, u"keep"_s, u"keep/.hg-not"_s} << 2;
@@ -189,25 +191,37 @@ private Q_SLOTS:
         QTest::addColumn<Step>("change");
         QTest::addColumn<Check>("shown");
         const Step nothing = [](Live &) {};
-        listedAfter("new file in the root", nothing, [](Live &live) { live.write(u"new.txt"_s); }, u"new.txt"_s);
-        listedAfter("new file in a subfolder", nothing, [](Live &live) { live.write(u"sub/new.txt"_s); }, u"sub/new.txt"_s);
-        listedAfter("saved by replacing", nothing, [](Live &live) { live.replace(u"b.txt"_s); }, u"b.txt"_s);
-        listedAfter("in a folder made after the watch", [](Live &live) { live.makeFolder(u"later/inner"_s); },
-                    [](Live &live) { live.write(u"later/inner/new.txt"_s); }, u"later/inner/new.txt"_s);
+        listedAfter(
+            "new file in the root", nothing, [](Live &live) { live.write(u"new.txt"_s); }, u"new.txt"_s);
+        listedAfter(
+            "new file in a subfolder", nothing, [](Live &live) { live.write(u"sub/new.txt"_s); }, u"sub/new.txt"_s);
+        listedAfter(
+            "saved by replacing", nothing, [](Live &live) { live.replace(u"b.txt"_s); }, u"b.txt"_s);
+        listedAfter(
+            "in a folder made after the watch", [](Live &live) { live.makeFolder(u"later/inner"_s); },
+            [](Live &live) { live.write(u"later/inner/new.txt"_s); }, u"later/inner/new.txt"_s);
         test::addRowsForBothKinds("commit on the command line", [&nothing](QTestData &row) {
             row << nothing << Step([](Live &live) {
                 live.replace(u"a.txt"_s);
                 live.expected = live.repository->commitAll(u"outside"_s);
-            }) << Check([](Live &live) { return live.model().workspace().snapshot().history.value(0).node == live.expected; });
+            }) << Check([](Live &live) {
+                return live.model().workspace().snapshot().history.value(0).node == live.expected;
+            });
         });
         const Check second = [](Live &live) { return live.hasBookmark(u"team/second"_s); };
-        QTest::newRow("bookmark, mercurial")
-            << RepositoryKind::mercurial << Step([](Live &live) { live.repository->tool({u"bookmark"_s, u"first"_s}); })
-            << Step([](Live &live) { live.repository->tool({u"bookmark"_s, u"--inactive"_s, u"team/second"_s}); })
-            << second;
+        QTest::newRow("bookmark, mercurial") << RepositoryKind::mercurial << Step([](Live &live) {
+            live.repository->tool({u"bookmark"_s, u"first"_s});
+        }) << Step([](Live &live) {
+            live.repository->tool({u"bookmark"_s, u"--inactive"_s, u"team/second"_s});
+        }) << second;
         QTest::newRow("branch in a ref folder made after the watch, git")
-            << RepositoryKind::git << Step([](Live &live) { live.repository->tool({u"branch"_s, u"team/first"_s}); })
-            << Step([](Live &live) { live.repository->tool({u"branch"_s, u"team/second"_s}); }) << second;
+            << RepositoryKind::git << Step([](Live &live) {
+                   live.repository->tool({u"branch"_s, u"team/first"_s});
+               })
+            << Step([](Live &live) {
+                   live.repository->tool({u"branch"_s, u"team/second"_s});
+               })
+            << second;
     }
 
     void externalChangesShow()
@@ -237,14 +251,16 @@ private Q_SLOTS:
         };
         const Step nothing = [](Live &) {};
         rows("ignored folder there from the start", 0, nothing, [](Live &live) { live.write(u"build/sub/out.o"_s); });
-        rows("ignored folder made later", 0, [](Live &live) { live.makeFolder(u"node_modules/pkg"_s); },
-             [](Live &live) { live.write(u"node_modules/pkg/index.js"_s); });
-        rows("a repository no longer selected", 0,
-             [](Live &live) {
-                 live.other = test::makeFixture(RepositoryKind::git);
-                 live.model().adoptRepository(Repository{live.other->path(), RepositoryKind::git});
-             },
-             [](Live &live) { live.write(u"new.txt"_s); });
+        rows(
+            "ignored folder made later", 0, [](Live &live) { live.makeFolder(u"node_modules/pkg"_s); },
+            [](Live &live) { live.write(u"node_modules/pkg/index.js"_s); });
+        rows(
+            "a repository no longer selected", 0,
+            [](Live &live) {
+                live.other = test::makeFixture(RepositoryKind::git);
+                live.model().adoptRepository(Repository{live.other->path(), RepositoryKind::git});
+            },
+            [](Live &live) { live.write(u"new.txt"_s); });
         rows("own commit, then another program's lock", 1, nothing, [](Live &live) {
             live.model().setSelectedFilePaths({u"a.txt"_s});
             live.model().setCommitSummary(u"From Tillery"_s);
@@ -325,7 +341,8 @@ private Q_SLOTS:
         const qint64 allowed = 2 + burst.elapsed() / RepositoryWatcher::longestWaitMilliseconds;
         QVERIFY(live.harness.settle());
         QVERIFY(live.listed(u"burst-199.txt"_s));
-        QVERIFY2(refreshed.count() >= 1 && refreshed.count() <= allowed, qPrintable(QString::number(refreshed.count())));
+        QVERIFY2(refreshed.count() >= 1 && refreshed.count() <= allowed,
+                 qPrintable(QString::number(refreshed.count())));
     }
 
     // A change made while a live refresh runs shows once it is done.
@@ -377,8 +394,8 @@ private Q_SLOTS:
         behaviour.customBody =
             test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255");
         const test::FakeTool failing(behaviour);
-        const test::ScopedEnvironmentVariable override(test::toolVariable(kind),
-                                                       failingQuery ? std::optional(failing.path().toUtf8()) : std::nullopt);
+        const test::ScopedEnvironmentVariable override(
+            test::toolVariable(kind), failingQuery ? std::optional(failing.path().toUtf8()) : std::nullopt);
         const bool limited = limit == 1;
         QStringList shown;
         Live live(kind, limit);

@@ -66,16 +66,18 @@ private Q_SLOTS:
         // A history row chosen, then on Changes a file, its first changed lines and a message half typed.
         auto *history = test::child<QTableView>(*harness.window().workspace()->historyView(), u"history"_s);
         QListView *changes = harness.changes().list();
-        for (const auto &[tab, list, row] : {std::tuple<WorkspaceTab, QAbstractItemView *, int>{WorkspaceTab::history, history, 60},
-                                             {WorkspaceTab::changes, changes, 150}}) {
+        for (const auto &[tab, list, row] :
+             {std::tuple<WorkspaceTab, QAbstractItemView *, int>{WorkspaceTab::history, history, 60},
+              {WorkspaceTab::changes, changes, 150}}) {
             model.setTab(tab);
             list->scrollTo(list->model()->index(row, 0), QAbstractItemView::PositionAtCenter);
             test::clickRow(list, list->model()->index(row, 0));
             QVERIFY(harness.settle());
         }
         const QList<PresentedDiffLine> &lines = model.diffSelection().diff().unifiedLines;
-        const auto deletion = std::find_if(lines.cbegin(), lines.cend(),
-                                           [](const PresentedDiffLine &line) { return line.kind == DiffLineKind::deletion; });
+        const auto deletion = std::find_if(lines.cbegin(), lines.cend(), [](const PresentedDiffLine &line) {
+            return line.kind == DiffLineKind::deletion;
+        });
         model.setShownLinesChosen(deletion - lines.cbegin(), deletion - lines.cbegin() + 1, true);
         auto *summary = test::child<QLineEdit>(*test::child<CommitBox>(harness.changes()));
         summary->setFocus();
