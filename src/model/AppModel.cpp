@@ -67,6 +67,10 @@ AppModel::AppModel(const AppModelServices &services, QObject *parent)
     m_credentials =
         new CredentialBroker(services.prompts, services.secrets ? *services.secrets : *m_desktopSecrets, this);
     m_operations.setCredentialBroker(m_credentials);
+    m_watcher = new RepositoryWatcher(m_pool, *m_activity, services.watchedFolderLimit, this);
+    connect(m_workspace, &Workspace::selectedRepositoryChanged, m_watcher,
+            [this] { m_watcher->watch(m_workspace->selectedRepository()); });
+    connect(m_watcher, &RepositoryWatcher::refreshNeeded, this, [this] { refresh(); });
 }
 
 void AppModel::showChangesetInHistory(const QString &node)
@@ -112,7 +116,7 @@ bool AppModel::isIdle() const
 {
     return runningBackgroundWork() == 0 && !m_activity->isBusy() && !m_diffSelection->isLoadingDiff()
            && !m_diffSelection->isLoadingChangesetFiles() && !m_historyBrowser->isLoading()
-           && m_annotation->state() != Annotation::State::loading;
+           && m_annotation->state() != Annotation::State::loading && !m_watcher->isPending();
 }
 
 void AppModel::start()

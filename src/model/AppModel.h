@@ -24,6 +24,7 @@
 #include "model/LastCommitActions.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
+#include "model/RepositoryWatcher.h"
 
 #include <QObject>
 #include <QSettings>
@@ -46,6 +47,8 @@ struct AppModelServices {
     QString iconFolder;
     // Where remembered passwords are kept; nothing: the desktop's secret store.
     SecretStore *secrets = nullptr;
+    // How many working folders live refresh may watch, short of the system's own limit.
+    std::optional<int> watchedFolderLimit = std::nullopt;
 };
 
 // The one object every view reads and every command calls. It lives on the
@@ -145,6 +148,8 @@ public:
     // start): each repository is added if it is new and the last one is
     // selected; the folders that hold none are named in one error.
     void openFolders(const QStringList &folders);
+    // Live refresh of the selected repository.
+    const RepositoryWatcher &repositoryWatcher() const { return *m_watcher; }
     // "Amend Last Commit" by the commit button, and "Undo Last Commit…".
     void setAmendingLastCommit(bool amending) { m_lastCommit.setAmending(amending); }
     bool canUndoLastCommit() const { return m_lastCommit.canUndoLastCommit(); }
@@ -278,6 +283,7 @@ private:
     // Credentials asked for while remote commands run.
     std::unique_ptr<SecretStore> m_desktopSecrets;
     CredentialBroker *m_credentials;
+    RepositoryWatcher *m_watcher = nullptr;
 };
 
 } // namespace tillery

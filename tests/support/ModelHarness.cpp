@@ -16,7 +16,8 @@ ModelHarness::ModelHarness()
 AppModel &ModelHarness::start()
 {
     m_model.reset();
-    m_model = std::make_unique<AppModel>(AppModelServices{*m_settings, prompts, desktop, iconFolder()});
+    m_model = std::make_unique<AppModel>(
+        AppModelServices{*m_settings, prompts, desktop, iconFolder(), watchedFolderLimit});
     m_model->start();
     return *m_model;
 }

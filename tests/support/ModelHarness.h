@@ -31,6 +31,8 @@ public:
 
     ScriptedPrompts prompts;
     RecordingDesktop desktop;
+    // How many working folders the started model's live refresh may watch.
+    std::optional<int> watchedFolderLimit;
 
 private:
     QTemporaryDir m_folder;
