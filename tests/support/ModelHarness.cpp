@@ -17,7 +17,7 @@ AppModel &ModelHarness::start()
 {
     m_model.reset();
     m_model = std::make_unique<AppModel>(
-        AppModelServices{*m_settings, prompts, desktop, iconFolder(), watchedFolderLimit});
+        AppModelServices{*m_settings, prompts, desktop, iconFolder(), nullptr, watchedFolderLimit});
     m_model->start();
     return *m_model;
 }
