@@ -22,6 +22,7 @@
 #include "model/VersionControl.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
+#include "model/CommandLogFeed.h"
 
 #include <QObject>
 #include <QSettings>
@@ -261,6 +262,13 @@ private:
     BranchActions m_branches;
     OpenActions m_open;
     HistoryNavigation *m_historyNavigation;
+
+public:
+    // Every tool command run, for the Command Log window.
+    CommandLogFeed &commandLog() { return *m_commandLog; }
+
+private:
+    CommandLogFeed *m_commandLog = new CommandLogFeed(this);
 };
 
 } // namespace tillery

@@ -7,6 +7,7 @@
 #include "ui/AboutSheet.h"
 #include "ui/CloneSheet.h"
 #include "ui/CreateBookmarkSheet.h"
+#include "ui/CommandLogWindow.h"
 #include "ui/HistoryView.h"
 #include "ui/RepositorySettingsSheet.h"
 #include "ui/RepositoryWorkspace.h"
@@ -210,6 +211,10 @@ void MainWindow::buildMenus()
                        << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
+
+    QMenu *view = bar->addMenu(tr("View"));
+    add(view, tr("Command Log"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_L),
+        [this] { showCommandLog(m_model, this); });
 }
 
 void MainWindow::openSettings()

@@ -2,6 +2,7 @@
 
 #include "model/AppModel.h"
 #include "model/DemoRepositories.h"
+#include "ui/CommandLogWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
 #include "ui/Screenshot.h"
@@ -11,6 +12,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -141,6 +143,12 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
             save(*settings, scheme + u"settings-"_s + tabs[index]);
         }
         settings->close();
+        if (!dark) {
+            CommandLogWindow *log = showCommandLog(model, &window);
+            log->table()->selectRow(0);
+            save(*log, scheme + u"command-log"_s);
+            log->close();
+        }
     }
     QApplication::setPalette(light);
     return written;
