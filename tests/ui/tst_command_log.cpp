@@ -48,6 +48,17 @@ ShellRun runInShell(const QString &line)
     return {shell.readAllStandardOutput(), shell.exitCode()};
 }
 
+// Counts the calls posted to an object.
+class PostedCalls final : public QObject {
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::MetaCall;
+        return false;
+    }
+    int count = 0;
+};
+
 } // namespace
 
 class CommandLogTest : public QObject {
@@ -197,6 +208,8 @@ private Q_SLOTS:
         CommandLogModel rows(feed);
         QAbstractItemModelTester tester(&rows, QAbstractItemModelTester::FailureReportingMode::QtTest);
         QSignalSpy batches(&feed, &CommandLogFeed::entriesAdded);
+        PostedCalls posted;
+        feed.installEventFilter(&posted);
         const int burst = 30;
         QtConcurrent::run([&] {
             for (int run = 0; run < burst; ++run)
@@ -204,6 +217,7 @@ private Q_SLOTS:
         }).waitForFinished();
         QVERIFY(batches.wait());
         QCOMPARE(batches.size(), 1);
+        QCOMPARE(posted.count, 1);
         QCOMPARE(batches.first().first().value<QList<CommandLogEntry>>().size(), burst);
         static const QRegularExpression name(uR"(name(\d+))"_s);
         for (int row = 0; row < burst; ++row) {
