@@ -20,6 +20,12 @@ QString durationText(qint64 milliseconds)
     return CommandLogModel::tr("%1 s").arg(QLocale().toString(milliseconds / 1000.0, 'f', 1));
 }
 
+// The line on one row: breaks and tabs inside quoted arguments shown as escapes.
+QString oneLine(QString text)
+{
+    return text.replace(u'\n', u"\\n"_s).replace(u'\t', u"\\t"_s).replace(u'\r', u"\\r"_s);
+}
+
 } // namespace
 
 CommandLogModel::CommandLogModel(CommandLogFeed &feed, QObject *parent)
@@ -113,7 +119,7 @@ QVariant CommandLogModel::data(const QModelIndex &index, int role) const
     case repository:
         return QFileInfo(entry.directory).fileName();
     case command:
-        return commandLineText(entry);
+        return oneLine(commandLineText(entry));
     case duration:
         return durationText(entry.durationMilliseconds);
     case status:

@@ -46,11 +46,12 @@ CommandLogWindow::CommandLogWindow(AppModel &model, QWidget *parent)
     m_table->setAlternatingRowColors(true);
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     QHeaderView *header = m_table->horizontalHeader();
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
     header->setSectionResizeMode(CommandLogModel::command, QHeaderView::Stretch);
     header->setSectionResizeMode(CommandLogModel::repository, QHeaderView::Interactive);
-    header->resizeSection(CommandLogModel::repository, 140);
+    header->resizeSection(CommandLogModel::repository, 200);
     m_table->setTextElideMode(Qt::ElideMiddle);
 
     auto *copy = new QAction(tr("Copy"), m_table);
