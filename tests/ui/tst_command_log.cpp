@@ -168,6 +168,27 @@ private Q_SLOTS:
             QCOMPARE(QString::fromUtf8(repeated.output).trimmed(), *resolved);
     }
 
+    // A run with an environment of its own (a second index) repeats with it.
+    void perRunEnvironmentIsRepeated()
+    {
+        test::GitFixture repository;
+        repository.write(u"a.txt"_s, "one\n"_ba);
+        repository.commitAll(u"first"_s);
+        repository.write(u"b .txt"_s, "two\n"_ba);
+        const QTemporaryDir scratch;
+        RunControl ownIndex;
+        ownIndex.environment = {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"the index"_s)}};
+        runGit(ToolCommand{{u"read-tree"_s, u"HEAD"_s}, {0}}, repository.path(), ownIndex);
+        runGit(ToolCommand{{u"add"_s, u"--"_s, u"b .txt"_s}, {0}}, repository.path(), ownIndex);
+        const quint64 before = newestSequence();
+        const CommandOutput listed = runGit(ToolCommand{{u"ls-files"_s}, {0}}, repository.path(), ownIndex);
+        QCOMPARE(listed.standardOutput, "a.txt\nb .txt\n"_ba);
+        const QList<CommandLogEntry> entries = CommandLog::shared().entriesAfter(before);
+        QCOMPARE(entries.size(), 1);
+        const ShellRun repeated = runInShell(repeatableCommandText(entries.first()));
+        QCOMPARE(repeated.output, listed.standardOutput);
+    }
+
     // A stream of git output is logged when it ends, and as cancelled when let go before.
     void streamsAreLoggedWhenTheyEnd_data()
     {
