@@ -7,6 +7,7 @@
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
 #include "model/ChosenLines.h"
+#include "model/CommandLogFeed.h"
 #include "model/DiffSelection.h"
 #include "model/HistoryBrowser.h"
 #include "model/HistoryNavigation.h"
@@ -22,7 +23,6 @@
 #include "model/VersionControl.h"
 #include "model/WorkingCopyActions.h"
 #include "model/Workspace.h"
-#include "model/CommandLogFeed.h"
 
 #include <QObject>
 #include <QSettings>
