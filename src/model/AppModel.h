@@ -7,6 +7,7 @@
 #include "model/BranchActions.h"
 #include "model/Desktop.h"
 #include "model/ChosenLines.h"
+#include "model/CommandLogFeed.h"
 #include "model/DiffSelection.h"
 #include "model/HistoryBrowser.h"
 #include "model/HistoryNavigation.h"
@@ -148,6 +149,8 @@ public:
     // start): each repository is added if it is new and the last one is
     // selected; the folders that hold none are named in one error.
     void openFolders(const QStringList &folders);
+    // Every tool command run, for the Command Log window.
+    CommandLogFeed &commandLog() { return *m_commandLog; }
     // Live refresh of the selected repository.
     const RepositoryWatcher &repositoryWatcher() const { return *m_watcher; }
     // "Amend Last Commit" by the commit button, and "Undo Last Commit…".
@@ -284,6 +287,7 @@ private:
     std::unique_ptr<SecretStore> m_desktopSecrets;
     CredentialBroker *m_credentials;
     RepositoryWatcher *m_watcher = nullptr;
+    CommandLogFeed *m_commandLog = new CommandLogFeed(this);
 };
 
 } // namespace tillery

@@ -1,6 +1,7 @@
 #include "process/ToolRunner.h"
 
 #include "process/ChildProcess.h"
+#include "process/CommandLog.h"
 #include "process/CommandServerPool.h"
 #include "process/Executables.h"
 #include "process/MercurialConfigurationFiles.h"
@@ -68,6 +69,18 @@ void superviseRun(QProcess &process, const ToolInvocation &tool, const RunContro
     }
 }
 
+// What the runner puts before the command's arguments for this run.
+QStringList runArguments(const ToolInvocation &tool, const RunControl &control)
+{
+    return control.progress ? tool.leadingArguments + tool.progressArguments : tool.leadingArguments;
+}
+
+// What the runner sets in the environment for this run alone.
+QList<std::pair<QString, QString>> runEnvironment(const ToolInvocation &tool, const RunControl &control)
+{
+    return control.progress ? control.environment + tool.progressEnvironment : control.environment;
+}
+
 template <typename ToolFailureType>
 FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, const std::optional<QString> &directory,
                      const RunControl &control)
@@ -79,15 +92,11 @@ FinishedRun runToEnd(const ToolInvocation &tool, const QStringList &arguments, c
 
     QProcess process;
     process.setProgram(*tool.executable);
-    QStringList fullArguments = tool.leadingArguments;
     QProcessEnvironment environment = tool.environment;
-    for (const auto &[name, value] : control.environment)
+    for (const auto &[name, value] : runEnvironment(tool, control))
         environment.insert(name, value);
-    if (control.progress) {
-        fullArguments += tool.progressArguments;
-        for (const auto &[name, value] : tool.progressEnvironment)
-            environment.insert(name, value);
-    }
+    // The credential channel stays out of the command log: a run repeated by hand asks on its terminal.
+    QStringList fullArguments = runArguments(tool, control);
     if (control.credentials) {
         addCredentialVariables(environment, *control.credentials);
         fullArguments += tool.credentialArguments(*control.credentials);
@@ -189,32 +198,49 @@ CommandOutput runMercurial(const ToolCommand &command, const std::optional<QStri
                            const RunControl &control)
 {
     const ToolInvocation tool = mercurialInvocation();
-    std::optional<FinishedRun> run = runOnCommandServer(tool, command.arguments, directory, control);
-    if (!run)
-        run = runToEnd<MercurialFailure>(tool, command.arguments, directory, control);
-    return judge<MercurialFailure>(std::move(*run), command.arguments, command.acceptedStatuses);
+    LoggedRun log(u"hg"_s, runArguments(tool, control) + command.arguments, runEnvironment(tool, control), directory);
+    const FinishedRun run = withLoggedFailures(log, [&] {
+        std::optional<FinishedRun> served = runOnCommandServer(tool, command.arguments, directory, control);
+        if (!served)
+            return runToEnd<MercurialFailure>(tool, command.arguments, directory, control);
+        log.setServed();
+        return *served;
+    });
+    log.exited(run.status, run.crashed);
+    return judge<MercurialFailure>(run, command.arguments, command.acceptedStatuses);
 }
 
 CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &directory, const RunControl &control)
 {
-    return judge<GitFailure>(runToEnd<GitFailure>(gitInvocation(), command.arguments, directory, control),
-                             command.arguments, command.acceptedStatuses);
+    const ToolInvocation tool = gitInvocation();
+    LoggedRun log(u"git"_s, runArguments(tool, control) + command.arguments, runEnvironment(tool, control), directory);
+    const FinishedRun run =
+        withLoggedFailures(log, [&] { return runToEnd<GitFailure>(tool, command.arguments, directory, control); });
+    log.exited(run.status, run.crashed);
+    return judge<GitFailure>(run, command.arguments, command.acceptedStatuses);
 }
 
 std::unique_ptr<ToolStream> streamGit(const ToolCommand &command, const QString &directory)
 {
     const ToolInvocation tool = gitInvocation();
-    if (!tool.executable)
-        throw GitFailure::notInstalled();
-    if (RunCancellationScope::isCancelled())
-        throw CancellationFailure();
-    const std::optional<PipedChild> child = startPipedChild(
-        {*tool.executable, tool.leadingArguments + command.arguments, tool.environment.toStringList(), directory},
-        false, true);
-    if (!child)
-        throw PlatformFailure::launchFailed(*tool.executable, u"The program could not be started."_s);
+    // Recorded when the stream goes: judged, or let go before its end.
+    auto log = std::make_shared<LoggedRun>(u"git"_s, tool.leadingArguments + command.arguments,
+                                           QList<std::pair<QString, QString>>(), directory);
+    const PipedChild child = withLoggedFailures(*log, [&] {
+        if (!tool.executable)
+            throw GitFailure::notInstalled();
+        if (RunCancellationScope::isCancelled())
+            throw CancellationFailure();
+        const std::optional<PipedChild> started = startPipedChild(
+            {*tool.executable, tool.leadingArguments + command.arguments, tool.environment.toStringList(), directory},
+            false, true);
+        if (!started)
+            throw PlatformFailure::launchFailed(*tool.executable, u"The program could not be started."_s);
+        return *started;
+    });
     return std::make_unique<ToolStream>(
-        *child, [arguments = command.arguments, accepted = command.acceptedStatuses](const CommandOutput &output) {
+        child, [log, arguments = command.arguments, accepted = command.acceptedStatuses](const CommandOutput &output) {
+            log->exited(output.status);
             if (!accepted.contains(output.status))
                 throw GitFailure::rejected(arguments, output);
         });

@@ -6,6 +6,7 @@
 #include "model/Desktop.h"
 #include "ui/AboutSheet.h"
 #include "ui/CloneSheet.h"
+#include "ui/CommandLogWindow.h"
 #include "ui/CreateBookmarkSheet.h"
 #include "ui/HistoryView.h"
 #include "ui/RepositorySettingsSheet.h"
@@ -211,6 +212,10 @@ void MainWindow::buildMenus()
                        << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
+
+    QMenu *view = bar->addMenu(tr("View"));
+    add(view, tr("Command Log"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_L),
+        [this] { showCommandLog(m_model, this); });
 }
 
 void MainWindow::openSettings()

@@ -3,6 +3,7 @@
 #include "model/AppModel.h"
 #include "model/DemoRepositories.h"
 #include "ui/CredentialDialog.h"
+#include "ui/CommandLogWindow.h"
 #include "ui/MainWindow.h"
 #include "ui/Palettes.h"
 #include "ui/Screenshot.h"
@@ -12,6 +13,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QThread>
 
@@ -148,6 +150,12 @@ QStringList takeScreenshotTour(MainWindow &window, AppModel &model, const QList<
                                               u"Password for 'https://alice@hg.example.org/tides':"_s, QString()});
             dialog.show();
             save(dialog, scheme + u"password-prompt"_s);
+        }
+        if (!dark) {
+            CommandLogWindow *log = showCommandLog(model, &window);
+            log->table()->selectRow(0);
+            save(*log, scheme + u"command-log"_s);
+            log->close();
         }
     }
     QApplication::setPalette(light);
