@@ -114,8 +114,8 @@ void RepositoryWatcher::watch(const std::optional<Repository> &repository)
 void RepositoryWatcher::install(const WatchPlan &plan)
 {
     m_plan = plan;
-    m_watcher = std::make_unique<QFileSystemWatcher>();
-    connect(m_watcher.get(), &QFileSystemWatcher::directoryChanged, this, &RepositoryWatcher::folderChanged);
+    m_watcher = std::make_unique<FolderWatcher>();
+    connect(m_watcher.get(), &FolderWatcher::directoryChanged, this, &RepositoryWatcher::folderChanged);
     const QStringList stateFolders = existingFolders(plan.stateFolders);
     const QStringList unwatched = m_watcher->addPaths(stateFolders);
     for (const QString &folder : stateFolders) {

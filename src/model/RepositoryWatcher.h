@@ -2,10 +2,10 @@
 
 #include "model/ActivityState.h"
 #include "model/Background.h"
+#include "model/FolderWatcher.h"
 #include "model/WatchPlan.h"
 #include "records/Repository.h"
 
-#include <QFileSystemWatcher>
 #include <QObject>
 #include <QSet>
 #include <QTimer>
@@ -77,7 +77,7 @@ private:
     ActivityState &m_activity;
     std::optional<int> m_folderLimit;
     std::optional<Repository> m_repository;
-    std::unique_ptr<QFileSystemWatcher> m_watcher;
+    std::unique_ptr<FolderWatcher> m_watcher;
     quint64 m_generation = 0;
     bool m_settingUp = false;
     WatchPlan m_plan;

@@ -198,6 +198,8 @@ private Q_SLOTS:
         listedAfter(
             "saved by replacing", nothing, [](Live &live) { live.replace(u"b.txt"_s); }, u"b.txt"_s);
         listedAfter(
+            "rewritten in place", nothing, [](Live &live) { live.write(u"b.txt"_s, "rewritten\n"); }, u"b.txt"_s);
+        listedAfter(
             "in a folder made after the watch", [](Live &live) { live.makeFolder(u"later/inner"_s); },
             [](Live &live) { live.write(u"later/inner/new.txt"_s); }, u"later/inner/new.txt"_s);
         test::addRowsForBothKinds("commit on the command line", [&nothing](QTestData &row) {
@@ -298,7 +300,8 @@ private Q_SLOTS:
         QSignalSpy refreshed(&live.model().workspace(), &Workspace::snapshotChanged);
         change(live);
         QVERIFY(live.harness.settle());
-        QVERIFY(!live.model().activityState().presentedError());
+        const std::optional<PresentedError> error = live.model().activityState().presentedError();
+        QVERIFY2(!error, error ? qPrintable(error->title + u": "_s + error->message) : "");
         QCOMPARE(refreshed.count(), refreshes);
     }
 
