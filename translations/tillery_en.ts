@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>RelativeDate</name>
+    <message numerus="yes">
+        <source>%n day(s)</source>
+        <translation>
+            <numerusform>%n day</numerusform>
+            <numerusform>%n days</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>tillery::CommitBox</name>
     <message numerus="yes">
         <source>Commit %n File(s)</source>
@@ -19,12 +29,12 @@
     </message>
 </context>
 <context>
-    <name>RelativeDate</name>
+    <name>tillery::ConflictBanner</name>
     <message numerus="yes">
-        <source>%n day(s)</source>
+        <source>%n unresolved file(s)</source>
         <translation>
-            <numerusform>%n day</numerusform>
-            <numerusform>%n days</numerusform>
+            <numerusform>%n unresolved file</numerusform>
+            <numerusform>%n unresolved files</numerusform>
         </translation>
     </message>
 </context>

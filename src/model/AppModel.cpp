@@ -6,6 +6,7 @@
 #include "process/RemoteAddress.h"
 #include "process/RepositoryDetection.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
@@ -217,8 +218,9 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
 
 void AppModel::addRepository()
 {
-    const std::optional<QString> folder =
-        m_prompts.chooseFolder({u"Choose a Mercurial or Git Repository"_s, u"Add Repository"_s, false});
+    const std::optional<QString> folder = m_prompts.chooseFolder(
+        {QCoreApplication::translate("tillery::AppModel", "Choose a Mercurial or Git Repository"),
+         QCoreApplication::translate("tillery::AlertButtons", "Add Repository"), false});
     if (folder)
         addRepositories({QUrl::fromLocalFile(*folder)});
 }
@@ -249,9 +251,13 @@ void AppModel::adoptRepository(const Repository &repository)
 void AppModel::confirmRemove(const Repository &repository)
 {
     const AlertRequest request{
-        u"Remove “"_s + RepositoryLibrary::displayName(repository.path) + u"” from Tillery?"_s,
-        u"The repository will only be removed from the app. Files on disk will not be changed."_s,
-        {u"Remove"_s, u"Cancel"_s}};
+        QCoreApplication::translate("tillery::AppModel", "Remove “%1” from Tillery?")
+            .arg(RepositoryLibrary::displayName(repository.path)),
+        QCoreApplication::translate(
+            "tillery::AppModel",
+            "The repository will only be removed from the app. Files on disk will not be changed."),
+        {QCoreApplication::translate("tillery::AlertButtons", "Remove"),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_prompts.alert(request) == 0)
         remove(repository);
 }
@@ -315,7 +321,9 @@ void AppModel::renameFolder(const QUuid &folderId)
     }
     if (!folder)
         return;
-    const std::optional<QString> name = m_prompts.enterText({u"Rename Folder"_s, QString(), folder->name, u"Rename"_s});
+    const std::optional<QString> name =
+        m_prompts.enterText({QCoreApplication::translate("tillery::AppModel", "Rename Folder"), QString(), folder->name,
+                             QCoreApplication::translate("tillery::AlertButtons", "Rename")});
     if (name)
         m_library->renameFolder(folderId, *name);
 }
@@ -333,9 +341,12 @@ void AppModel::removeFolder(const QUuid &folderId)
     if (!found)
         return;
     const AlertRequest request{
-        u"Remove Folder “"_s + name + u"”?"_s,
-        u"Repositories in this folder will be moved to the main repository list. No files will be changed."_s,
-        {u"Remove Folder"_s, u"Cancel"_s}};
+        QCoreApplication::translate("tillery::AppModel", "Remove Folder “%1”?").arg(name),
+        QCoreApplication::translate(
+            "tillery::AppModel",
+            "Repositories in this folder will be moved to the main repository list. No files will be changed."),
+        {QCoreApplication::translate("tillery::AlertButtons", "Remove Folder"),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_prompts.alert(request) == 0)
         m_library->removeFolder(folderId);
 }

@@ -6,6 +6,7 @@
 #include "model/Workspace.h"
 #include "process/RepositoryDetection.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -64,7 +65,8 @@ void BranchActions::renameBookmark(const Bookmark &bookmark)
     if (!m_context.selected())
         return;
     const std::optional<QString> entered =
-        m_context.prompts.enterText({u"Rename Branch"_s, QString(), bookmark.name, u"Rename"_s});
+        m_context.prompts.enterText({QCoreApplication::translate("tillery::BranchActions", "Rename Branch"), QString(),
+                                     bookmark.name, QCoreApplication::translate("tillery::AlertButtons", "Rename")});
     if (!entered || entered->trimmed().isEmpty() || *entered == bookmark.name)
         return;
     m_context.runAndRefresh(u"Renaming branch"_s, [oldName = bookmark.name, newName = *entered](
@@ -79,10 +81,13 @@ void BranchActions::deleteBookmark(const Bookmark &bookmark)
     if (!target)
         return;
     const KindTraits &words = target->backend.traits();
-    const AlertRequest request{u"Delete Branch?"_s,
-                               u"The "_s + words.bookmark + u" “"_s + bookmark.name + u"” will be deleted. Its "_s
-                                   + words.changesets + u" will remain in the repository."_s,
-                               {u"Delete"_s, u"Cancel"_s}};
+    const AlertRequest request{
+        QCoreApplication::translate("tillery::BranchActions", "Delete Branch?"),
+        QCoreApplication::translate("tillery::BranchActions",
+                                    "The %1 “%2” will be deleted. Its %3 will remain in the repository.")
+            .arg(words.bookmark, bookmark.name, words.changesets),
+        {QCoreApplication::translate("tillery::AlertButtons", "Delete"),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     m_context.runAndRefresh(u"Deleting branch"_s,
@@ -118,12 +123,17 @@ std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, co
             candidates.append(bookmark.name);
     }
     if (candidates.isEmpty()) {
-        m_context.prompts.alert({title, u"There are no other branches to choose from."_s, {u"OK"_s}});
+        m_context.prompts.alert(
+            {title,
+             QCoreApplication::translate("tillery::BranchActions", "There are no other branches to choose from."),
+             {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
         return std::nullopt;
     }
     const KindTraits &words = target->backend.traits();
     const std::optional<int> chosen = m_context.prompts.choose(
-        {title, u"Choose a "_s + words.toolName + u' ' + words.bookmark + u'.', candidates, button});
+        {title,
+         QCoreApplication::translate("tillery::BranchActions", "Choose a %1 %2.").arg(words.toolName, words.bookmark),
+         candidates, button});
     if (!chosen || *chosen < 0 || *chosen >= candidates.size())
         return std::nullopt;
     return candidates[*chosen];
@@ -131,7 +141,9 @@ std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, co
 
 void BranchActions::merge()
 {
-    const std::optional<QString> target = chooseOtherBranch(u"Merge into Current Branch"_s, u"Merge"_s);
+    const std::optional<QString> target =
+        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Merge into Current Branch"),
+                          QCoreApplication::translate("tillery::AlertButtons", "Merge"));
     if (!target)
         return;
     m_context.runAndRefresh(
@@ -145,7 +157,8 @@ void BranchActions::squashMerge()
     if (!selected || !selected->backend.traits().hasSquashMerge)
         return;
     const std::optional<QString> target =
-        chooseOtherBranch(u"Squash and Merge into Current Branch"_s, u"Squash and Merge"_s);
+        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Squash and Merge into Current Branch"),
+                          QCoreApplication::translate("tillery::AlertButtons", "Squash and Merge"));
     if (!target)
         return;
     m_context.runAndRefresh(
@@ -155,7 +168,9 @@ void BranchActions::squashMerge()
 
 void BranchActions::rebase()
 {
-    const std::optional<QString> target = chooseOtherBranch(u"Rebase Current Branch"_s, u"Rebase"_s);
+    const std::optional<QString> target =
+        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Rebase Current Branch"),
+                          QCoreApplication::translate("tillery::AlertButtons", "Rebase"));
     if (!target)
         return;
     const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
@@ -167,7 +182,9 @@ void BranchActions::rebase()
 
 void BranchActions::compare()
 {
-    const std::optional<QString> target = chooseOtherBranch(u"Compare to Branch"_s, u"Compare"_s);
+    const std::optional<QString> target =
+        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Compare to Branch"),
+                          QCoreApplication::translate("tillery::AlertButtons", "Compare"));
     if (!target)
         return;
     const ActionContext::Selected selected = *m_context.selected();
@@ -248,15 +265,17 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
 
 void BranchActions::createRepository()
 {
-    const std::optional<int> kindChoice =
-        m_context.prompts.alert({u"Create a Repository"_s,
-                                 u"Choose the version control system for the new repository."_s,
-                                 {u"Mercurial"_s, u"Git"_s, u"Cancel"_s}});
+    const std::optional<int> kindChoice = m_context.prompts.alert(
+        {QCoreApplication::translate("tillery::BranchActions", "Create a Repository"),
+         QCoreApplication::translate("tillery::BranchActions",
+                                     "Choose the version control system for the new repository."),
+         {u"Mercurial"_s, u"Git"_s, QCoreApplication::translate("tillery::AlertButtons", "Cancel")}});
     if (!kindChoice || (*kindChoice != 0 && *kindChoice != 1))
         return;
     const RepositoryKind kind = *kindChoice == 0 ? RepositoryKind::mercurial : RepositoryKind::git;
-    const std::optional<QString> folder =
-        m_context.prompts.chooseFolder({u"Choose a Folder for the New Repository"_s, u"Create Repository"_s, true});
+    const std::optional<QString> folder = m_context.prompts.chooseFolder(
+        {QCoreApplication::translate("tillery::BranchActions", "Choose a Folder for the New Repository"),
+         QCoreApplication::translate("tillery::AlertButtons", "Create Repository"), true});
     if (!folder)
         return;
     const VersionControl *backend = &versionControl(kind);

@@ -6,6 +6,8 @@
 #include "model/Workspace.h"
 #include "process/CommitMessage.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -64,10 +66,12 @@ void ConflictActions::abortOperation()
     if (!target || current == OperationInProgress::none)
         return;
     const QString title = operationTitle(current, target->repository.kind);
-    const AlertRequest request{u"Abort the %1?"_s.arg(title.toLower()),
-                               u"The working copy goes back to how it was before the %1; what was resolved so far "
-                               "is lost."_s.arg(title.toLower()),
-                               {u"Abort %1"_s.arg(title), u"Cancel"_s}};
+    const AlertRequest request{
+        QCoreApplication::translate("tillery::ConflictActions", "Abort the %1?").arg(title.toLower()),
+        u"The working copy goes back to how it was before the %1; what was resolved so far "
+        "is lost."_s.arg(title.toLower()),
+        {QCoreApplication::translate("tillery::AlertButtons", "Abort %1").arg(title),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     m_context.runAndRefresh(u"Aborting %1"_s.arg(title.toLower()),

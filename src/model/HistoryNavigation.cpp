@@ -7,6 +7,8 @@
 #include "model/Prompts.h"
 #include "model/Workspace.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -64,11 +66,14 @@ void HistoryNavigation::goToChangeset()
         return;
     const KindTraits &traits = selected->backend.traits();
     const std::optional<QString> answer = m_context.prompts.enterText(
-        {u"Go to "_s + capitalized(traits.changeset),
+        {QCoreApplication::translate("tillery::HistoryNavigation", "Go to %1").arg(capitalized(traits.changeset)),
          traits.kind == RepositoryKind::mercurial
-             ? u"Enter a hash or its start, a revision number, or a tag, bookmark or branch name."_s
-             : u"Enter a hash or its start, or a tag or branch name."_s,
-         QString(), u"Go"_s});
+             ? QCoreApplication::translate(
+                 "tillery::HistoryNavigation",
+                 "Enter a hash or its start, a revision number, or a tag, bookmark or branch name.")
+             : QCoreApplication::translate("tillery::HistoryNavigation",
+                                           "Enter a hash or its start, or a tag or branch name."),
+         QString(), QCoreApplication::translate("tillery::AlertButtons", "Go")});
     const QString name = answer ? answer->trimmed() : QString();
     if (name.isEmpty())
         return;
@@ -83,10 +88,11 @@ void HistoryNavigation::goToChangeset()
                 return;
             if (!node) {
                 m_goingTo.clear();
-                m_context.prompts.alert({u"Nothing is named “"_s + name + u"”."_s,
-                                         u"No "_s + m_context.selected()->backend.traits().changeset
-                                             + u" has this hash, tag or name."_s,
-                                         {u"OK"_s}});
+                m_context.prompts.alert(
+                    {QCoreApplication::translate("tillery::HistoryNavigation", "Nothing is named “%1”.").arg(name),
+                     QCoreApplication::translate("tillery::HistoryNavigation", "No %1 has this hash, tag or name.")
+                         .arg(m_context.selected()->backend.traits().changeset),
+                     {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
                 return;
             }
             setSearchText(QString());
@@ -137,10 +143,12 @@ void HistoryNavigation::revealFinished(const QString &node, bool found)
         return;
     }
     if (wentTo) {
-        m_context.prompts.alert({u"This "_s + m_context.selected()->backend.traits().changeset
-                                     + u" is not in the history."_s,
-                                 u"It is not reachable from any branch, tag or head."_s,
-                                 {u"OK"_s}});
+        m_context.prompts.alert(
+            {QCoreApplication::translate("tillery::HistoryNavigation", "This %1 is not in the history.")
+                 .arg(m_context.selected()->backend.traits().changeset),
+             QCoreApplication::translate("tillery::HistoryNavigation",
+                                         "It is not reachable from any branch, tag or head."),
+             {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
     }
     // What was selected is gone: show what the page has.
     m_context.selection.showPage();

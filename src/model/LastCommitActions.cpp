@@ -4,6 +4,7 @@
 #include "model/Prompts.h"
 #include "model/Workspace.h"
 
+#include <QCoreApplication>
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -80,10 +81,11 @@ void LastCommitActions::undoLastCommit()
         return;
     const std::optional<Changeset> last = workingParentOf(m_context.workspace.snapshot());
     const QString named = last ? u"“%1”"_s.arg(last->summary) : u"The last commit"_s;
-    const AlertRequest request{u"Undo the last commit?"_s,
+    const AlertRequest request{QCoreApplication::translate("tillery::LastCommitActions", "Undo the last commit?"),
                                u"%1 will be taken back. Its changes return to the working copy, beside the changes "
                                "already there."_s.arg(named),
-                               {u"Undo Commit"_s, u"Cancel"_s}};
+                               {QCoreApplication::translate("tillery::AlertButtons", "Undo Commit"),
+                                QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     const ActionContext::Selected target = *m_context.selected();

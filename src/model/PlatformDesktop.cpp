@@ -3,6 +3,7 @@
 #include "integrations/FileManager.h"
 
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFile>
 #include <QGuiApplication>
@@ -41,7 +42,7 @@ QString fileManagerLabel(const QString &macLabel)
     return macLabel;
 #else
     Q_UNUSED(macLabel);
-    return u"Show in File Manager"_s;
+    return QCoreApplication::translate("tillery::Desktop", "Show in File Manager");
 #endif
 }
 

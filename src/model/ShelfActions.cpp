@@ -6,6 +6,7 @@
 #include "model/ShelfSelection.h"
 #include "model/Workspace.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 
 using namespace Qt::StringLiterals;
@@ -67,9 +68,11 @@ void ShelfActions::deleteSelected()
     if (!target || !shelf)
         return;
     const KindTraits &traits = target->backend.traits();
-    const AlertRequest request{u"Delete the %1 “%2”?"_s.arg(traits.shelf, shelf->title),
-                               u"Its changes will be gone for good."_s,
-                               {u"Delete"_s, u"Cancel"_s}};
+    const AlertRequest request{
+        QCoreApplication::translate("tillery::ShelfActions", "Delete the %1 “%2”?").arg(traits.shelf, shelf->title),
+        QCoreApplication::translate("tillery::ShelfActions", "Its changes will be gone for good."),
+        {QCoreApplication::translate("tillery::AlertButtons", "Delete"),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     m_context.runAndRefresh(u"Deleting "_s + traits.shelf,

@@ -9,6 +9,7 @@
 #include "model/Workspace.h"
 #include "process/WorkingFileRead.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 
 using namespace Qt::StringLiterals;
@@ -21,12 +22,18 @@ QString discardExplanation(qsizetype tracked, qsizetype untracked)
 {
     const bool one = tracked + untracked == 1;
     if (tracked > 0 && untracked > 0)
-        return u"Tracked files will be restored to their last committed state. Untracked files will be moved to the Trash."_s;
+        return QCoreApplication::translate("tillery::WorkingCopyActions",
+                                           "Tracked files will be restored to their last committed state. Untracked "
+                                           "files will be moved to the Trash.");
     if (tracked > 0)
-        return one ? u"The file will be restored to its last committed state."_s
-                   : u"The files will be restored to their last committed state."_s;
-    return one ? u"The untracked file will be moved to the Trash."_s
-               : u"The untracked files will be moved to the Trash."_s;
+        return one ? QCoreApplication::translate("tillery::WorkingCopyActions",
+                                                 "The file will be restored to its last committed state.")
+                   : QCoreApplication::translate("tillery::WorkingCopyActions",
+                                                 "The files will be restored to their last committed state.");
+    return one ? QCoreApplication::translate("tillery::WorkingCopyActions",
+                                             "The untracked file will be moved to the Trash.")
+               : QCoreApplication::translate("tillery::WorkingCopyActions",
+                                             "The untracked files will be moved to the Trash.");
 }
 
 } // namespace
@@ -85,14 +92,22 @@ void WorkingCopyActions::discardShownLines(qsizetype first, qsizetype last)
     if (!changes || !target)
         return;
     const qsizetype count = changes->lines.size();
-    const QString message = count == 1 ? u"Discard this changed line?"_s
-                                       : u"Discard these %1 changed lines?"_s.arg(count);
+    const QString message =
+        count == 1
+            ? QCoreApplication::translate("tillery::WorkingCopyActions", "Discard this changed line?")
+            : QCoreApplication::translate("tillery::WorkingCopyActions", "Discard these %1 changed lines?").arg(count);
     const QString explanation =
-        u"They will be undone in “%1”. A copy of the file as it is now is kept in the folder “%2” "
-        "of the repository's %3 folder."_s.arg(changes->file.path, u"tillery/discarded"_s,
-                                                target->backend.traits().kind == RepositoryKind::git ? u".git"_s
-                                                                                                     : u".hg"_s);
-    if (m_context.prompts.alert({message, explanation, {u"Discard"_s, u"Cancel"_s}}) != 0)
+        QCoreApplication::translate(
+            "tillery::WorkingCopyActions",
+            "They will be undone in “%1”. A copy of the file as it is now is kept in the folder “%2” "
+            "of the repository's %3 folder.")
+            .arg(changes->file.path, u"tillery/discarded"_s,
+                 target->backend.traits().kind == RepositoryKind::git ? u".git"_s : u".hg"_s);
+    if (m_context.prompts.alert({message,
+                                 explanation,
+                                 {QCoreApplication::translate("tillery::AlertButtons", "Discard"),
+                                  QCoreApplication::translate("tillery::AlertButtons", "Cancel")}})
+        != 0)
         return;
     m_context.runAndRefresh(u"Discarding lines"_s, [changes = *changes](const VersionControl &backend,
                                                                         const QString &path) {
@@ -113,10 +128,15 @@ void WorkingCopyActions::discardSelected()
     const qsizetype count = tracked.size() + untracked.size();
     if (count == 0)
         return;
-    const QString message = count == 1 ? u"Discard changes to “"_s + (tracked + untracked).first() + u"”?"_s
-                                       : u"Discard changes to "_s + QString::number(count) + u" selected files?"_s;
-    if (m_context.prompts.alert(
-            {message, discardExplanation(tracked.size(), untracked.size()), {u"Discard"_s, u"Cancel"_s}})
+    const QString message =
+        count == 1 ? QCoreApplication::translate("tillery::WorkingCopyActions", "Discard changes to “%1”?")
+                         .arg((tracked + untracked).first())
+                   : QCoreApplication::translate("tillery::WorkingCopyActions", "Discard changes to %1 selected files?")
+                         .arg(count);
+    if (m_context.prompts.alert({message,
+                                 discardExplanation(tracked.size(), untracked.size()),
+                                 {QCoreApplication::translate("tillery::AlertButtons", "Discard"),
+                                  QCoreApplication::translate("tillery::AlertButtons", "Cancel")}})
         != 0)
         return;
 
@@ -142,9 +162,12 @@ void WorkingCopyActions::discardAll()
     if (!m_context.selected())
         return;
     const AlertRequest request{
-        u"Discard All Changes?"_s,
-        u"All tracked working-copy changes will be permanently reverted. Untracked files will be left untouched."_s,
-        {u"Discard Changes"_s, u"Cancel"_s}};
+        QCoreApplication::translate("tillery::WorkingCopyActions", "Discard All Changes?"),
+        QCoreApplication::translate(
+            "tillery::WorkingCopyActions",
+            "All tracked working-copy changes will be permanently reverted. Untracked files will be left untouched."),
+        {QCoreApplication::translate("tillery::AlertButtons", "Discard Changes"),
+         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     m_context.runAndRefresh(u"Discarding all changes"_s,

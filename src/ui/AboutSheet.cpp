@@ -15,13 +15,13 @@ namespace tillery {
 AboutSheet::AboutSheet(QWidget *parent)
     : QDialog(parent)
 {
-    setWindowTitle(u"About Tillery"_s);
+    setWindowTitle(tr("About Tillery"));
     auto *icon = new QLabel;
     icon->setPixmap(symbolIcon(u"point.3.connected.trianglepath.dotted"_s).pixmap(56, 56));
     icon->setAlignment(Qt::AlignCenter);
     auto *name = sheetTitle(u"Tillery"_s);
     name->setAlignment(Qt::AlignCenter);
-    auto *version = secondaryLabel(u"Version "_s + QCoreApplication::applicationVersion());
+    auto *version = secondaryLabel(tr("Version %1").arg(QCoreApplication::applicationVersion()));
     version->setAlignment(Qt::AlignCenter);
     auto *about = secondaryLabel(u"A desktop client for Mercurial and Git repositories. It runs the hg and git "
                                  "installed on this computer."_s);

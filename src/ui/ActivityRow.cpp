@@ -39,9 +39,9 @@ ActivityRow::ActivityRow(const ActivityState &activity, std::function<void()> ca
     layout->addWidget(m_cancel);
     setFixedHeight(std::max(24, QFontMetrics(caption).height() + 8));
 
-    m_cancel->setText(u"Cancel"_s);
-    m_cancel->setAccessibleName(u"Cancel"_s);
-    m_cancel->setToolTip(u"Stop this operation"_s);
+    m_cancel->setText(tr("Cancel"));
+    m_cancel->setAccessibleName(tr("Cancel"));
+    m_cancel->setToolTip(tr("Stop this operation"));
     m_cancel->setFont(caption);
     m_cancel->setAutoRaise(true);
     m_cancel->setFocusPolicy(Qt::TabFocus);

@@ -21,7 +21,7 @@ namespace tillery {
 AnnotationCanvas::AnnotationCanvas(QWidget *parent)
     : QAbstractScrollArea(parent)
 {
-    codeText::setUpArea(*this, u"Annotated file"_s, QPalette::Base, rowHeight, m_style.text);
+    codeText::setUpArea(*this, tr("Annotated file"), QPalette::Base, rowHeight, m_style.text);
     viewport()->setMouseTracking(true);
 }
 

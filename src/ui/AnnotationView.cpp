@@ -35,10 +35,10 @@ AnnotationView::AnnotationView(AppModel &model, WorkspaceTab page, QWidget *diff
     m_revision->setTextFormat(Qt::PlainText);
     m_revision->setForegroundRole(QPalette::PlaceholderText);
     m_revision->setObjectName(u"annotationRevision"_s);
-    m_close->setText(u"Show Diff"_s);
+    m_close->setText(tr("Show Diff"));
     m_close->setObjectName(u"closeAnnotation"_s);
-    m_close->setToolTip(u"Close the annotation and show the diff again (Esc)"_s);
-    m_close->setAccessibleName(u"Show Diff"_s);
+    m_close->setToolTip(tr("Close the annotation and show the diff again (Esc)"));
+    m_close->setAccessibleName(tr("Show Diff"));
     connect(m_close, &QAbstractButton::clicked, this, [this] { m_model.closeAnnotation(); });
     auto *escape = new QShortcut(QKeySequence(Qt::Key_Escape), m_panel);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
@@ -53,7 +53,7 @@ AnnotationView::AnnotationView(AppModel &model, WorkspaceTab page, QWidget *diff
     divider->setFrameShape(QFrame::HLine);
     divider->setFrameShadow(QFrame::Sunken);
 
-    m_body->addWidget(loadingPage(u"Annotating…"_s));
+    m_body->addWidget(loadingPage(tr("Annotating…")));
     m_body->addWidget(m_message);
     m_body->addWidget(m_canvas);
     auto *layout = new QVBoxLayout(m_panel);
@@ -103,27 +103,27 @@ void AnnotationView::refresh()
         return;
     }
     m_path->setFullText(subject->path);
-    m_revision->setText(subject->node ? u"at "_s + changesetText::shortHash(*subject->node)
-                                      : u"at the working copy’s parent"_s);
+    m_revision->setText(subject->node ? tr("at %1").arg(changesetText::shortHash(*subject->node))
+                                      : tr("at the working copy’s parent"));
     switch (annotation.state()) {
     case Annotation::State::closed:
     case Annotation::State::loading:
         m_body->setCurrentIndex(static_cast<int>(Body::loading));
         break;
     case Annotation::State::failed:
-        showMessage(u"The file could not be annotated"_s, annotation.failure());
+        showMessage(tr("The file could not be annotated"), annotation.failure());
         break;
     case Annotation::State::loaded:
         switch (annotation.lines().content) {
         case FileAnnotation::Content::binary:
-            showMessage(u"Binary file"_s, u"A binary file has no lines to annotate."_s);
+            showMessage(tr("Binary file"), tr("A binary file has no lines to annotate."));
             break;
         case FileAnnotation::Content::notUtf8:
-            showMessage(u"Not UTF-8 text"_s, u"This file is not UTF-8 text, so its lines cannot be shown."_s);
+            showMessage(tr("Not UTF-8 text"), tr("This file is not UTF-8 text, so its lines cannot be shown."));
             break;
         case FileAnnotation::Content::text:
             if (annotation.lines().lines.isEmpty()) {
-                showMessage(u"Empty file"_s, u"This file has no lines."_s);
+                showMessage(tr("Empty file"), tr("This file has no lines."));
                 break;
             }
             m_canvas->setLines(annotation.lines());

@@ -56,21 +56,21 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
               const std::optional<WorkingFile> &file = model.diffSelection().selectedFile();
               return file ? file->path : QString();
           },
-          u"Select a changed file to inspect its diff."_s))
+          tr("Select a changed file to inspect its diff.")))
     , m_annotation(new AnnotationView(model, WorkspaceTab::changes, m_diffView))
 {
     m_list->setModel(m_files);
     m_list->setItemDelegate(new ChangedFileDelegate(m_list));
     m_list->setUniformItemSizes(true);
     m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
-    m_list->setAccessibleName(u"Changed files"_s);
+    m_list->setAccessibleName(tr("Changed files"));
     m_list->setFrameShape(QFrame::NoFrame);
     offerRowMenus(m_list, [this](int row) { return contextMenuFor(row); });
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, &ChangesView::listSelectionChanged);
 
     m_selectAll->setObjectName(u"selectAllFiles"_s);
-    m_selectAll->setToolTip(u"Select all changed files"_s);
-    m_selectAll->setAccessibleName(u"Select all changed files"_s);
+    m_selectAll->setToolTip(tr("Select all changed files"));
+    m_selectAll->setAccessibleName(tr("Select all changed files"));
     connect(m_selectAll, &QCheckBox::clicked, this, [this](bool checked) {
         QSet<QString> marked;
         if (checked) {
@@ -91,8 +91,8 @@ ChangesView::ChangesView(AppModel &model, ViewSettings &settings, QWidget *paren
     listLayout->addLayout(header);
     listLayout->addWidget(m_list, 1);
 
-    m_pages->addWidget(loadingPage(u"Loading Changes…"_s));
-    m_pages->addWidget(new EmptyState(u"No Local Changes"_s, u"checkmark.circle"_s, u"The working copy is clean."_s));
+    m_pages->addWidget(loadingPage(tr("Loading Changes…")));
+    m_pages->addWidget(new EmptyState(tr("No Local Changes"), u"checkmark.circle"_s, tr("The working copy is clean.")));
     m_pages->addWidget(listPage);
 
     auto *left = new QWidget;
@@ -203,7 +203,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     const QString absolute = repository->path + u'/' + clicked.path;
 
     const QString discardLabel =
-        targets.size() == 1 ? u"Discard Changes"_s : u"Discard %1 Selected Changes"_s.arg(targets.size());
+        targets.size() == 1 ? tr("Discard Changes") : tr("Discard %1 Selected Changes").arg(targets.size());
     const bool anyUnresolved = std::any_of(targets.cbegin(), targets.cend(), [](const WorkingFile &file) {
         return file.state == FileState::unresolved;
     });
@@ -219,28 +219,29 @@ QMenu *ChangesView::contextMenuFor(int row)
         });
     };
     if (anyUnresolved) {
-        add(u"Use Mine"_s, [this] { m_model.takeConflictSide(ConflictSide::mine); });
-        add(u"Use Theirs"_s, [this] { m_model.takeConflictSide(ConflictSide::theirs); });
-        add(u"Mark as Resolved"_s, [this] { m_model.markSelectedResolved(true); });
+        add(tr("Use Mine"), [this] { m_model.takeConflictSide(ConflictSide::mine); });
+        add(tr("Use Theirs"), [this] { m_model.takeConflictSide(ConflictSide::theirs); });
+        add(tr("Mark as Resolved"), [this] { m_model.markSelectedResolved(true); });
         if (clicked.state == FileState::unresolved) {
-            connect(menu->addAction(u"Open in Merge Tool"_s), &QAction::triggered, this, [this, clicked] {
+            connect(menu->addAction(tr("Open in Merge Tool")), &QAction::triggered, this, [this, clicked] {
                 m_model.selectChangeFiles({clicked});
                 m_model.openInMergeTool();
             });
         }
     }
     if (anyResolved)
-        add(u"Mark as Unresolved"_s, [this] { m_model.markSelectedResolved(false); });
+        add(tr("Mark as Unresolved"), [this] { m_model.markSelectedResolved(false); });
     if (anyUnresolved || anyResolved)
         menu->addSeparator();
     add(discardLabel, [this] { m_model.discardSelected(); });
-    add(capitalized(m_model.traits().shelveVerb) + u" Selected Files…"_s, [this] { m_model.shelveSelectedFiles(); });
+    add(tr("%1 Selected Files…").arg(capitalized(m_model.traits().shelveVerb)),
+        [this] { m_model.shelveSelectedFiles(); });
     menu->addSeparator();
-    connect(menu->addAction(u"Ignore File (Add to "_s + ignoreFile + u')'), &QAction::triggered, this,
+    connect(menu->addAction(tr("Ignore File (Add to %1)").arg(ignoreFile)), &QAction::triggered, this,
             [this, path = clicked.path] { m_model.addIgnoreEntry(path); });
     const QStringList folders = enclosingFolders(clicked.path);
     if (!folders.isEmpty()) {
-        QMenu *folderMenu = menu->addMenu(u"Ignore Folder (Add to "_s + ignoreFile + u')');
+        QMenu *folderMenu = menu->addMenu(tr("Ignore Folder (Add to %1)").arg(ignoreFile));
         for (const QString &folder : folders) {
             connect(folderMenu->addAction(menuLabel(folder)), &QAction::triggered, this,
                     [this, folder] { m_model.addIgnoreEntry(folder + u'/'); });
@@ -250,27 +251,27 @@ QMenu *ChangesView::contextMenuFor(int row)
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot > 0 && dot < name.size() - 1) {
         const QString extension = name.sliced(dot);
-        connect(menu->addAction(menuLabel(u"Ignore All "_s + extension + u" Files (Add to "_s + ignoreFile + u')')),
+        connect(menu->addAction(menuLabel(tr("Ignore All %1 Files (Add to %2)").arg(extension, ignoreFile))),
                 &QAction::triggered, this, [this, extension] { m_model.addIgnoreEntry(u'*' + extension); });
     }
     menu->addSeparator();
-    connect(menu->addAction(u"Copy File Path"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("Copy File Path")), &QAction::triggered, this,
             [this, absolute] { m_model.copyPaths({absolute}); });
-    connect(menu->addAction(u"Copy Relative File Path"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("Copy Relative File Path")), &QAction::triggered, this,
             [this, path = clicked.path] { m_model.copyPaths({path}); });
     menu->addSeparator();
-    connect(menu->addAction(fileManagerLabel(u"Reveal in Finder"_s)), &QAction::triggered, this,
+    connect(menu->addAction(fileManagerLabel(tr("Reveal in Finder"))), &QAction::triggered, this,
             [this, absolute] { m_model.reveal(absolute); });
     connect(menu->addAction(menuLabel(m_model.editorTitle())), &QAction::triggered, this,
             [this, absolute] { m_model.openInEditor(absolute); });
-    connect(menu->addAction(u"Open with Default Program"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("Open with Default Program")), &QAction::triggered, this,
             [this, absolute] { m_model.openWithDefaultApplication(absolute); });
     menu->addSeparator();
-    QAction *annotate = menu->addAction(u"Annotate"_s);
+    QAction *annotate = menu->addAction(tr("Annotate"));
     // A file the working copy's parent does not have has no lines to annotate.
     annotate->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
     connect(annotate, &QAction::triggered, this, [this, path = clicked.path] { m_model.annotate(path); });
-    QAction *fileHistory = menu->addAction(u"Show History of This File"_s);
+    QAction *fileHistory = menu->addAction(tr("Show History of This File"));
     // A file not committed yet has no history.
     fileHistory->setEnabled(clicked.state != FileState::untracked && clicked.state != FileState::added);
     connect(fileHistory, &QAction::triggered, this, [this, path = clicked.path] { m_model.showFileHistory(path); });

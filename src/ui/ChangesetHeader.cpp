@@ -40,7 +40,7 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     , m_model(model)
     , m_summary(valueLabel())
     , m_body(valueLabel())
-    , m_hashLabel(fieldLabel(u"Changeset"_s))
+    , m_hashLabel(fieldLabel(tr("Changeset")))
     , m_hash(new TextButton)
     , m_copy(new QToolButton)
     , m_author(valueLabel())
@@ -57,13 +57,13 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     QFont hashFont = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     hashFont.setPointSizeF(font().pointSizeF());
     m_hash->setFont(hashFont);
-    m_hash->setToolTip(u"Copy full hash"_s);
-    m_hash->setAccessibleName(u"Copy full hash"_s);
+    m_hash->setToolTip(tr("Copy full hash"));
+    m_hash->setAccessibleName(tr("Copy full hash"));
     m_copy->setIcon(symbolIcon(u"doc.on.doc"_s));
     m_copy->setIconSize(QSize(12, 12));
     m_copy->setAutoRaise(true);
-    m_copy->setToolTip(u"Copy hash"_s);
-    m_copy->setAccessibleName(u"Copy hash"_s);
+    m_copy->setToolTip(tr("Copy hash"));
+    m_copy->setAccessibleName(tr("Copy hash"));
     const auto copy = [this] { m_model.copyText(m_node); };
     connect(m_hash, &QToolButton::clicked, this, copy);
     connect(m_copy, &QToolButton::clicked, this, copy);
@@ -80,11 +80,11 @@ ChangesetHeader::ChangesetHeader(AppModel &model, QWidget *parent)
     fields->setVerticalSpacing(3);
     fields->addWidget(m_hashLabel, 0, 0, Qt::AlignLeft | Qt::AlignVCenter);
     fields->addLayout(hashRow, 0, 1);
-    fields->addWidget(fieldLabel(u"Author"_s), 1, 0);
+    fields->addWidget(fieldLabel(tr("Author")), 1, 0);
     fields->addWidget(m_author, 1, 1);
-    fields->addWidget(fieldLabel(u"Date"_s), 2, 0);
+    fields->addWidget(fieldLabel(tr("Date")), 2, 0);
     fields->addWidget(m_date, 2, 1);
-    fields->addWidget(fieldLabel(u"Branch"_s), 3, 0);
+    fields->addWidget(fieldLabel(tr("Branch")), 3, 0);
     fields->addWidget(m_branch, 3, 1);
     fields->setColumnStretch(1, 1);
 

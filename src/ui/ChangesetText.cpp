@@ -1,5 +1,6 @@
 #include "ui/ChangesetText.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 
 using namespace Qt::StringLiterals;
@@ -10,7 +11,7 @@ QString title(const Changeset &changeset, const KindTraits &traits)
 {
     if (!changeset.summary.isEmpty())
         return changeset.summary;
-    return u"Untitled "_s + traits.changeset;
+    return QCoreApplication::translate("tillery::ChangesetText", "Untitled %1").arg(traits.changeset);
 }
 
 QString authorName(const QString &author)
@@ -37,8 +38,9 @@ QString longDate(const QDateTime &date)
 {
     const QDateTime local = date.toLocalTime();
     const QLocale locale;
-    return locale.toString(local.date(), QLocale::LongFormat) + u" at "_s
-           + locale.toString(local.time(), QLocale::ShortFormat);
+    //: A date followed by a time of day.
+    return QCoreApplication::translate("tillery::ChangesetText", "%1 at %2")
+        .arg(locale.toString(local.date(), QLocale::LongFormat), locale.toString(local.time(), QLocale::ShortFormat));
 }
 
 QList<Badge> badges(const Changeset &changeset, const KindTraits &traits, const QSet<QString> &namesNeedingPush)

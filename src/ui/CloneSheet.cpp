@@ -29,20 +29,21 @@ CloneSheet::CloneSheet(AppModel &model, QWidget *parent)
     , m_name(new QLineEdit)
     , m_kind(new QComboBox)
     , m_problem(new ProblemLabel)
-    , m_clone(new QPushButton(u"Clone"_s))
+    , m_clone(new QPushButton(tr("Clone")))
 {
-    setWindowTitle(u"Clone a Repository"_s);
-    m_source->setPlaceholderText(u"https://example.com/project or a local path"_s);
-    m_source->setAccessibleName(u"Address"_s);
-    m_parent->setAccessibleName(u"Into folder"_s);
-    m_name->setAccessibleName(u"Folder name"_s);
-    m_kind->setAccessibleName(u"Kind"_s);
-    m_kind->addItem(u"Mercurial"_s);
-    m_kind->addItem(u"Git"_s);
-    auto *choose = new QPushButton(u"Choose…"_s);
-    choose->setAccessibleName(u"Choose Clone Destination"_s);
+    setWindowTitle(tr("Clone a Repository"));
+    m_source->setPlaceholderText(tr("https://example.com/project or a local path"));
+    m_source->setAccessibleName(tr("Address"));
+    m_parent->setAccessibleName(tr("Into folder"));
+    m_name->setAccessibleName(tr("Folder name"));
+    m_kind->setAccessibleName(tr("Kind"));
+    m_kind->addItem(tr("Mercurial"));
+    m_kind->addItem(tr("Git"));
+    auto *choose = new QPushButton(tr("Choose…"));
+    choose->setAccessibleName(tr("Choose Clone Destination"));
     connect(choose, &QPushButton::clicked, this, [this] {
-        const QString folder = QFileDialog::getExistingDirectory(this, u"Choose Clone Destination"_s, m_parent->text());
+        const QString folder =
+            QFileDialog::getExistingDirectory(this, tr("Choose Clone Destination"), m_parent->text());
         if (!folder.isEmpty())
             m_parent->setText(folder);
     });
@@ -64,10 +65,10 @@ CloneSheet::CloneSheet(AppModel &model, QWidget *parent)
     folderRow->addWidget(m_parent, 1);
     folderRow->addWidget(choose);
     auto *form = new QFormLayout;
-    form->addRow(u"Address:"_s, m_source);
-    form->addRow(u"Into folder:"_s, folderRow);
-    form->addRow(u"Name:"_s, m_name);
-    form->addRow(u"Kind:"_s, m_kind);
+    form->addRow(tr("Address:"), m_source);
+    form->addRow(tr("Into folder:"), folderRow);
+    form->addRow(tr("Name:"), m_name);
+    form->addRow(tr("Kind:"), m_kind);
     auto *buttons = new QDialogButtonBox;
     buttons->addButton(m_clone, QDialogButtonBox::AcceptRole);
     buttons->addButton(QDialogButtonBox::Cancel);
@@ -79,7 +80,7 @@ CloneSheet::CloneSheet(AppModel &model, QWidget *parent)
         accept();
     });
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(sheetTitle(u"Clone a Repository"_s));
+    layout->addWidget(sheetTitle(tr("Clone a Repository")));
     layout->addLayout(form);
     layout->addWidget(m_problem);
     layout->addWidget(buttons);

@@ -23,9 +23,9 @@ CommitBox::CommitBox(AppModel &model, ViewSettings &settings, QWidget *parent)
     , m_commit(new QPushButton)
     , m_commitAction(new QAction(this))
 {
-    m_summary->setPlaceholderText(u"Summary (required)"_s);
-    m_summary->setAccessibleName(u"Summary"_s);
-    m_description->setAccessibleName(u"Description"_s);
+    m_summary->setPlaceholderText(tr("Summary (required)"));
+    m_summary->setAccessibleName(tr("Summary"));
+    m_description->setAccessibleName(tr("Description"));
     m_description->setMinimumHeight(64);
     m_description->setTabChangesFocus(true);
     frameDescription();

@@ -332,7 +332,7 @@ bool CommitRowDelegate::helpEvent(QHelpEvent *event, QAbstractItemView *view, co
     if (event->type() == QEvent::ToolTip) {
         for (const BadgePlace &place : layoutRow(option, index, gutterWidth(option, index)).badges) {
             if (!place.mark.isNull() && place.mark.adjusted(-2, -2, 2, 2).contains(event->pos())) {
-                QToolTip::showText(event->globalPos(), u"This branch has not been pushed"_s, view);
+                QToolTip::showText(event->globalPos(), tr("This branch has not been pushed"), view);
                 return true;
             }
         }

@@ -15,8 +15,8 @@ ConflictBanner::ConflictBanner(AppModel &model, QWidget *parent)
     : QWidget(parent)
     , m_model(model)
     , m_text(new QLabel)
-    , m_continue(new QPushButton(u"Continue"_s))
-    , m_abort(new QPushButton(u"Abort…"_s))
+    , m_continue(new QPushButton(tr("Continue")))
+    , m_abort(new QPushButton(tr("Abort…")))
 {
     setObjectName(u"conflictBanner"_s);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
@@ -46,16 +46,14 @@ void ConflictBanner::update()
         return;
     const QString title = operationTitle(operation, m_model.traits().kind);
     const qsizetype unresolved = conflicts.unresolvedFiles().size();
-    QString state = u"no conflicts left: continue when ready"_s;
-    if (unresolved == 1)
-        state = u"1 unresolved file"_s;
-    else if (unresolved > 1)
-        state = u"%1 unresolved files"_s.arg(unresolved);
-    m_text->setText(u"%1 in progress — %2"_s.arg(title, state));
+    QString state = tr("no conflicts left: continue when ready");
+    if (unresolved > 0)
+        state = tr("%n unresolved file(s)", nullptr, static_cast<int>(unresolved));
+    m_text->setText(tr("%1 in progress — %2").arg(title, state));
     setAccessibleName(m_text->text());
-    m_continue->setText(operation == OperationInProgress::merge ? u"Commit Merge"_s : u"Continue %1"_s.arg(title));
+    m_continue->setText(operation == OperationInProgress::merge ? tr("Commit Merge") : tr("Continue %1").arg(title));
     m_continue->setEnabled(conflicts.canContinue());
-    m_abort->setText(u"Abort %1…"_s.arg(title));
+    m_abort->setText(tr("Abort %1…").arg(title));
     m_abort->setEnabled(!m_model.activityState().isBusy());
 }
 

@@ -18,12 +18,12 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     : QDialog(parent)
     , m_name(new QLineEdit)
     , m_problem(new ProblemLabel)
-    , m_create(new QPushButton(u"Create"_s))
+    , m_create(new QPushButton(tr("Create")))
 {
     const KindTraits &words = model.traits();
     const RepositoryKind kind = words.kind;
-    const QString nameLabel = capitalized(words.bookmark) + u" name"_s;
-    setWindowTitle(u"Create a Bookmark"_s);
+    const QString nameLabel = tr("%1 name").arg(capitalized(words.bookmark));
+    setWindowTitle(tr("Create a Bookmark"));
     m_name->setPlaceholderText(nameLabel);
     m_name->setAccessibleName(nameLabel);
     auto *buttons = new QDialogButtonBox;
@@ -44,7 +44,7 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     });
 
     auto *layout = new QVBoxLayout(this);
-    layout->addWidget(sheetTitle(u"Create a Bookmark"_s));
+    layout->addWidget(sheetTitle(tr("Create a Bookmark")));
     layout->addWidget(new QLabel(words.newBookmarkExplanation));
     layout->addWidget(m_name);
     layout->addWidget(m_problem);

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -22,10 +23,12 @@ namespace {
 
 QMessageBox::ButtonRole roleOf(const QString &label)
 {
-    if (label == u"Cancel")
+    // The model's button labels, in the language they are shown in.
+    const auto button = [](const char *text) { return QCoreApplication::translate("tillery::AlertButtons", text); };
+    if (label == button("Cancel"))
         return QMessageBox::RejectRole;
-    static const QStringList destructive{u"Remove"_s, u"Delete"_s, u"Discard"_s, u"Discard Changes"_s,
-                                         u"Remove Folder"_s};
+    const QStringList destructive{button("Remove"), button("Delete"), button("Discard"), button("Discard Changes"),
+                                  button("Remove Folder")};
     return destructive.contains(label) ? QMessageBox::DestructiveRole : QMessageBox::AcceptRole;
 }
 

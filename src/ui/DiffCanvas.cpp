@@ -23,7 +23,7 @@ DiffCanvas::DiffCanvas(QWidget *parent)
     : QAbstractScrollArea(parent)
 {
     m_characterWidth = std::max(1, QFontMetrics(m_style.text).horizontalAdvance(u'M'));
-    codeText::setUpArea(*this, u"Diff"_s, QPalette::Window, rowHeight, m_style.text);
+    codeText::setUpArea(*this, tr("Diff"), QPalette::Window, rowHeight, m_style.text);
 }
 
 void DiffCanvas::setDocument(const PresentedDiffDocument &document)

@@ -32,23 +32,23 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     , m_settingsButton(new QToolButton)
     , m_body(new QStackedWidget)
     , m_image(new ImagePreview)
-    , m_empty(new EmptyState(u"Nothing Selected"_s, u"doc.text.magnifyingglass"_s, placeholder))
+    , m_empty(new EmptyState(tr("Nothing Selected"), u"doc.text.magnifyingglass"_s, placeholder))
     , m_message(new QPlainTextEdit)
     , m_canvas(new DiffCanvas)
 {
     m_path->setObjectName(u"diffPath"_s);
 
     m_settingsButton->setIcon(symbolIcon(u"gearshape"_s));
-    m_settingsButton->setAccessibleName(u"Diff Settings"_s);
-    m_settingsButton->setToolTip(u"Diff Settings"_s);
+    m_settingsButton->setAccessibleName(tr("Diff Settings"));
+    m_settingsButton->setToolTip(tr("Diff Settings"));
     m_settingsButton->setAutoRaise(true);
     m_settingsButton->setPopupMode(QToolButton::InstantPopup);
     auto *menu = new QMenu(m_settingsButton);
-    menu->addSection(u"Diff Display"_s);
-    QAction *unified = menu->addAction(u"Unified"_s);
-    QAction *split = menu->addAction(u"Split"_s);
+    menu->addSection(tr("Diff Display"));
+    QAction *unified = menu->addAction(tr("Unified"));
+    QAction *split = menu->addAction(tr("Split"));
     menu->addSeparator();
-    QAction *ignoreWhitespace = menu->addAction(u"Ignore Whitespace Changes"_s);
+    QAction *ignoreWhitespace = menu->addAction(tr("Ignore Whitespace Changes"));
     ignoreWhitespace->setObjectName(u"ignoreWhitespace"_s);
     ignoreWhitespace->setCheckable(true);
     const auto markWhitespace = [this, ignoreWhitespace] {
@@ -83,12 +83,12 @@ DiffView::DiffView(AppModel &model, ViewSettings &settings, std::function<QStrin
     messageFont.setPointSize(12);
     m_message->setFont(messageFont);
     m_message->setReadOnly(true);
-    m_message->setAccessibleName(u"Diff message"_s);
+    m_message->setAccessibleName(tr("Diff message"));
     m_message->setFrameShape(QFrame::NoFrame);
     m_message->document()->setDocumentMargin(12);
 
     m_body->addWidget(m_image);
-    m_body->addWidget(loadingPage(u"Loading Diff…"_s));
+    m_body->addWidget(loadingPage(tr("Loading Diff…")));
     m_body->addWidget(m_empty);
     m_body->addWidget(m_message);
     m_body->addWidget(m_canvas);
@@ -145,7 +145,7 @@ void DiffView::showLinesMenu(const QPoint &position)
     const QList<qsizetype> selected = m_canvas->selectedUnifiedLines();
     const bool anyChanged =
         !selected.isEmpty() && m_model.chosenLines().shownChanges(selected.first(), selected.last()).has_value();
-    QAction *discardLines = menu.addAction(u"Discard Selected Lines"_s);
+    QAction *discardLines = menu.addAction(tr("Discard Selected Lines"));
     discardLines->setEnabled(anyChanged);
     connect(discardLines, &QAction::triggered, this,
             [this, selected] { m_model.discardShownLines(selected.first(), selected.last()); });
@@ -154,11 +154,11 @@ void DiffView::showLinesMenu(const QPoint &position)
     qsizetype header = m_canvas->unifiedLineAt(position);
     while (header >= 0 && document.unifiedLines[header].kind != DiffLineKind::hunk)
         --header;
-    QAction *discardHunk = menu.addAction(u"Discard This Hunk"_s);
+    QAction *discardHunk = menu.addAction(tr("Discard This Hunk"));
     discardHunk->setEnabled(header >= 0);
     connect(discardHunk, &QAction::triggered, this, [this, header] { m_model.discardShownLines(header, header); });
     menu.addSeparator();
-    QAction *copy = menu.addAction(u"Copy"_s);
+    QAction *copy = menu.addAction(tr("Copy"));
     copy->setEnabled(!selected.isEmpty());
     connect(copy, &QAction::triggered, m_canvas, &DiffCanvas::copySelection);
     menu.exec(m_canvas->viewport()->mapToGlobal(position));

@@ -19,8 +19,8 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
     , m_userName(new QLineEdit(model.workspace().commitUsername()))
     , m_gitNote(new ProblemLabel)
 {
-    m_userName->setPlaceholderText(u"Full Name <address>"_s);
-    m_userName->setAccessibleName(u"Commit author"_s);
+    m_userName->setPlaceholderText(tr("Full Name <address>"));
+    m_userName->setAccessibleName(tr("Commit author"));
     connect(m_userName, &QLineEdit::textEdited, &model, [this](const QString &name) {
         m_model.setCommitUsername(name);
         updateNote();
@@ -32,7 +32,7 @@ GeneralSettings::GeneralSettings(AppModel &model, QWidget *parent)
     });
 
     auto *form = new QFormLayout;
-    form->addRow(u"Commit author:"_s, m_userName);
+    form->addRow(tr("Commit author:"), m_userName);
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);
     layout->addWidget(
@@ -49,7 +49,7 @@ void GeneralSettings::updateNote()
     m_gitNote->setProblem(
         name.isEmpty() || isUsableGitIdentity(name)
             ? QString()
-            : u"Git commits will use Git's own configuration until the name reads Full Name <address>."_s);
+            : tr("Git commits will use Git's own configuration until the name reads Full Name <address>."));
 }
 
 } // namespace tillery

@@ -56,22 +56,22 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_history(new HistoryModel(model, this))
     , m_files(new ChangedFilesModel(model, ChangedFilesModel::Source::changeset, this))
     , m_pages(new QStackedWidget)
-    , m_empty(new EmptyState(u"No History"_s, u"clock"_s, QString()))
-    , m_noMatches(new EmptyState(u"No Matches"_s, u"clock"_s, QString()))
-    , m_searching(loadingPage(u"Searching…"_s))
+    , m_empty(new EmptyState(tr("No History"), u"clock"_s, QString()))
+    , m_noMatches(new EmptyState(tr("No Matches"), u"clock"_s, QString()))
+    , m_searching(loadingPage(tr("Searching…")))
     , m_search(new QLineEdit)
     , m_list(new HistoryListView)
     , m_loadingRow(new QWidget)
     , m_loadingSpinner(new Spinner(14))
     , m_loadingText(new QLabel)
-    , m_retry(new QPushButton(u"Try Again"_s))
+    , m_retry(new QPushButton(tr("Try Again")))
     , m_details(new QStackedWidget)
-    , m_nothingSelected(new EmptyState(u"Select a changeset"_s, u"clock"_s, QString()))
+    , m_nothingSelected(new EmptyState(tr("Select a changeset"), u"clock"_s, QString()))
     , m_changesetPart(new QWidget)
     , m_header(new ChangesetHeader(model))
     , m_filesCount(new QLabel)
     , m_filesArea(new QStackedWidget)
-    , m_fileList(makeList(u"Changed files"_s))
+    , m_fileList(makeList(tr("Changed files")))
     , m_diffView(new DiffView(
           model, settings,
           [&model] {
@@ -82,7 +82,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_annotation(new AnnotationView(model, WorkspaceTab::history, m_diffView))
 {
     m_list->setObjectName(u"history"_s);
-    m_list->setAccessibleName(u"History"_s);
+    m_list->setAccessibleName(tr("History"));
     m_fileList->setObjectName(u"changesetFiles"_s);
     m_filesCount->setObjectName(u"changesetFileCount"_s);
     m_empty->setObjectName(u"noHistory"_s);
@@ -93,7 +93,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     m_noMatches->setObjectName(u"noMatches"_s);
     m_search->setObjectName(u"historySearch"_s);
     m_search->setClearButtonEnabled(true);
-    m_search->setAccessibleName(u"Search history"_s);
+    m_search->setAccessibleName(tr("Search history"));
     m_search->installEventFilter(this);
     m_loadingRow->setObjectName(u"historyLoadingRow"_s);
     m_loadingText->setForegroundRole(QPalette::PlaceholderText);
@@ -125,7 +125,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     sideLayout->addWidget(divider(QFrame::HLine));
     sideLayout->addWidget(m_pages, 1);
 
-    auto *filesTitle = new QLabel(u"Changed Files"_s);
+    auto *filesTitle = new QLabel(tr("Changed Files"));
     QFont titleFont = filesTitle->font();
     titleFont.setWeight(QFont::DemiBold);
     filesTitle->setFont(titleFont);
@@ -140,7 +140,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     filesHeader->addWidget(m_filesCount);
     filesHeader->addStretch();
 
-    auto *noFiles = new QLabel(u"No changed files"_s);
+    auto *noFiles = new QLabel(tr("No changed files"));
     noFiles->setAlignment(Qt::AlignCenter);
     noFiles->setForegroundRole(QPalette::PlaceholderText);
     noFiles->setObjectName(u"noChangedFiles"_s);
@@ -164,7 +164,7 @@ HistoryView::HistoryView(AppModel &model, ViewSettings &settings, QWidget *paren
     detailSplit->setSizes({280, 420});
 
     m_details->addWidget(m_nothingSelected);
-    m_details->addWidget(loadingPage(u"Loading Changes…"_s));
+    m_details->addWidget(loadingPage(tr("Loading Changes…")));
     m_details->addWidget(detailSplit);
 
     auto *split = new QSplitter(Qt::Horizontal);
@@ -257,13 +257,13 @@ QMenu *HistoryView::fileContextMenuFor(int row)
     if (row < 0 || row >= m_files->rowCount())
         return menu;
     const WorkingFile file = m_files->fileAt(row);
-    QAction *annotate = menu->addAction(u"Annotate"_s);
+    QAction *annotate = menu->addAction(tr("Annotate"));
     // A file the changeset removed has no lines as of it.
     annotate->setEnabled(file.state != FileState::removed);
     connect(annotate, &QAction::triggered, this, [this, path = file.path] { m_model.annotate(path); });
-    connect(menu->addAction(u"Show History of This File"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("Show History of This File")), &QAction::triggered, this,
             [this, path = file.path] { m_model.showFileHistory(path); });
-    connect(menu->addAction(u"Copy Relative File Path"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("Copy Relative File Path")), &QAction::triggered, this,
             [this, path = file.path] { m_model.copyPaths({path}); });
     return menu;
 }
@@ -313,9 +313,9 @@ void HistoryView::updateLoadingRow()
     m_loadingRow->setVisible((browser.isLoading() || failed) && m_history->rowCount() > 0);
     m_loadingSpinner->setVisible(browser.isLoading());
     m_retry->setVisible(failed && !browser.isLoading());
-    m_loadingText->setText(failed ? u"Older "_s + m_model.traits().changesets + u" could not be loaded: "_s
-                                        + browser.failure()
-                                  : u"Loading older "_s + m_model.traits().changesets + u"…"_s);
+    m_loadingText->setText(
+        failed ? tr("Older %1 could not be loaded: %2").arg(m_model.traits().changesets, browser.failure())
+               : tr("Loading older %1…").arg(m_model.traits().changesets));
 }
 
 // A page that brings the selected changeset's row (going to it, or keeping it
@@ -329,12 +329,12 @@ void HistoryView::showInsertedSelection()
 void HistoryView::updateForRepository()
 {
     const KindTraits &words = m_model.traits();
-    m_search->setPlaceholderText(u"Search "_s + words.changesets + u": words, author:, file:, hash"_s);
+    m_search->setPlaceholderText(tr("Search %1: words, author:, file:, hash").arg(words.changesets));
 
-    m_empty->setDetail(u"This repository has no "_s + words.changesets + u" yet."_s);
-    m_nothingSelected->setTitle(u"Select a "_s + words.changeset);
-    m_nothingSelected->setDetail(u"Choose a "_s + words.changeset + u" to see its files and changes."_s);
-    m_diffView->setPlaceholder(u"Select a file changed by this "_s + words.changeset + u'.');
+    m_empty->setDetail(tr("This repository has no %1 yet.").arg(words.changesets));
+    m_nothingSelected->setTitle(tr("Select a %1").arg(words.changeset));
+    m_nothingSelected->setDetail(tr("Choose a %1 to see its files and changes.").arg(words.changeset));
+    m_diffView->setPlaceholder(tr("Select a file changed by this %1.").arg(words.changeset));
     updateState();
     updateDetail();
 }
@@ -352,9 +352,9 @@ void HistoryView::updateState()
         m_pages->setCurrentWidget(browser.isLoading() ? m_searching : static_cast<QWidget *>(m_noMatches));
     // A search the tool could not run says why in place of its matches.
     const bool failed = !browser.failure().isEmpty();
-    m_noMatches->setTitle(failed ? u"Search Failed"_s : u"No Matches"_s);
+    m_noMatches->setTitle(failed ? tr("Search Failed") : tr("No Matches"));
     m_noMatches->setDetail(failed ? browser.failure()
-                                  : u"No "_s + m_model.traits().changesets + u" match this search."_s);
+                                  : tr("No %1 match this search.").arg(m_model.traits().changesets));
     // Without history there is nothing to detail: one empty state, not two.
     m_details->setVisible(!empty);
     updateLoadingRow();

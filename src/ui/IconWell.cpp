@@ -24,8 +24,8 @@ IconWell::IconWell(QWidget *parent)
     setAcceptDrops(true);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::PointingHandCursor);
-    setToolTip(u"Drop a picture here, or click to choose one"_s);
-    setAccessibleName(u"Repository icon"_s);
+    setToolTip(tr("Drop a picture here, or click to choose one"));
+    setAccessibleName(tr("Repository icon"));
 }
 
 void IconWell::showPicture(const QImage &picture, const QIcon &fallback)
@@ -39,8 +39,8 @@ void IconWell::choose()
     for (const QByteArray &format : QImageReader::supportedImageFormats())
         patterns.append(u"*."_s + QString::fromLatin1(format));
     const QString path = QFileDialog::getOpenFileName(
-        this, u"Choose an Icon"_s, QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
-        u"Pictures ("_s + patterns.join(u' ') + u")"_s);
+        this, tr("Choose an Icon"), QStandardPaths::writableLocation(QStandardPaths::PicturesLocation),
+        tr("Pictures (%1)").arg(patterns.join(u' ')));
     if (!path.isEmpty())
         Q_EMIT picked(path);
 }

@@ -35,19 +35,19 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
     , m_editor(new QComboBox)
     , m_otherFields(new QWidget)
     , m_path(new QLineEdit)
-    , m_choose(new QPushButton(u"Choose…"_s))
+    , m_choose(new QPushButton(tr("Choose…")))
     , m_arguments(new QLineEdit)
     , m_problem(new ProblemLabel)
     , m_terminal(new QComboBox)
 {
     const EditorChoice choice = model.settings().editorChoice();
-    m_editor->setAccessibleName(u"Editor"_s);
-    m_path->setAccessibleName(u"Editor application"_s);
-    m_path->setPlaceholderText(u"Application or program"_s);
+    m_editor->setAccessibleName(tr("Editor"));
+    m_path->setAccessibleName(tr("Editor application"));
+    m_path->setPlaceholderText(tr("Application or program"));
     m_path->setText(choice.path);
-    m_arguments->setAccessibleName(u"Editor arguments"_s);
+    m_arguments->setAccessibleName(tr("Editor arguments"));
     m_arguments->setText(choice.arguments);
-    m_choose->setAccessibleName(u"Choose an Editor or Executable"_s);
+    m_choose->setAccessibleName(tr("Choose an Editor or Executable"));
     fillEditors();
 
     connect(m_editor, &QComboBox::activated, this, [this] {
@@ -55,8 +55,8 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
         store();
     });
     connect(m_choose, &QPushButton::clicked, this, [this] {
-        QFileDialog dialog(this, u"Choose an Editor or Executable"_s, startFolderForEditors());
-        dialog.setLabelText(QFileDialog::Accept, u"Choose"_s);
+        QFileDialog dialog(this, tr("Choose an Editor or Executable"), startFolderForEditors());
+        dialog.setLabelText(QFileDialog::Accept, tr("Choose"));
         dialog.setFileMode(QFileDialog::ExistingFile);
         if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
             takeEditorPath(dialog.selectedFiles().first());
@@ -75,7 +75,7 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
         m_terminal->addItem(terminal.label, terminal.value);
     m_terminal->setCurrentIndex(std::max(0, m_terminal->findData(m_choices.chosenTerminal(storedTerminal))));
     m_terminal->setEnabled(m_choices.hasInstalledTerminal());
-    m_terminal->setAccessibleName(u"Terminal"_s);
+    m_terminal->setAccessibleName(tr("Terminal"));
     connect(m_terminal, &QComboBox::activated, this,
             [this] { m_model.setDefaultTerminal(m_terminal->currentData().toString()); });
 
@@ -85,16 +85,16 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
     pathRow->addWidget(m_choose);
     auto *otherForm = new QFormLayout(m_otherFields);
     otherForm->setContentsMargins(0, 0, 0, 0);
-    otherForm->addRow(u"Application:"_s, pathRow);
-    otherForm->addRow(u"Arguments:"_s, m_arguments);
+    otherForm->addRow(tr("Application:"), pathRow);
+    otherForm->addRow(tr("Arguments:"), m_arguments);
     otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Put an "
                                             "argument with spaces in quotes."_s));
 
     auto *form = new QFormLayout;
-    form->addRow(u"Editor:"_s, m_editor);
+    form->addRow(tr("Editor:"), m_editor);
     form->addRow(m_otherFields);
     form->addRow(u""_s, m_problem);
-    form->addRow(u"Terminal:"_s, m_terminal);
+    form->addRow(tr("Terminal:"), m_terminal);
     form->addRow(u""_s, secondaryLabel(IntegrationChoices::terminalCaption()));
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form);

@@ -111,37 +111,37 @@ void MainWindow::buildMenus()
 
     QMenu *appMenu = bar->addMenu(u"Tillery"_s);
     QAction *about =
-        add(appMenu, u"About Tillery"_s, {}, [&model] { model.setSheetShown(Workspace::Sheet::about, true); });
+        add(appMenu, tr("About Tillery"), {}, [&model] { model.setSheetShown(Workspace::Sheet::about, true); });
     about->setMenuRole(QAction::AboutRole);
     QAction *settings =
-        add(appMenu, u"Settings…"_s, QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
+        add(appMenu, tr("Settings…"), QKeySequence(Qt::CTRL | Qt::Key_Comma), [this] { openSettings(); });
     settings->setMenuRole(QAction::PreferencesRole);
     appMenu->addSeparator();
-    QAction *quit = add(appMenu, u"Quit Tillery"_s, QKeySequence::Quit, [this] { close(); });
+    QAction *quit = add(appMenu, tr("Quit Tillery"), QKeySequence::Quit, [this] { close(); });
     quit->setMenuRole(QAction::QuitRole);
 
-    QMenu *file = bar->addMenu(u"File"_s);
-    add(file, u"New Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_N), [&model] { model.createRepository(); });
-    add(file, u"Add Local Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_O), [&model] { model.addRepository(); });
+    QMenu *file = bar->addMenu(tr("File"));
+    add(file, tr("New Repository…"), QKeySequence(Qt::CTRL | Qt::Key_N), [&model] { model.createRepository(); });
+    add(file, tr("Add Local Repository…"), QKeySequence(Qt::CTRL | Qt::Key_O), [&model] { model.addRepository(); });
     file->addSeparator();
-    add(file, u"Clone Repository…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O),
+    add(file, tr("Clone Repository…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_O),
         [&model] { model.setSheetShown(Workspace::Sheet::clone, true); });
 
-    QMenu *repository = bar->addMenu(u"Repository"_s);
-    m_operationActions << add(repository, u"Push"_s, QKeySequence(Qt::CTRL | Qt::Key_P), [&model] {
+    QMenu *repository = bar->addMenu(tr("Repository"));
+    m_operationActions << add(repository, tr("Push"), QKeySequence(Qt::CTRL | Qt::Key_P), [&model] {
         model.push();
-    }) << add(repository, u"Pull"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [&model] {
+    }) << add(repository, tr("Pull"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P), [&model] {
         model.pull();
-    }) << add(repository, u"Fetch"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), [&model] { model.fetch(); });
+    }) << add(repository, tr("Fetch"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_T), [&model] { model.fetch(); });
     m_repositoryActions << add(
-        repository, u"Remove Repository…"_s, QKeySequence(Qt::CTRL | Qt::Key_Backspace), [&model] {
+        repository, tr("Remove Repository…"), QKeySequence(Qt::CTRL | Qt::Key_Backspace), [&model] {
             if (const std::optional<Repository> &selected = model.workspace().selectedRepository())
                 model.confirmRemove(*selected);
         });
     repository->addSeparator();
-    m_repositoryActions << add(repository, u"Open in Terminal"_s, controlKey(Qt::Key_QuoteLeft),
+    m_repositoryActions << add(repository, tr("Open in Terminal"), controlKey(Qt::Key_QuoteLeft),
                                [&model] { model.openInTerminal(); })
-                        << add(repository, fileManagerLabel(u"Show in Finder"_s),
+                        << add(repository, fileManagerLabel(tr("Show in Finder")),
                                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F), [&model] {
                                    if (const std::optional<Repository> &selected =
                                            model.workspace().selectedRepository())
@@ -150,32 +150,32 @@ void MainWindow::buildMenus()
     m_openInEditor = add(repository, model.editorTitle(), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_A),
                          [this] { m_model.openInEditor(editorTarget()); });
     m_repositoryActions << m_openInEditor
-                        << add(repository, u"Open With…"_s, QKeySequence(Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_A),
+                        << add(repository, tr("Open With…"), QKeySequence(Qt::CTRL | Qt::ALT | Qt::SHIFT | Qt::Key_A),
                                [this] {
                                    const QString application =
-                                       QFileDialog::getOpenFileName(this, u"Open With"_s, u"/usr/bin"_s);
+                                       QFileDialog::getOpenFileName(this, tr("Open With"), u"/usr/bin"_s);
                                    if (!application.isEmpty())
                                        m_model.openWith(editorTarget(), application);
                                });
     repository->addSeparator();
-    m_repositoryActions << add(repository, u"Find in History"_s, QKeySequence::Find, [this] {
+    m_repositoryActions << add(repository, tr("Find in History"), QKeySequence::Find, [this] {
         m_model.setTab(WorkspaceTab::history);
         m_workspace->historyView()->focusSearch();
     });
-    m_goToChangeset = add(repository, u"Go to Changeset…"_s, QKeySequence(Qt::CTRL | Qt::Key_L), [this] {
+    m_goToChangeset = add(repository, tr("Go to Changeset…"), QKeySequence(Qt::CTRL | Qt::Key_L), [this] {
         m_model.setTab(WorkspaceTab::history);
         m_model.goToChangeset();
     });
     m_repositoryActions << m_goToChangeset;
     repository->addSeparator();
-    m_operationActions << add(repository, u"Refresh"_s, QKeySequence(Qt::CTRL | Qt::Key_R),
+    m_operationActions << add(repository, tr("Refresh"), QKeySequence(Qt::CTRL | Qt::Key_R),
                               [&model] { model.refresh(); });
-    m_repositoryActions << add(repository, u"Repository Settings…"_s, {},
+    m_repositoryActions << add(repository, tr("Repository Settings…"), {},
                                [&model] { model.setSheetShown(Workspace::Sheet::remote, true); });
     connect(repository, &QMenu::aboutToShow, this, &MainWindow::updateActions);
 
-    QMenu *branch = bar->addMenu(u"Branch"_s);
-    m_operationActions << add(branch, u"New Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
+    QMenu *branch = bar->addMenu(tr("Branch"));
+    m_operationActions << add(branch, tr("New Branch…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_N),
                               [&model] { model.setSheetShown(Workspace::Sheet::bookmark, true); });
     const auto activeBookmark = [&model]() -> std::optional<Bookmark> {
         for (const Bookmark &bookmark : model.workspace().snapshot().bookmarks) {
@@ -184,32 +184,32 @@ void MainWindow::buildMenus()
         }
         return std::nullopt;
     };
-    m_rename = add(branch, u"Rename…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R), [&model, activeBookmark] {
+    m_rename = add(branch, tr("Rename…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_R), [&model, activeBookmark] {
         if (const std::optional<Bookmark> bookmark = activeBookmark())
             model.renameBookmark(*bookmark);
     });
-    m_delete = add(branch, u"Delete…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [&model, activeBookmark] {
+    m_delete = add(branch, tr("Delete…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D), [&model, activeBookmark] {
         if (const std::optional<Bookmark> bookmark = activeBookmark())
             model.deleteBookmark(*bookmark);
     });
     branch->addSeparator();
-    m_operationActions << add(branch, u"Discard All Changes…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backspace),
-                              [&model] { model.discardAll(); })
-                       << add(branch, u"Stash All Changes"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
+    m_operationActions << add(branch, tr("Discard All Changes…"),
+                              QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Backspace), [&model] { model.discardAll(); })
+                       << add(branch, tr("Stash All Changes"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S),
                               [&model] { model.stashAll(); });
     m_undoLastCommit = add(branch, tr("Undo Last Commit…"), {}, [&model] { model.undoLastCommit(); });
     branch->addSeparator();
-    m_updateFromDefault = add(branch, u"Update from default"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
+    m_updateFromDefault = add(branch, tr("Update from default"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_U),
                               [&model] { model.updateFromDefaultBranch(); });
     m_operationActions << m_updateFromDefault
-                       << add(branch, u"Compare to Branch"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B),
+                       << add(branch, tr("Compare to Branch"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_B),
                               [&model] { model.compare(); })
-                       << add(branch, u"Merge into Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
+                       << add(branch, tr("Merge into Current Branch…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_M),
                               [&model] { model.merge(); })
                        << (m_squashMerge =
-                               add(branch, u"Squash and Merge into Current Branch…"_s,
+                               add(branch, tr("Squash and Merge into Current Branch…"),
                                    QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_H), [&model] { model.squashMerge(); }))
-                       << add(branch, u"Rebase Current Branch…"_s, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
+                       << add(branch, tr("Rebase Current Branch…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_E),
                               [&model] { model.rebase(); });
     connect(branch, &QMenu::aboutToShow, this, &MainWindow::updateActions);
 
@@ -242,9 +242,9 @@ void MainWindow::updateActions()
     m_delete->setEnabled(free && hasActive);
     m_squashMerge->setEnabled(free && m_model.traits().hasSquashMerge);
     m_undoLastCommit->setEnabled(m_model.canUndoLastCommit());
-    m_updateFromDefault->setText(menuLabel(u"Update from "_s + m_model.workspace().snapshot().defaultBranch));
+    m_updateFromDefault->setText(menuLabel(tr("Update from %1").arg(m_model.workspace().snapshot().defaultBranch)));
     m_openInEditor->setText(menuLabel(m_model.editorTitle()));
-    m_goToChangeset->setText(u"Go to "_s + capitalized(m_model.traits().changeset) + u"…"_s);
+    m_goToChangeset->setText(tr("Go to %1…").arg(capitalized(m_model.traits().changeset)));
 }
 
 void MainWindow::updatePage()

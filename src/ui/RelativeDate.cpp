@@ -32,30 +32,31 @@ QString relativeDateText(const QDateTime &date, const QDateTime &now)
     const bool past = seconds >= 0;
     const qint64 span = past ? seconds : -seconds;
     if (span < 1)
-        return u"now"_s;
+        return QCoreApplication::translate("RelativeDate", "now");
 
     QString text;
     if (span < 60) {
-        text = amount(span, u"sec."_s);
+        text = amount(span, QCoreApplication::translate("RelativeDate", "sec."));
     } else if (span < 3600) {
-        text = amount(span / 60, u"min."_s);
+        text = amount(span / 60, QCoreApplication::translate("RelativeDate", "min."));
     } else if (span < 86400) {
-        text = amount(span / 3600, u"hr."_s);
+        text = amount(span / 3600, QCoreApplication::translate("RelativeDate", "hr."));
     } else {
         const QDateTime earlier = (past ? date : now).toLocalTime();
         const QDateTime later = (past ? now : date).toLocalTime();
         const qint64 months = wholeMonths(earlier, later);
         const qint64 days = span / 86400;
         if (months >= 12)
-            text = amount(months / 12, u"yr."_s);
+            text = amount(months / 12, QCoreApplication::translate("RelativeDate", "yr."));
         else if (months >= 1)
-            text = amount(months, u"mo."_s);
+            text = amount(months, QCoreApplication::translate("RelativeDate", "mo."));
         else if (days >= 7)
-            text = amount(days / 7, u"wk."_s);
+            text = amount(days / 7, QCoreApplication::translate("RelativeDate", "wk."));
         else
-            text = QCoreApplication::translate("RelativeDate", "%n day(s)", nullptr, static_cast<int>(days));
+            text = QCoreApplication::translate("RelativeDate", "%n day(s)", nullptr, int(days));
     }
-    return past ? text + u" ago"_s : u"in "_s + text;
+    return past ? QCoreApplication::translate("RelativeDate", "%1 ago").arg(text)
+                : QCoreApplication::translate("RelativeDate", "in %1").arg(text);
 }
 
 } // namespace tillery

@@ -29,18 +29,18 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     , m_model(model)
     , m_repository(model.workspace().selectedRepository())
     , m_address(new QLineEdit(shownAddress(model)))
-    , m_save(new QPushButton(u"Save"_s))
+    , m_save(new QPushButton(tr("Save")))
     , m_well(new IconWell)
-    , m_removeIcon(new QPushButton(u"Remove Icon"_s))
+    , m_removeIcon(new QPushButton(tr("Remove Icon")))
     , m_iconProblem(new ProblemLabel)
 {
     const KindTraits &words = model.traits();
-    setWindowTitle(u"Repository Settings"_s);
+    setWindowTitle(tr("Repository Settings"));
     m_address->setPlaceholderText(words.remoteAddressExample);
-    m_address->setAccessibleName(capitalized(words.remoteName) + u" remote address"_s);
+    m_address->setAccessibleName(tr("%1 remote address").arg(capitalized(words.remoteName)));
     m_address->setMinimumWidth(360);
 
-    auto *chooseIcon = new QPushButton(u"Choose Image…"_s);
+    auto *chooseIcon = new QPushButton(tr("Choose Image…"));
     connect(chooseIcon, &QPushButton::clicked, m_well, &IconWell::choose);
     connect(m_well, &IconWell::picked, this, &RepositorySettingsSheet::takePicture);
     connect(m_removeIcon, &QPushButton::clicked, this, [this] {
@@ -75,17 +75,17 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
 
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(8);
-    layout->addWidget(sheetTitle(u"Repository Settings"_s));
+    layout->addWidget(sheetTitle(tr("Repository Settings")));
     if (m_repository)
         layout->addWidget(quietNameLabel(QFileInfo(m_repository->path).fileName()));
     layout->addSpacing(6);
-    layout->addWidget(new QLabel(u"Remote “"_s + words.remoteName + u"”"_s));
+    layout->addWidget(new QLabel(tr("Remote “%1”").arg(words.remoteName)));
     layout->addWidget(m_address);
-    layout->addWidget(secondaryLabel(u"Set the "_s + words.toolName + u" `"_s + words.remoteName + u"` "_s
-                                     + words.remoteNoun
-                                     + u" used by Pull and Push. HTTPS, SSH, and local paths are supported."_s));
+    layout->addWidget(
+        secondaryLabel(tr("Set the %1 `%2` %3 used by Pull and Push. HTTPS, SSH, and local paths are supported.")
+                           .arg(words.toolName, words.remoteName, words.remoteNoun)));
     layout->addSpacing(6);
-    layout->addWidget(new QLabel(u"Icon"_s));
+    layout->addWidget(new QLabel(tr("Icon")));
     layout->addLayout(iconRow);
     layout->addWidget(m_iconProblem);
     layout->addWidget(buttons);
@@ -98,7 +98,7 @@ void RepositorySettingsSheet::takePicture(const QString &pictureFile)
         return;
     m_model.setRepositoryIcon(m_repository->path, pictureFile, [sheet = QPointer(this)](bool taken) {
         if (sheet)
-            sheet->m_iconProblem->setProblem(taken ? QString() : u"Choose a readable image file."_s);
+            sheet->m_iconProblem->setProblem(taken ? QString() : tr("Choose a readable image file."));
     });
 }
 

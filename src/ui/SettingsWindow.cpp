@@ -20,10 +20,10 @@ SettingsWindow::SettingsWindow(AppModel &model, ViewSettings &settings, QWidget 
     , m_appearance(new AppearanceSettings(settings))
     , m_integrations(new IntegrationsSettings(model))
 {
-    setWindowTitle(u"Settings"_s);
-    m_tabs->addTab(m_general, symbolIcon(u"person"_s), u"General"_s);
-    m_tabs->addTab(m_appearance, symbolIcon(u"paintbrush"_s), u"Appearance"_s);
-    m_tabs->addTab(m_integrations, symbolIcon(u"puzzlepiece"_s), u"Integrations"_s);
+    setWindowTitle(tr("Settings"));
+    m_tabs->addTab(m_general, symbolIcon(u"person"_s), tr("General"));
+    m_tabs->addTab(m_appearance, symbolIcon(u"paintbrush"_s), tr("Appearance"));
+    m_tabs->addTab(m_integrations, symbolIcon(u"puzzlepiece"_s), tr("Integrations"));
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::close);
     auto *layout = new QVBoxLayout(this);

@@ -84,12 +84,12 @@ ShelvesView::ShelvesView(AppModel &model, ViewSettings &settings, QWidget *paren
     , m_files(new ChangedFilesModel(model, ChangedFilesModel::Source::shelf, this))
     , m_pages(new QStackedWidget)
     , m_empty(new EmptyState(QString(), u"archivebox"_s, QString()))
-    , m_list(makeList(u"shelves"_s, u"Shelves"_s))
-    , m_fileList(makeList(u"shelfFiles"_s, u"Files"_s))
-    , m_filesTitle(new QLabel(u"Files"_s))
-    , m_restore(new QPushButton(u"Restore"_s))
-    , m_restoreAndDelete(new QPushButton(u"Restore and Delete"_s))
-    , m_delete(new QPushButton(u"Delete…"_s))
+    , m_list(makeList(u"shelves"_s, tr("Shelves")))
+    , m_fileList(makeList(u"shelfFiles"_s, tr("Files")))
+    , m_filesTitle(new QLabel(tr("Files")))
+    , m_restore(new QPushButton(tr("Restore")))
+    , m_restoreAndDelete(new QPushButton(tr("Restore and Delete")))
+    , m_delete(new QPushButton(tr("Delete…")))
     , m_diffView(new DiffView(
           model, settings,
           [&model] {
@@ -177,9 +177,9 @@ void ShelvesView::update()
 {
     const KindTraits &traits = m_model.traits();
     const bool none = m_model.workspace().snapshot().shelves.isEmpty();
-    m_empty->setTitle(u"No "_s + capitalized(traits.shelves));
-    m_empty->setDetail(u"Changes set aside with “%1 Selected Files” on the Changes page show here."_s.arg(
-        capitalized(traits.shelveVerb)));
+    m_empty->setTitle(tr("No %1").arg(capitalized(traits.shelves)));
+    m_empty->setDetail(tr("Changes set aside with “%1 Selected Files” on the Changes page show here.")
+                           .arg(capitalized(traits.shelveVerb)));
     m_list->setAccessibleName(capitalized(traits.shelves));
     m_pages->setCurrentIndex(none ? 0 : 1);
     const bool canAct = m_model.shelfSelection().selectedShelf() && !m_model.activityState().isBusy();
@@ -200,7 +200,7 @@ void ShelvesView::showSelection()
     const int fileRow = file ? m_files->rowOf(file->path) : -1;
     if (fileRow >= 0)
         m_fileList->setCurrentIndex(m_files->index(fileRow));
-    m_filesTitle->setText(m_files->rowCount() > 0 ? u"Files (%1)"_s.arg(m_files->rowCount()) : u"Files"_s);
+    m_filesTitle->setText(m_files->rowCount() > 0 ? tr("Files (%1)").arg(m_files->rowCount()) : tr("Files"));
     m_updatingSelection = false;
     update();
 }

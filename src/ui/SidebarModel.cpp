@@ -116,7 +116,7 @@ QVariant SidebarModel::data(const QModelIndex &index, int role) const
         // A heading, as sidebars show them: small, bold and quiet.
         switch (role) {
         case Qt::DisplayRole:
-            return u"Repositories"_s;
+            return tr("Repositories");
         case Qt::FontRole: {
             QFont font;
             font.setPointSizeF(font.pointSizeF() * 0.9);

@@ -40,7 +40,7 @@ SidebarView::SidebarView(AppModel &model, QWidget *parent)
     m_tree->setSelectionMode(QAbstractItemView::SingleSelection);
     m_tree->setContextMenuPolicy(Qt::CustomContextMenu);
     m_tree->setExpandsOnDoubleClick(true);
-    m_tree->setAccessibleName(u"Repositories"_s);
+    m_tree->setAccessibleName(tr("Repositories"));
     m_tree->setFrameShape(QFrame::NoFrame);
     // The highlight and the selected repository never part: whatever makes a
     // row current (a click, the arrow keys) selects what it shows.
@@ -66,20 +66,20 @@ SidebarView::SidebarView(AppModel &model, QWidget *parent)
 
     m_add->setObjectName(u"addRepository"_s);
     m_add->setIcon(symbolIcon(u"plus"_s));
-    m_add->setToolTip(u"Add a repository"_s);
-    m_add->setAccessibleName(u"Add a repository"_s);
+    m_add->setToolTip(tr("Add a repository"));
+    m_add->setAccessibleName(tr("Add a repository"));
     m_add->setAutoRaise(true);
     m_add->setPopupMode(QToolButton::InstantPopup);
     auto *addMenu = new QMenu(m_add);
-    connect(addMenu->addAction(u"Add Existing Repository…"_s), &QAction::triggered, &model,
+    connect(addMenu->addAction(tr("Add Existing Repository…")), &QAction::triggered, &model,
             [&model] { model.addRepository(); });
-    connect(addMenu->addAction(u"Create New Repository…"_s), &QAction::triggered, &model,
+    connect(addMenu->addAction(tr("Create New Repository…")), &QAction::triggered, &model,
             [&model] { model.createRepository(); });
-    connect(addMenu->addAction(u"Clone Repository…"_s), &QAction::triggered, &model,
+    connect(addMenu->addAction(tr("Clone Repository…")), &QAction::triggered, &model,
             [&model] { model.setSheetShown(Workspace::Sheet::clone, true); });
     addMenu->addSeparator();
-    connect(addMenu->addAction(u"New Folder"_s), &QAction::triggered, &model, [&model] { model.createFolder(); });
-    connect(addMenu->addAction(u"Sort Sidebar by Name"_s), &QAction::triggered, &model,
+    connect(addMenu->addAction(tr("New Folder")), &QAction::triggered, &model, [&model] { model.createFolder(); });
+    connect(addMenu->addAction(tr("Sort Sidebar by Name")), &QAction::triggered, &model,
             [&model] { model.sortSidebarByName(); });
     m_add->setMenu(addMenu);
 
@@ -148,9 +148,9 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
     auto *menu = new QMenu(this);
     if (const std::optional<Repository> repository = m_sidebar->repositoryAt(index)) {
         const QString path = repository->path;
-        connect(menu->addAction(fileManagerLabel(u"Show in Finder"_s)), &QAction::triggered, this,
+        connect(menu->addAction(fileManagerLabel(tr("Show in Finder"))), &QAction::triggered, this,
                 [this, path] { m_model.reveal(path); });
-        connect(menu->addAction(u"Open in Terminal"_s), &QAction::triggered, this, [this, repository = *repository] {
+        connect(menu->addAction(tr("Open in Terminal")), &QAction::triggered, this, [this, repository = *repository] {
             m_model.select(repository);
             m_model.openInTerminal();
         });
@@ -159,26 +159,26 @@ QMenu *SidebarView::contextMenuFor(const QModelIndex &index)
                     m_model.select(repository);
                     m_model.openInEditor(repository.path);
                 });
-        QMenu *move = menu->addMenu(u"Move to Folder"_s);
-        connect(move->addAction(u"Repositories"_s), &QAction::triggered, this,
+        QMenu *move = menu->addMenu(tr("Move to Folder"));
+        connect(move->addAction(tr("Repositories")), &QAction::triggered, this,
                 [this, path] { m_model.moveToTopLevel(path); });
         move->addSeparator();
         for (const RepositoryFolder &folder : m_model.library().repositoryFolders()) {
             connect(move->addAction(menuLabel(folder.name)), &QAction::triggered, this,
                     [this, path, id = folder.id] { m_model.moveIntoFolder(path, id); });
         }
-        connect(move->addAction(u"New Folder"_s), &QAction::triggered, this,
+        connect(move->addAction(tr("New Folder")), &QAction::triggered, this,
                 [this, path] { m_model.createFolder(path); });
         menu->addSeparator();
-        connect(menu->addAction(u"Remove Repository…"_s), &QAction::triggered, this,
+        connect(menu->addAction(tr("Remove Repository…")), &QAction::triggered, this,
                 [this, repository = *repository] { m_model.confirmRemove(repository); });
         return menu;
     }
     const QUuid folder = index.data(SidebarModel::FolderRole).toUuid();
     if (!folder.isNull()) {
-        connect(menu->addAction(u"Rename Folder…"_s), &QAction::triggered, this,
+        connect(menu->addAction(tr("Rename Folder…")), &QAction::triggered, this,
                 [this, folder] { m_model.renameFolder(folder); });
-        connect(menu->addAction(u"Remove Folder…"_s), &QAction::triggered, this,
+        connect(menu->addAction(tr("Remove Folder…")), &QAction::triggered, this,
                 [this, folder] { m_model.removeFolder(folder); });
     }
     return menu;

@@ -19,21 +19,21 @@ WelcomeView::WelcomeView(AppModel &model, ViewSettings &settings, QWidget *paren
     auto *icon = new QLabel;
     icon->setPixmap(symbolIcon(u"point.3.connected.trianglepath.dotted"_s).pixmap(64, 64));
     icon->setAlignment(Qt::AlignCenter);
-    auto *title = new QLabel(u"Welcome to Tillery"_s);
+    auto *title = new QLabel(tr("Welcome to Tillery"));
     QFont titleFont = title->font();
     titleFont.setPointSizeF(titleFont.pointSizeF() * 2.2);
     titleFont.setWeight(QFont::DemiBold);
     title->setFont(titleFont);
     title->setAlignment(Qt::AlignCenter);
     auto *line = new QLabel(
-        u"Manage repositories, review changes, and work with Mercurial or Git without leaving your desktop."_s);
+        tr("Manage repositories, review changes, and work with Mercurial or Git without leaving your desktop."));
     line->setAlignment(Qt::AlignCenter);
     line->setWordWrap(true);
     line->setForegroundRole(QPalette::PlaceholderText);
 
-    auto *add = new QPushButton(u"Add Local Repository…"_s);
-    auto *create = new QPushButton(u"Create Repository…"_s);
-    auto *clone = new QPushButton(u"Clone Repository…"_s);
+    auto *add = new QPushButton(tr("Add Local Repository…"));
+    auto *create = new QPushButton(tr("Create Repository…"));
+    auto *clone = new QPushButton(tr("Clone Repository…"));
     connect(add, &QPushButton::clicked, &model, [&model] { model.addRepository(); });
     connect(create, &QPushButton::clicked, &model, [&model] { model.createRepository(); });
     connect(clone, &QPushButton::clicked, &model, [&model] { model.setSheetShown(Workspace::Sheet::clone, true); });

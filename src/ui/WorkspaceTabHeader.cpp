@@ -91,11 +91,11 @@ void TabButton::paintEvent(QPaintEvent *)
 
 WorkspaceTabHeader::WorkspaceTabHeader(AppModel &model, QWidget *parent)
     : QWidget(parent)
-    , m_changes(new TabButton(u"Changes"_s))
-    , m_history(new TabButton(u"History"_s))
-    , m_shelves(new TabButton(u"Shelves"_s))
+    , m_changes(new TabButton(tr("Changes")))
+    , m_history(new TabButton(tr("History")))
+    , m_shelves(new TabButton(tr("Shelves")))
 {
-    m_history->setAccessibleName(u"History"_s);
+    m_history->setAccessibleName(tr("History"));
     connect(m_changes, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::changes); });
     connect(m_history, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::history); });
     connect(m_shelves, &TabButton::clicked, &model, [&model] { model.setTab(WorkspaceTab::shelves); });
@@ -117,7 +117,7 @@ void WorkspaceTabHeader::update(AppModel &model)
 {
     const qsizetype count = model.workspace().snapshot().files.size();
     m_changes->setBadge(count);
-    m_changes->setAccessibleName(count > 0 ? u"Changes, %1"_s.arg(count) : u"Changes"_s);
+    m_changes->setAccessibleName(count > 0 ? tr("Changes, %1").arg(count) : tr("Changes"));
     m_changes->setChecked(model.workspace().tab() == WorkspaceTab::changes);
     m_history->setChecked(model.workspace().tab() == WorkspaceTab::history);
     const QString shelves = capitalized(model.traits().shelves);

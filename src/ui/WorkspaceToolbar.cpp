@@ -35,12 +35,12 @@ WorkspaceToolbar::WorkspaceToolbar(AppModel &model, QWidget *parent)
     , m_model(model)
     , m_title(new QLabel)
     , m_branch(new QToolButton)
-    , m_fetch(toolButton(u"arrow.triangle.2.circlepath"_s, u"Fetch"_s))
-    , m_pull(toolButton(u"arrow.down.circle"_s, u"Pull"_s))
-    , m_push(toolButton(u"arrow.up.circle"_s, u"Push"_s))
-    , m_terminal(toolButton(u"terminal"_s, u"Open in Terminal"_s))
+    , m_fetch(toolButton(u"arrow.triangle.2.circlepath"_s, tr("Fetch")))
+    , m_pull(toolButton(u"arrow.down.circle"_s, tr("Pull")))
+    , m_push(toolButton(u"arrow.up.circle"_s, tr("Push")))
+    , m_terminal(toolButton(u"terminal"_s, tr("Open in Terminal")))
     , m_editor(toolButton(u"pencil"_s, model.editorTitle()))
-    , m_refresh(toolButton(u"arrow.clockwise"_s, u"Refresh"_s))
+    , m_refresh(toolButton(u"arrow.clockwise"_s, tr("Refresh")))
 {
     QFont titleFont = m_title->font();
     titleFont.setWeight(QFont::DemiBold);
@@ -113,12 +113,12 @@ QMenu *WorkspaceToolbar::branchMenu()
         item->setCheckable(true);
         item->setChecked(bookmark.active);
         connect(item, &QAction::triggered, this,
-                [this, bookmark] { m_model.switchTo(bookmark, u"Switching to "_s + bookmark.name); });
+                [this, bookmark] { m_model.switchTo(bookmark, tr("Switching to %1").arg(bookmark.name)); });
     }
     if (snapshot.bookmarks.isEmpty())
-        menu->addAction(u"No "_s + words.bookmarks)->setEnabled(false);
+        menu->addAction(tr("No %1").arg(words.bookmarks))->setEnabled(false);
     menu->addSeparator();
-    connect(menu->addAction(u"New "_s + capitalized(words.bookmark) + u"…"_s), &QAction::triggered, this,
+    connect(menu->addAction(tr("New %1…").arg(capitalized(words.bookmark))), &QAction::triggered, this,
             [this] { m_model.setSheetShown(Workspace::Sheet::bookmark, true); });
     return menu;
 }
@@ -129,10 +129,10 @@ void WorkspaceToolbar::update()
     m_title->setText(repository ? QFileInfo(repository->path).fileName() : QString());
     const QString current = currentName(m_model);
     m_branch->setText(menuLabel(current));
-    m_branch->setToolTip(u"Switch branch"_s);
-    m_branch->setAccessibleName(u"Branch: "_s + current);
+    m_branch->setToolTip(tr("Switch branch"));
+    m_branch->setAccessibleName(tr("Branch: %1").arg(current));
     const bool published = m_model.workspace().snapshot().currentBranchIsPublished;
-    const QString pushLabel = published ? u"Push"_s : u"Publish this branch"_s;
+    const QString pushLabel = published ? tr("Push") : tr("Publish this branch");
     m_push->setToolTip(pushLabel);
     m_push->setAccessibleName(pushLabel);
     m_push->setText(pushLabel);
