@@ -84,10 +84,11 @@ LoggedRun::~LoggedRun()
     CommandLog::shared().record(std::move(m_entry));
 }
 
-void LoggedRun::exited(int status, bool crashed)
+void LoggedRun::exited(int status, bool accepted, bool crashed)
 {
     m_entry.durationMilliseconds = m_timer.elapsed();
     m_entry.status = status;
+    m_entry.statusAccepted = accepted && !crashed;
     m_entry.outcome = crashed ? CommandOutcome::crashed : CommandOutcome::exited;
 }
 

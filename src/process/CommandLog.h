@@ -51,7 +51,7 @@ public:
     LoggedRun(const LoggedRun &) = delete;
     LoggedRun &operator=(const LoggedRun &) = delete;
 
-    void exited(int status, bool crashed = false);
+    void exited(int status, bool accepted, bool crashed = false);
     void ended(CommandOutcome outcome) { m_entry.outcome = outcome; }
     void setServed() { m_entry.served = true; }
 

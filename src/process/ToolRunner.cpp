@@ -206,7 +206,7 @@ CommandOutput runMercurial(const ToolCommand &command, const std::optional<QStri
         log.setServed();
         return *served;
     });
-    log.exited(run.status, run.crashed);
+    log.exited(run.status, command.acceptedStatuses.contains(run.status), run.crashed);
     return judge<MercurialFailure>(run, command.arguments, command.acceptedStatuses);
 }
 
@@ -216,7 +216,7 @@ CommandOutput runGit(const ToolCommand &command, const std::optional<QString> &d
     LoggedRun log(u"git"_s, runArguments(tool, control) + command.arguments, runEnvironment(tool, control), directory);
     const FinishedRun run =
         withLoggedFailures(log, [&] { return runToEnd<GitFailure>(tool, command.arguments, directory, control); });
-    log.exited(run.status, run.crashed);
+    log.exited(run.status, command.acceptedStatuses.contains(run.status), run.crashed);
     return judge<GitFailure>(run, command.arguments, command.acceptedStatuses);
 }
 
@@ -240,7 +240,7 @@ std::unique_ptr<ToolStream> streamGit(const ToolCommand &command, const QString 
     });
     return std::make_unique<ToolStream>(
         child, [log, arguments = command.arguments, accepted = command.acceptedStatuses](const CommandOutput &output) {
-            log->exited(output.status);
+            log->exited(output.status, accepted.contains(output.status));
             if (!accepted.contains(output.status))
                 throw GitFailure::rejected(arguments, output);
         });

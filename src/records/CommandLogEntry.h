@@ -40,10 +40,12 @@ struct CommandLogEntry {
     qint64 durationMilliseconds = 0;
     CommandOutcome outcome = CommandOutcome::exited;
     int status = 0;
+    // The command allows this status: a search that found nothing, say.
+    bool statusAccepted = true;
     // Answered by a Mercurial command server rather than a process of its own.
     bool served = false;
 
-    bool succeeded() const { return outcome == CommandOutcome::exited && status == 0; }
+    bool succeeded() const { return outcome == CommandOutcome::exited && statusAccepted; }
 
     friend bool operator==(const CommandLogEntry &, const CommandLogEntry &) = default;
 };

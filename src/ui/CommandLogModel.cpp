@@ -74,7 +74,7 @@ QString CommandLogModel::statusText(const CommandLogEntry &entry) const
 {
     switch (entry.outcome) {
     case CommandOutcome::exited:
-        return entry.status == 0 ? QString::number(0) : tr("Failed (%1)").arg(entry.status);
+        return entry.statusAccepted ? QString::number(entry.status) : tr("Failed (%1)").arg(entry.status);
     case CommandOutcome::crashed:
         return tr("Crashed");
     case CommandOutcome::cancelled:

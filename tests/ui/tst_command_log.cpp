@@ -5,6 +5,8 @@
 #include "WindowHarness.h"
 
 #include "model/CommandLogFeed.h"
+#include "git/GitTool.h"
+#include "mercurial/MercurialTool.h"
 #include "model/VersionControl.h"
 #include "process/CommandLog.h"
 #include "process/ToolRunner.h"
@@ -251,6 +253,29 @@ private Q_SLOTS:
         }
         QCOMPARE(rows.index(0, CommandLogModel::repository).data().toString(),
                  QFileInfo(repository->path()).fileName());
+    }
+
+    // A status the command allows is no failure; the same status refused is one.
+    void allowedStatusIsNoFailure_data() { test::addKindColumn(); }
+    void allowedStatusIsNoFailure()
+    {
+        QFETCH(RepositoryKind, kind);
+        const std::unique_ptr<test::RepositoryFixture> repository = test::makeFixture(kind);
+        CommandLogFeed feed;
+        CommandLogModel rows(feed);
+        const quint64 before = newestSequence();
+        // Asks for the remote's address, which is not set: status 1.
+        const bool git = kind == RepositoryKind::git;
+        ToolCommand lookup = git ? GitTool::originUrlCommand() : MercurialTool::storedDefaultPathCommand();
+        const auto run = [&] { return git ? runGit(lookup, repository->path()) : runMercurial(lookup, repository->path()); };
+        QCOMPARE(run().status, 1);
+        lookup.acceptedStatuses = {0};
+        QVERIFY(test::failureOf(run) != u"(no failure)");
+        QTRY_VERIFY(rows.rowCount() >= 2 && rows.entry(1).sequence > before);
+        QCOMPARE(rows.index(0, CommandLogModel::status).data().toString(), u"Failed (1)"_s);
+        QCOMPARE(rows.index(1, CommandLogModel::status).data().toString(), u"1"_s);
+        QVERIFY(!rows.entry(0).succeeded());
+        QVERIFY(rows.entry(1).succeeded());
     }
 
     // The log keeps only the newest entries.
