@@ -155,13 +155,7 @@ public:
         }
     }
 
-    // The paths staged for the next commit, nothing without a commit yet;
-    // and, where nothing was, whether the chosen patch applied to that index.
-    struct StagingRun {
-        std::optional<QSet<QString>> staged;
-        std::optional<bool> appliedToOwnIndex;
-    };
-
+    // The paths staged for the next commit, nothing without a commit yet.
     static std::optional<QSet<QString>> stagedPathsOf(const CommandOutput &stagedNames)
     {
         if (stagedNames.status != 0)
@@ -260,73 +254,60 @@ public:
             if (parentPaths.last())
                 withParent.append(*parentPaths.last());
         }
-        // Both reads run while the chosen versions are worked out. When
-        // nothing else is staged, git apply then starts up on the person's
-        // own index and waits for the patch; a refusal sends it nothing.
-        std::promise<QByteArray> patchPromise;
-        std::shared_future<QByteArray> patchReady = patchPromise.get_future().share();
-        std::future<StagingRun> staging = startConcurrently([&] {
-            StagingRun run{stagedPathsOf(Tool::run(Tool::stagedNamesCommand(), repositoryPath)), std::nullopt};
-            if (run.staged && run.staged->isEmpty())
-                run.appliedToOwnIndex = applies(repositoryPath, [&] { return patchReady.get(); });
-            return run;
-        });
-        bool patchSent = false;
+        // The staged paths and HEAD's blobs are read while the chosen versions
+        // are worked out, and git apply starts up on the person's own index
+        // meanwhile: it is sent the patch when nothing else is staged, else
+        // nothing, which it refuses.
+        std::future<std::optional<QSet<QString>>> staged =
+            startConcurrently([&] { return stagedPathsOf(Tool::run(Tool::stagedNamesCommand(), repositoryPath)); });
+        std::promise<QByteArray> ownIndexPatch;
+        std::shared_future<QByteArray> ownIndexInput = ownIndexPatch.get_future().share();
+        std::future<bool> appliedToOwnIndex =
+            startConcurrently([&] { return applies(repositoryPath, [&] { return ownIndexInput.get(); }); });
+        bool inputSent = false;
         const auto sendNothingOnFailure = qScopeGuard([&] {
-            if (!patchSent)
-                patchPromise.set_value(QByteArray());
+            if (!inputSent)
+                ownIndexPatch.set_value(QByteArray());
         });
-        std::future<QHash<QString, QString>> headBlobs = startConcurrently([&] {
+        std::shared_future<QHash<QString, QString>> headBlobs = startConcurrently([&] {
             return withParent.isEmpty()
                        ? QHash<QString, QString>()
                        : parseTreeBlobs(outputOf(Tool::headEntriesCommand(withParent), repositoryPath));
-        });
-        // Each file's versions and patch, worked out on two threads.
-        struct Prepared {
-            ChosenVersion version;
-            QString patch;
-        };
-        QList<Prepared> prepared = mappedInTwo(chosen.size(), [&](qsizetype index) {
+        }).share();
+        // Each file's patch, worked out on two threads.
+        const QStringList filePatches = mappedInTwo(chosen.size(), [&](qsizetype index) {
             const WorkingFile &file = chosen[index].file;
             const ChosenVersion version = committedVersions(repositoryPath, {chosen[index]}).constFirst();
             const bool isNew = !parentPaths[index];
-            if (!isNew && version.parent == version.committed)
-                return Prepared{version, QString()};
-            return Prepared{version, chosenFilePatch(chosen[index], version, isNew,
-                                                     QFileInfo(QDir(repositoryPath).filePath(file.path)).isExecutable())};
-        });
-        QList<ChosenVersion> versions;
-        QStringList filePatches;
-        for (Prepared &file : prepared) {
-            versions.append(std::move(file.version));
-            filePatches.append(std::move(file.patch));
-        }
-        const QHash<QString, QString> headBlobIds = headBlobs.get();
-        for (qsizetype index = 0; index < chosen.size(); ++index) {
-            const QString head = headBlobIds.value(parentPaths[index].value_or(QString()));
-            if (!head.isEmpty() && blobId(versions[index].parent.toUtf8(), head.size()) != head)
+            const QString head = isNew ? QString() : headBlobs.get().value(*parentPaths[index]);
+            if (!head.isEmpty() && blobId(version.parent.toUtf8(), head.size()) != head)
                 refuseAsChanged({chosen[index]});
-        }
+            if (!isNew && version.parent == version.committed)
+                return QString();
+            return chosenFilePatch(chosen[index], version, isNew,
+                                   QFileInfo(QDir(repositoryPath).filePath(file.path)).isExecutable());
+        });
         const QString patch = filePatches.join(QString());
-        patchPromise.set_value(patch.toUtf8());
-        patchSent = true;
-        const StagingRun stagingRun = staging.get();
+        const std::optional<QSet<QString>> stagedPaths = staged.get();
+        const bool nothingElseStaged = stagedPaths && stagedPaths->isEmpty();
+        ownIndexPatch.set_value(nothingElseStaged ? patch.toUtf8() : QByteArray());
+        inputSent = true;
+        const bool applied = appliedToOwnIndex.get();
         const QString message = composeCommitMessage(request.summary, request.description);
         const std::optional<git::GitIdentity> identity = parseIdentity(request.userName);
-        if (stagingRun.appliedToOwnIndex) {
-            if (!*stagingRun.appliedToOwnIndex)
+        if (nothingElseStaged) {
+            if (!applied)
                 refuseAsChanged(chosen);
             if (!wholeFiles.isEmpty())
                 Tool::run(Tool::stageFilesCommand(pathsOf(wholeFiles)), repositoryPath);
             Tool::run(Tool::commitIndexCommand(message, identity, request.amend), repositoryPath);
             return;
         }
-        const bool hasHead = stagingRun.staged.has_value();
-        const QSet<QString> stagedPaths = stagingRun.staged.value_or(QSet<QString>());
+        const bool hasHead = stagedPaths.has_value();
         QString followingPatch;
         for (qsizetype index = 0; index < chosen.size(); ++index) {
             const WorkingFile &file = chosen[index].file;
-            if (file.state == FileState::untracked || (hasHead && !stagedPaths.contains(file.path)))
+            if (file.state == FileState::untracked || (hasHead && !stagedPaths->contains(file.path)))
                 followingPatch += filePatches[index];
         }
         const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
