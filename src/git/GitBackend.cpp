@@ -135,24 +135,22 @@ public:
         return wholeFilePatch(path, version.parent, version.committed, isNew, executable);
     }
 
-    static void applyToIndex(const QString &repositoryPath, const QString &patch, RunControl control,
-                             const QList<ChosenChanges> &chosen)
+    // Whether the patch in the control's input applied to the index; an empty one never does.
+    static bool applies(const QString &repositoryPath, const RunControl &control)
     {
-        control.input = patch.toUtf8();
-        if (Tool::run(Tool::applyToIndexCommand(), repositoryPath, control).status != 0)
-            refuseAsChanged(chosen);
-    }
-
-    // Whether the patch applied to the person's index; an empty one never does.
-    static bool applies(const QString &repositoryPath, std::function<QByteArray()> patch)
-    {
-        RunControl control;
-        control.lateInput = std::move(patch);
         try {
             return Tool::run(Tool::applyToIndexCommand(), repositoryPath, control).status == 0;
         } catch (const GitFailure &) {
             return false;
         }
+    }
+
+    static void applyToIndex(const QString &repositoryPath, const QString &patch, RunControl control,
+                             const QList<ChosenChanges> &chosen)
+    {
+        control.input = patch.toUtf8();
+        if (!applies(repositoryPath, control))
+            refuseAsChanged(chosen);
     }
 
     // The paths staged for the next commit, nothing without a commit yet.
@@ -263,7 +261,11 @@ public:
         std::promise<QByteArray> ownIndexPatch;
         std::shared_future<QByteArray> ownIndexInput = ownIndexPatch.get_future().share();
         std::future<bool> appliedToOwnIndex =
-            startConcurrently([&] { return applies(repositoryPath, [&] { return ownIndexInput.get(); }); });
+            startConcurrently([&] {
+                RunControl control;
+                control.lateInput = [&] { return ownIndexInput.get(); };
+                return applies(repositoryPath, control);
+            });
         bool inputSent = false;
         const auto sendNothingOnFailure = qScopeGuard([&] {
             if (!inputSent)

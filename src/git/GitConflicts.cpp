@@ -21,9 +21,6 @@ namespace {
 
 using Tool = GitTool;
 
-const auto outputOf = [](const ToolCommand &command, const QString &repositoryPath,
-                        const RunControl &control = {}) { return GitTool::output(command, repositoryPath, control); };
-
 QString pendingStashDrop(const QString &gitFolder)
 {
     QFile file(pendingStashDropPath(gitFolder));
@@ -49,7 +46,7 @@ QSet<QString> pathSet(const QList<ConflictEntry> &entries)
 // the index first; refused for a file with neither.
 QList<ConflictEntry> reopenedConflicts(const QString &repositoryPath, const QStringList &paths)
 {
-    QList<ConflictEntry> entries = parseConflictEntries(outputOf(Tool::unmergedEntriesCommand(paths), repositoryPath));
+    QList<ConflictEntry> entries = parseConflictEntries(Tool::output(Tool::unmergedEntriesCommand(paths), repositoryPath));
     const QSet<QString> unmerged = pathSet(entries);
     QStringList resolved;
     for (const QString &path : paths) {
@@ -58,7 +55,7 @@ QList<ConflictEntry> reopenedConflicts(const QString &repositoryPath, const QStr
     }
     if (resolved.isEmpty())
         return entries;
-    QList<ConflictEntry> kept = parseConflictEntries(outputOf(Tool::resolveUndoCommand(resolved), repositoryPath));
+    QList<ConflictEntry> kept = parseConflictEntries(Tool::output(Tool::resolveUndoCommand(resolved), repositoryPath));
     kept.removeIf([&unmerged](const ConflictEntry &entry) { return unmerged.contains(entry.path); });
     const QSet<QString> reopened = pathSet(kept);
     for (const QString &path : resolved) {
@@ -73,7 +70,7 @@ QList<ConflictEntry> reopenedConflicts(const QString &repositoryPath, const QStr
 
 void refuseWhileUnresolved(const QString &repositoryPath)
 {
-    if (!outputOf(Tool::unmergedEntriesCommand({}), repositoryPath).isEmpty())
+    if (!Tool::output(Tool::unmergedEntriesCommand({}), repositoryPath).isEmpty())
         throw RefusedInput(u"Some files still have conflicts; resolve them first."_s);
 }
 
@@ -89,9 +86,9 @@ QString stashOfConflicts(const QString &repositoryPath, const QList<ConflictEntr
             theirs.insert(entry.path, entry.id);
     }
     const QStringList paths = theirs.keys();
-    for (const QString &id : parseLines(outputOf(Tool::stashCommitIdsCommand(), repositoryPath))) {
+    for (const QString &id : parseLines(Tool::output(Tool::stashCommitIdsCommand(), repositoryPath))) {
         const QHash<QString, QString> blobs =
-            parseTreeBlobs(outputOf(Tool::treeEntriesCommand(id, paths), repositoryPath));
+            parseTreeBlobs(Tool::output(Tool::treeEntriesCommand(id, paths), repositoryPath));
         const bool matches = std::all_of(paths.cbegin(), paths.cend(),
                                          [&](const QString &path) { return blobs.value(path) == theirs.value(path); });
         if (matches && !paths.isEmpty())
@@ -108,7 +105,7 @@ QStringList untouchedUntrackedFiles(const QString &repositoryPath, const QString
         return {};
     QStringList untouched;
     const QHash<QString, QString> blobs =
-        parseTreeBlobs(outputOf(Tool::treeEntriesCommand(stash + u"^3"_s), repositoryPath));
+        parseTreeBlobs(Tool::output(Tool::treeEntriesCommand(stash + u"^3"_s), repositoryPath));
     for (auto entry = blobs.cbegin(); entry != blobs.cend(); ++entry) {
         QFile file(repositoryPath + u'/' + entry.key());
         if (!QFileInfo(file).isSymLink() && file.open(QIODevice::ReadOnly)
@@ -128,24 +125,24 @@ QStringList untouchedUntrackedFiles(const QString &repositoryPath, const QString
 void abortStashRestore(const QString &repositoryPath, const QString &gitFolder)
 {
     const QList<ConflictEntry> unmerged =
-        parseConflictEntries(outputOf(Tool::unmergedEntriesCommand({}), repositoryPath));
+        parseConflictEntries(Tool::output(Tool::unmergedEntriesCommand({}), repositoryPath));
     const QSet<QString> unmergedPaths = pathSet(unmerged);
-    QList<ConflictEntry> resolved = parseConflictEntries(outputOf(Tool::resolveUndoCommand(), repositoryPath));
+    QList<ConflictEntry> resolved = parseConflictEntries(Tool::output(Tool::resolveUndoCommand(), repositoryPath));
     resolved.removeIf([&unmergedPaths](const ConflictEntry &entry) { return unmergedPaths.contains(entry.path); });
     const QList<ConflictEntry> conflicts = unmerged + resolved;
     const QSet<QString> conflicted = pathSet(conflicts);
     QString stash = pendingStashDrop(gitFolder);
     if (stash.isEmpty())
         stash = stashOfConflicts(repositoryPath, conflicts);
-    const QStringList staged = parseNames(outputOf(Tool::stagedNamesCommand(), repositoryPath));
+    const QStringList staged = parseNames(Tool::output(Tool::stagedNamesCommand(), repositoryPath));
     QStringList restored;
-    for (const QString &path : parseNames(outputOf(Tool::changedPathsCommand(stash), repositoryPath))) {
+    for (const QString &path : parseNames(Tool::output(Tool::changedPathsCommand(stash), repositoryPath))) {
         if (staged.contains(path) && !conflicted.contains(path))
             restored.append(path);
     }
     RunControl patch;
     if (!restored.isEmpty()) {
-        patch.input = outputOf(Tool::changesPatchCommand(stash, restored), repositoryPath);
+        patch.input = Tool::output(Tool::changesPatchCommand(stash, restored), repositoryPath);
         if (Tool::run(Tool::reverseApplyCommand(true), repositoryPath, patch).status != 0)
             throw RefusedInput(u"Files the stash changed were changed again since it was restored; "
                                "the restore was not undone."_s);
@@ -193,7 +190,7 @@ QString workingGitFolder(const QString &repositoryPath)
         if (!target.isEmpty())
             return QDir::cleanPath(QDir(repositoryPath).absoluteFilePath(target));
     }
-    return decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed();
+    return decodeUtf8OrEmpty(Tool::output(Tool::gitFolderCommand(), repositoryPath)).trimmed();
 }
 
 OperationInProgress operationInProgress(const QString &gitFolder, const QList<WorkingFile> &files)
@@ -223,7 +220,7 @@ QStringList resolvedFiles(const QString &repositoryPath, const QList<WorkingFile
             unresolved.insert(file.path);
     }
     QStringList resolved;
-    for (const QString &path : pathSet(parseConflictEntries(outputOf(Tool::resolveUndoCommand(), repositoryPath)))) {
+    for (const QString &path : pathSet(parseConflictEntries(Tool::output(Tool::resolveUndoCommand(), repositoryPath)))) {
         if (!unresolved.contains(path))
             resolved.append(path);
     }
@@ -266,7 +263,7 @@ void markResolved(const QString &repositoryPath, const QStringList &paths, bool 
 void openInMergeTool(const QString &repositoryPath, const QString &path)
 {
     const MergeToolSettings settings =
-        parseMergeToolSettings(outputOf(Tool::mergeToolSettingsCommand(), repositoryPath));
+        parseMergeToolSettings(Tool::output(Tool::mergeToolSettingsCommand(), repositoryPath));
     if (!settings.repositoryKeys.isEmpty())
         throw RefusedInput(u"This repository's own configuration sets a merge tool (%1); Tillery runs only one that "
                            "you set in your own Git configuration."_s.arg(settings.repositoryKeys.join(u", "_s)));

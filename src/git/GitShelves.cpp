@@ -22,9 +22,6 @@ namespace {
 
 using Tool = GitTool;
 
-const auto outputOf = [](const ToolCommand &command, const QString &repositoryPath,
-                        const RunControl &control = {}) { return GitTool::output(command, repositoryPath, control); };
-
 const QString &checkedStashId(const Shelf &stash)
 {
     if (!isFullCommitId(stash.id))
@@ -35,7 +32,7 @@ const QString &checkedStashId(const Shelf &stash)
 // The entry's "stash@{n}" now, looked up by its id; nothing when it is gone.
 std::optional<QString> referenceOf(const QString &repositoryPath, const QString &id)
 {
-    const QList<QByteArray> ids = outputOf(Tool::stashIdsCommand(), repositoryPath).split('\n');
+    const QList<QByteArray> ids = Tool::output(Tool::stashIdsCommand(), repositoryPath).split('\n');
     const qsizetype index = ids.indexOf(id.toLatin1());
     return index < 0 ? std::nullopt : std::optional(u"stash@{%1}"_s.arg(index));
 }
@@ -49,12 +46,12 @@ QString currentReference(const QString &repositoryPath, const Shelf &stash)
 
 bool hasUnmergedFiles(const QString &repositoryPath)
 {
-    return !outputOf(Tool::unmergedFilesCommand(), repositoryPath).isEmpty();
+    return !Tool::output(Tool::unmergedFilesCommand(), repositoryPath).isEmpty();
 }
 
 QString pendingDropPath(const QString &repositoryPath)
 {
-    return pendingStashDropPath(decodeUtf8OrEmpty(outputOf(Tool::gitFolderCommand(), repositoryPath)).trimmed());
+    return pendingStashDropPath(decodeUtf8OrEmpty(Tool::output(Tool::gitFolderCommand(), repositoryPath)).trimmed());
 }
 
 void rememberPendingDrop(const QString &path, const QString &id)
@@ -70,7 +67,7 @@ void rememberPendingDrop(const QString &path, const QString &id)
 
 QList<Shelf> listStashes(const QString &repositoryPath)
 {
-    return parseStashList(outputOf(Tool::stashListCommand(), repositoryPath));
+    return parseStashList(Tool::output(Tool::stashListCommand(), repositoryPath));
 }
 
 QList<WorkingFile> stashFiles(const QString &repositoryPath, const Shelf &stash)
@@ -78,7 +75,7 @@ QList<WorkingFile> stashFiles(const QString &repositoryPath, const Shelf &stash)
     const QString &id = checkedStashId(stash);
     std::future<CommandOutput> untracked =
         startConcurrently([&] { return Tool::run(Tool::stashUntrackedFilesCommand(id), repositoryPath); });
-    QList<WorkingFile> files = parseCommitFiles(outputOf(Tool::stashFilesCommand(id), repositoryPath));
+    QList<WorkingFile> files = parseCommitFiles(Tool::output(Tool::stashFilesCommand(id), repositoryPath));
     const CommandOutput untrackedFiles = untracked.get();
     if (untrackedFiles.status != 0)
         return files;
@@ -97,7 +94,7 @@ QString stashDiff(const QString &repositoryPath, const Shelf &stash, const QStri
 {
     const QString &id = checkedStashId(stash);
     const RunControl control{isCancelled, {}};
-    const QString diff = decodeUtf8OrEmpty(outputOf(Tool::stashDiffCommand(id, path), repositoryPath, control));
+    const QString diff = decodeUtf8OrEmpty(Tool::output(Tool::stashDiffCommand(id, path), repositoryPath, control));
     if (!diff.isEmpty())
         return diff;
     // Not among the entry's own changes: one of its untracked files, if it has any.
