@@ -14,6 +14,7 @@ public:
     std::optional<QString> enterText(const TextRequest &) override { return std::nullopt; }
     std::optional<QString> chooseFolder(const FolderRequest &) override { return std::nullopt; }
     std::optional<CredentialAnswer> askCredential(const CredentialRequest &) override { return std::nullopt; }
+    void withdrawCredentialQuestion() override { }
 };
 
 class SilentDesktop final : public Desktop {

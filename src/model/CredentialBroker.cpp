@@ -153,9 +153,15 @@ void CredentialBroker::answerNext()
         return;
     const Question question = m_questions.takeFirst();
     std::optional<QString> reply;
-    if (const std::shared_ptr<CredentialRun> run = m_runs.value(question.token).lock()) {
+    const bool helperWaits = question.socket && question.socket->state() == QLocalSocket::ConnectedState;
+    const std::shared_ptr<CredentialRun> run = m_runs.value(question.token).lock();
+    if (run && helperWaits) {
         m_asking = true;
+        // The helper goes when its command is stopped; so does its question.
+        const QMetaObject::Connection helperGone =
+            connect(question.socket, &QLocalSocket::disconnected, this, [this] { m_prompts.withdrawCredentialQuestion(); });
         reply = answer(*run, question.prompt);
+        disconnect(helperGone);
         m_asking = false;
     }
     if (question.socket && question.socket->state() == QLocalSocket::ConnectedState) {

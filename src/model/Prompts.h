@@ -73,6 +73,9 @@ public:
     // A question a tool asked while it talked to a remote; nothing on
     // "Cancel" (for a host key: on "No").
     virtual std::optional<CredentialAnswer> askCredential(const CredentialRequest &request) = 0;
+    // The question on screen is no longer wanted (the command that asked
+    // has ended): it goes away as if cancelled.
+    virtual void withdrawCredentialQuestion() = 0;
 };
 
 } // namespace tillery

@@ -4,6 +4,7 @@
 
 #ifdef Q_OS_UNIX
 #include <cerrno>
+#include <csignal>
 #include <unistd.h>
 #endif
 
@@ -27,10 +28,35 @@ void runAtBackgroundPriority(QProcess &process)
 #endif
 }
 
+namespace {
+
+// A child that leads a process group of its own (one started in a session
+// of its own) is stopped with everything it started: ssh, and the helper
+// that asks for a password, would otherwise outlive it.
+void signalChild(QProcess &process, int signal)
+{
+#ifdef Q_OS_UNIX
+    const pid_t child = pid_t(process.processId());
+    if (child > 0 && getpgid(child) == child)
+        (void)::kill(-child, signal);
+#else
+    Q_UNUSED(process);
+    Q_UNUSED(signal);
+#endif
+}
+
+} // namespace
+
 void stopChild(QProcess &process)
 {
+#ifdef Q_OS_UNIX
+    signalChild(process, SIGTERM);
+#endif
     process.terminate();
     if (!process.waitForFinished(terminateGraceMilliseconds)) {
+#ifdef Q_OS_UNIX
+        signalChild(process, SIGKILL);
+#endif
         process.kill();
         process.waitForFinished(-1);
     }

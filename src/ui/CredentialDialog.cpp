@@ -77,11 +77,4 @@ std::optional<CredentialAnswer> CredentialDialog::answer() const
     return CredentialAnswer{m_field ? m_field->text() : QString(), m_remember && m_remember->isChecked()};
 }
 
-std::optional<CredentialAnswer> CredentialDialog::ask(QWidget *parent, const CredentialRequest &request)
-{
-    CredentialDialog dialog(parent, request);
-    dialog.exec();
-    return dialog.answer();
-}
-
 } // namespace tillery

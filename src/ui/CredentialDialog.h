@@ -24,9 +24,6 @@ public:
     // The answer once accepted; nothing when cancelled.
     std::optional<CredentialAnswer> answer() const;
 
-    // Shows the dialog until the person answers.
-    static std::optional<CredentialAnswer> ask(QWidget *parent, const CredentialRequest &request);
-
 private:
     CredentialRequest::Kind m_kind;
     QLineEdit *m_field = nullptr;

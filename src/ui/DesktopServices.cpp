@@ -123,7 +123,16 @@ std::optional<QString> DialogPrompts::chooseFolder(const FolderRequest &request)
 
 std::optional<CredentialAnswer> DialogPrompts::askCredential(const CredentialRequest &request)
 {
-    return CredentialDialog::ask(m_window, request);
+    CredentialDialog dialog(m_window, request);
+    m_credentialDialog = &dialog;
+    dialog.exec();
+    return dialog.answer();
+}
+
+void DialogPrompts::withdrawCredentialQuestion()
+{
+    if (m_credentialDialog)
+        m_credentialDialog->reject();
 }
 
 } // namespace tillery

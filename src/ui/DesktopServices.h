@@ -2,9 +2,13 @@
 
 #include "model/Prompts.h"
 
+#include <QPointer>
+
 class QWidget;
 
 namespace tillery {
+
+class CredentialDialog;
 
 // The model's questions as the platform's dialogs, over the main window.
 class DialogPrompts final : public Prompts {
@@ -17,9 +21,11 @@ public:
     std::optional<QString> enterText(const TextRequest &request) override;
     std::optional<QString> chooseFolder(const FolderRequest &request) override;
     std::optional<CredentialAnswer> askCredential(const CredentialRequest &request) override;
+    void withdrawCredentialQuestion() override;
 
 private:
     QWidget *m_window;
+    QPointer<CredentialDialog> m_credentialDialog;
 };
 
 } // namespace tillery

@@ -415,7 +415,7 @@ private Q_SLOTS:
     }
 
     // A command whose question is on screen can still be stopped: it ends,
-    // quietly, before the question is answered.
+    // quietly, and its question goes away unanswered.
     void stoppedWhileAsking_data() { test::addKindColumn(); }
     void stoppedWhileAsking()
     {
@@ -432,6 +432,7 @@ private Q_SLOTS:
         scene.harness.prompts.whileAsking = [&](const CredentialRequest &) {
             model.cancelOperation();
             QTRY_VERIFY(!model.activityState().isBusy());
+            QTRY_COMPARE(scene.harness.prompts.withdrawnQuestions, 1);
             endedWhileAsking = true;
         };
         scene.harness.prompts.credentialAnswers = {CredentialAnswer{u"alice"_s, false}};

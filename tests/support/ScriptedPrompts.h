@@ -38,6 +38,8 @@ public:
     QList<CredentialRequest> credentials;
     // Runs while a question is on screen, before it is answered.
     std::function<void(const CredentialRequest &)> whileAsking;
+    void withdrawCredentialQuestion() override { ++withdrawnQuestions; }
+    int withdrawnQuestions = 0;
 };
 
 // Records the desktop services asked for; the Trash is a real one in the

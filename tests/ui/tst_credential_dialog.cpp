@@ -3,6 +3,7 @@
 
 #include "model/SecretStore.h"
 #include "ui/CredentialDialog.h"
+#include "ui/DesktopServices.h"
 
 #include <QDialogButtonBox>
 
@@ -89,6 +90,24 @@ private Q_SLOTS:
             QCOMPARE(given->text, answer->text);
             QCOMPARE(given->remember, answer->remember);
         }
+    }
+
+    // A withdrawn question closes its dialog, unanswered, typed text and all.
+    void withdrawnQuestionCloses()
+    {
+        DialogPrompts prompts;
+        QTimer::singleShot(0, [&] {
+            QTRY_VERIFY(QApplication::activeModalWidget());
+            QTest::keyClicks(QApplication::activeModalWidget()->findChild<QLineEdit *>(), u"typed"_s);
+            prompts.withdrawCredentialQuestion();
+        });
+        // Should it stay, it is answered.
+        QTimer::singleShot(5000, [] {
+            if (QWidget *dialog = QApplication::activeModalWidget())
+                dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok)->click();
+        });
+        QVERIFY(!prompts.askCredential({CredentialRequest::Kind::secret, u"h"_s, u"Password:"_s, QString()}));
+        prompts.withdrawCredentialQuestion();
     }
 
     // Without a secret service on the session bus nothing can be kept, and
