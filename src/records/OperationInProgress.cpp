@@ -1,6 +1,6 @@
 #include "records/OperationInProgress.h"
 
-using namespace Qt::StringLiterals;
+#include <QCoreApplication>
 
 namespace tillery {
 
@@ -11,13 +11,35 @@ QString operationTitle(OperationInProgress operation, RepositoryKind kind)
     case OperationInProgress::none:
         return QString();
     case OperationInProgress::merge:
-        return u"Merge"_s;
+        return QCoreApplication::translate("tillery::OperationInProgress", "Merge", "title");
     case OperationInProgress::rebase:
-        return u"Rebase"_s;
+        return QCoreApplication::translate("tillery::OperationInProgress", "Rebase", "title");
     case OperationInProgress::graft:
-        return git ? u"Cherry-Pick"_s : u"Graft"_s;
+        return git ? QCoreApplication::translate("tillery::OperationInProgress", "Cherry-Pick", "title")
+                   : QCoreApplication::translate("tillery::OperationInProgress", "Graft", "title");
     case OperationInProgress::unshelve:
-        return git ? u"Stash Restore"_s : u"Unshelve"_s;
+        return git ? QCoreApplication::translate("tillery::OperationInProgress", "Stash Restore", "title")
+                   : QCoreApplication::translate("tillery::OperationInProgress", "Unshelve", "title");
+    }
+    return QString();
+}
+
+QString operationNoun(OperationInProgress operation, RepositoryKind kind)
+{
+    const bool git = kind == RepositoryKind::git;
+    switch (operation) {
+    case OperationInProgress::none:
+        return QString();
+    case OperationInProgress::merge:
+        return QCoreApplication::translate("tillery::OperationInProgress", "merge", "within a sentence");
+    case OperationInProgress::rebase:
+        return QCoreApplication::translate("tillery::OperationInProgress", "rebase", "within a sentence");
+    case OperationInProgress::graft:
+        return git ? QCoreApplication::translate("tillery::OperationInProgress", "cherry-pick", "within a sentence")
+                   : QCoreApplication::translate("tillery::OperationInProgress", "graft", "within a sentence");
+    case OperationInProgress::unshelve:
+        return git ? QCoreApplication::translate("tillery::OperationInProgress", "stash restore", "within a sentence")
+                   : QCoreApplication::translate("tillery::OperationInProgress", "unshelve", "within a sentence");
     }
     return QString();
 }

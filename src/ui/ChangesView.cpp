@@ -234,7 +234,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     if (anyUnresolved || anyResolved)
         menu->addSeparator();
     add(discardLabel, [this] { m_model.discardSelected(); });
-    add(tr("%1 Selected Files…").arg(capitalized(m_model.traits().shelveVerb)),
+    add(byKind(m_model.traits().kind, tr("Shelve Selected Files…"), tr("Stash Selected Files…")),
         [this] { m_model.shelveSelectedFiles(); });
     menu->addSeparator();
     connect(menu->addAction(tr("Ignore File (Add to %1)").arg(ignoreFile)), &QAction::triggered, this,
