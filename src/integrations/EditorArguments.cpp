@@ -71,7 +71,7 @@ std::optional<QString> validate(const QString &text)
         if (argument.contains(placeholder))
             return std::nullopt;
     }
-    return QCoreApplication::translate("tillery::EditorArguments", "Arguments must include %1.").arg(placeholder);
+    return QCoreApplication::translate("tillery::EditorArguments", "Arguments must include %TARGET_PATH%.");
 }
 
 QStringList substituted(const QStringList &arguments, const QString &targetPath)

@@ -203,7 +203,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     const QString absolute = repository->path + u'/' + clicked.path;
 
     const QString discardLabel =
-        targets.size() == 1 ? tr("Discard Changes") : tr("Discard %1 Selected Changes").arg(targets.size());
+        targets.size() == 1 ? tr("Discard Changes") : tr("Discard %n Selected Changes", nullptr, int(targets.size()));
     const bool anyUnresolved = std::any_of(targets.cbegin(), targets.cend(), [](const WorkingFile &file) {
         return file.state == FileState::unresolved;
     });
