@@ -2444,73 +2444,73 @@
 <context>
     <name>tillery::OperationInProgress</name>
     <message>
-        <location filename="../src/records/OperationInProgress.cpp" line="+14"/>
+        <location filename="../src/records/OperationInProgress.cpp" line="+27"/>
         <source>Merge</source>
         <comment>title</comment>
         <translation>Merge</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+3"/>
         <source>Rebase</source>
         <comment>title</comment>
         <translation>Rebase</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+4"/>
         <source>Cherry-Pick</source>
         <comment>title</comment>
         <translation>Cherry-Pick</translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+2"/>
         <source>Graft</source>
         <comment>title</comment>
         <translation>Graft</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+4"/>
         <source>Stash Restore</source>
         <comment>title</comment>
         <translation>Wiederherstellung aus dem Stash</translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+2"/>
         <source>Unshelve</source>
         <comment>title</comment>
         <translation>Wiederherstellung der Rückstellung</translation>
     </message>
     <message>
-        <location line="+12"/>
+        <location line="-14"/>
         <source>merge</source>
         <comment>within a sentence</comment>
         <translation>Merge</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+3"/>
         <source>rebase</source>
         <comment>within a sentence</comment>
         <translation>Rebase</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+4"/>
         <source>cherry-pick</source>
         <comment>within a sentence</comment>
         <translation>Cherry-Pick</translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+2"/>
         <source>graft</source>
         <comment>within a sentence</comment>
         <translation>Graft</translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+4"/>
         <source>stash restore</source>
         <comment>within a sentence</comment>
         <translation>Wiederherstellung aus dem Stash</translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+2"/>
         <source>unshelve</source>
         <comment>within a sentence</comment>
         <translation>Wiederherstellung der Rückstellung</translation>

@@ -4,44 +4,63 @@
 
 namespace tillery {
 
-QString operationTitle(OperationInProgress operation, RepositoryKind kind)
+namespace {
+
+// A text marked for translation with the sense it is used in.
+struct Marked {
+    const char *source = nullptr;
+    const char *comment = nullptr;
+};
+
+struct OperationWords {
+    Marked title;
+    Marked noun;
+};
+
+OperationWords wordsOf(OperationInProgress operation, RepositoryKind kind)
 {
     const bool git = kind == RepositoryKind::git;
     switch (operation) {
     case OperationInProgress::none:
-        return QString();
+        return {};
     case OperationInProgress::merge:
-        return QCoreApplication::translate("tillery::OperationInProgress", "Merge", "title");
+        return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Merge", "title"),
+                QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "merge", "within a sentence")};
     case OperationInProgress::rebase:
-        return QCoreApplication::translate("tillery::OperationInProgress", "Rebase", "title");
+        return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Rebase", "title"),
+                QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "rebase", "within a sentence")};
     case OperationInProgress::graft:
-        return git ? QCoreApplication::translate("tillery::OperationInProgress", "Cherry-Pick", "title")
-                   : QCoreApplication::translate("tillery::OperationInProgress", "Graft", "title");
+        if (git)
+            return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Cherry-Pick", "title"),
+                    QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "cherry-pick", "within a sentence")};
+        return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Graft", "title"),
+                QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "graft", "within a sentence")};
     case OperationInProgress::unshelve:
-        return git ? QCoreApplication::translate("tillery::OperationInProgress", "Stash Restore", "title")
-                   : QCoreApplication::translate("tillery::OperationInProgress", "Unshelve", "title");
+        if (git)
+            return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Stash Restore", "title"),
+                    QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "stash restore", "within a sentence")};
+        return {QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "Unshelve", "title"),
+                QT_TRANSLATE_NOOP3("tillery::OperationInProgress", "unshelve", "within a sentence")};
     }
-    return QString();
+    return {};
+}
+
+QString translated(const Marked &text)
+{
+    return text.source ? QCoreApplication::translate("tillery::OperationInProgress", text.source, text.comment)
+                       : QString();
+}
+
+} // namespace
+
+QString operationTitle(OperationInProgress operation, RepositoryKind kind)
+{
+    return translated(wordsOf(operation, kind).title);
 }
 
 QString operationNoun(OperationInProgress operation, RepositoryKind kind)
 {
-    const bool git = kind == RepositoryKind::git;
-    switch (operation) {
-    case OperationInProgress::none:
-        return QString();
-    case OperationInProgress::merge:
-        return QCoreApplication::translate("tillery::OperationInProgress", "merge", "within a sentence");
-    case OperationInProgress::rebase:
-        return QCoreApplication::translate("tillery::OperationInProgress", "rebase", "within a sentence");
-    case OperationInProgress::graft:
-        return git ? QCoreApplication::translate("tillery::OperationInProgress", "cherry-pick", "within a sentence")
-                   : QCoreApplication::translate("tillery::OperationInProgress", "graft", "within a sentence");
-    case OperationInProgress::unshelve:
-        return git ? QCoreApplication::translate("tillery::OperationInProgress", "stash restore", "within a sentence")
-                   : QCoreApplication::translate("tillery::OperationInProgress", "unshelve", "within a sentence");
-    }
-    return QString();
+    return translated(wordsOf(operation, kind).noun);
 }
 
 } // namespace tillery
