@@ -68,25 +68,33 @@ int main(int argc, char *argv[])
     installTranslations();
 
     QCommandLineParser parser;
-    parser.setApplicationDescription(u"A desktop client for Mercurial and Git repositories."_s);
+    parser.setApplicationDescription(
+        QCoreApplication::translate("main", "A desktop client for Mercurial and Git repositories."));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption screenshotOption(u"screenshot"_s, u"Render the main window to a PNG file and quit."_s,
-                                              u"file"_s);
-    const QCommandLineOption repositoryOption(u"repository"_s, u"Select (and add) this repository."_s, u"folder"_s);
-    const QCommandLineOption tabOption(u"tab"_s, u"Show this page: changes or history."_s, u"tab"_s, u"changes"_s);
-    const QCommandLineOption fileOption(u"file"_s, u"Select this changed file (a repository-relative path)."_s,
-                                        u"path"_s);
-    const QCommandLineOption demoOption(u"demo"_s,
-                                        u"Open two sample repositories made in a temporary folder, with settings of "
-                                        "their own; your own list of repositories is left alone."_s);
-    const QCommandLineOption reportOption(u"report-window"_s,
-                                          u"Print a line on standard output once the window is on screen."_s);
-    const QCommandLineOption darkOption(u"dark"_s, u"Use a dark palette."_s);
-    const QCommandLineOption tourOption(u"screenshot-tour"_s,
-                                        u"With --demo: write pictures of every page, sheet and settings tab, light "
-                                        "and dark, into the folder and quit."_s,
-                                        u"folder"_s);
+    const QCommandLineOption screenshotOption(
+        u"screenshot"_s, QCoreApplication::translate("main", "Render the main window to a PNG file and quit."),
+        u"file"_s);
+    const QCommandLineOption repositoryOption(
+        u"repository"_s, QCoreApplication::translate("main", "Select (and add) this repository."), u"folder"_s);
+    const QCommandLineOption tabOption(
+        u"tab"_s, QCoreApplication::translate("main", "Show this page: changes or history."), u"tab"_s, u"changes"_s);
+    const QCommandLineOption fileOption(
+        u"file"_s, QCoreApplication::translate("main", "Select this changed file (a repository-relative path)."),
+        u"path"_s);
+    const QCommandLineOption demoOption(
+        u"demo"_s, QCoreApplication::translate("main", "Open two sample repositories made in a temporary folder, with "
+                                                       "settings of their own; your own list of repositories is left "
+                                                       "alone."));
+    const QCommandLineOption reportOption(
+        u"report-window"_s,
+        QCoreApplication::translate("main", "Print a line on standard output once the window is on screen."));
+    const QCommandLineOption darkOption(u"dark"_s, QCoreApplication::translate("main", "Use a dark palette."));
+    const QCommandLineOption tourOption(
+        u"screenshot-tour"_s,
+        QCoreApplication::translate("main", "With --demo: write pictures of every page, sheet and settings "
+                                            "tab, light and dark, into the folder and quit."),
+        u"folder"_s);
     parser.addOptions(
         {screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption, tourOption});
     parser.addPositionalArgument(

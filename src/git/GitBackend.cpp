@@ -15,6 +15,7 @@
 #include "process/ToolBackend.h"
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -63,48 +64,50 @@ bool hasOrigin(const QString &repositoryPath)
 }
 
 class GitBackend final : public ToolBackend<Tool> {
+    Q_DECLARE_TR_FUNCTIONS(tillery::GitBackend)
+
 public:
-    const KindTraits &traits() const override
+    KindTraits traits() const override
     {
-        static const KindTraits traits{
+        return {
             RepositoryKind::git,
             u"Git"_s,
-            u"commit"_s,
-            u"commits"_s,
-            u"branch"_s,
-            u"branches"_s,
+            QCoreApplication::translate("tillery::KindTraits", "commit", "noun"),
+            QCoreApplication::translate("tillery::KindTraits", "commits", "noun"),
+            QCoreApplication::translate("tillery::KindTraits", "branch"),
+            QCoreApplication::translate("tillery::KindTraits", "branches"),
             u"origin"_s,
-            u"remote"_s,
+            QCoreApplication::translate("tillery::KindTraits", "remote", "noun"),
             u"https://example.com/project.git"_s,
-            u"Create and check out a Git branch at the current commit."_s,
-            u"The branch will point to the current commit and be checked out."_s,
+            QCoreApplication::translate("tillery::KindTraits",
+                                        "Create and check out a Git branch at the current commit."),
+            QCoreApplication::translate("tillery::KindTraits",
+                                        "The branch will point to the current commit and be checked out."),
             QString(),
             true,
-            u"stash"_s,
-            u"stashes"_s,
-            u"stash"_s,
+            QCoreApplication::translate("tillery::KindTraits", "stash", "noun"),
+            QCoreApplication::translate("tillery::KindTraits", "stashes", "noun"),
         };
-        return traits;
     }
 
     std::optional<QString> bookmarkNameProblem(const QString &name) const override
     {
         static const QString forbidden = u" ~^:?*[\\"_s;
         if (std::any_of(name.cbegin(), name.cend(), [](QChar character) { return forbidden.contains(character); }))
-            return u"A branch name cannot contain spaces or any of ~ ^ : ? * [ \\."_s;
+            return tr("A branch name cannot contain spaces or any of ~ ^ : ? * [ \\.");
         if (name.contains(u".."_s))
-            return u"A branch name cannot contain “..”."_s;
+            return tr("A branch name cannot contain “..”.");
         if (name.contains(u"@{"_s) || name == u"@")
-            return u"A branch name cannot be “@” or contain “@{”."_s;
+            return tr("A branch name cannot be “@” or contain “@{”.");
         if (name.startsWith(u'/') || name.endsWith(u'/') || name.contains(u"//"_s))
-            return u"A branch name cannot begin or end with “/” or hold “//”."_s;
+            return tr("A branch name cannot begin or end with “/” or hold “//”.");
         if (name.endsWith(u'.') || name.endsWith(u".lock"_s))
-            return u"A branch name cannot end with “.” or “.lock”."_s;
+            return tr("A branch name cannot end with “.” or “.lock”.");
         const QList<QStringView> parts = QStringView(name).split(u'/');
         if (std::any_of(parts.cbegin(), parts.cend(), [](QStringView part) { return part.startsWith(u'.'); }))
-            return u"No part of a branch name can begin with “.”."_s;
+            return tr("No part of a branch name can begin with “.”.");
         if (name == u"HEAD")
-            return u"“HEAD” is a name Git keeps for itself."_s;
+            return tr("“HEAD” is a name Git keeps for itself.");
         return std::nullopt;
     }
 
@@ -214,12 +217,12 @@ public:
     {
         const CommandOutput commits = Tool::run(Tool::headAndParentCommand(), repositoryPath);
         if (commits.status != 0)
-            return u"There is no commit yet."_s;
+            return tr("There is no commit yet.");
         if (Tool::run(Tool::headOnUpstreamCommand(), repositoryPath).status != 0)
             return std::nullopt;
         const QString upstream = decodeUtf8OrEmpty(outputOf(Tool::upstreamNameCommand(), repositoryPath)).trimmed();
-        return u"The last commit is already on “%1”, where others may have it; it can no longer be changed."_s.arg(
-            upstream);
+        return tr("The last commit is already on “%1”, where others may have it; it can no longer be changed.")
+            .arg(upstream);
     }
 
     void undoLastCommit(const QString &repositoryPath) const override
@@ -227,7 +230,7 @@ public:
         refuseRewriteWhereNeeded(repositoryPath);
         const QByteArray commits = outputOf(Tool::headAndParentCommand(), repositoryPath);
         if (commits.trimmed().split('\n').size() < 2)
-            throw RefusedInput(u"The first commit cannot be undone."_s);
+            throw RefusedInput(tr("The first commit cannot be undone."));
         Tool::run(Tool::undoLastCommitCommand(), repositoryPath);
     }
 
@@ -314,7 +317,7 @@ public:
         }
         const QTemporaryDir scratch(metadataFolder(repositoryPath) + u"/tillery-commit-XXXXXX"_s);
         if (!scratch.isValid())
-            throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(scratch.errorString()));
+            throw PlatformFailure::temporaryFolderNotMade(scratch.errorString());
         const RunControl ownIndex{{}, {}, false, {{u"GIT_INDEX_FILE"_s, scratch.filePath(u"index"_s)}}};
         Tool::run(Tool::readHeadTreeCommand(hasHead), repositoryPath, ownIndex);
         if (!wholeFiles.isEmpty())

@@ -8,6 +8,7 @@
 #include "records/LocalizedOrder.h"
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -60,7 +61,9 @@ QList<ConflictEntry> reopenedConflicts(const QString &repositoryPath, const QStr
     const QSet<QString> reopened = pathSet(kept);
     for (const QString &path : resolved) {
         if (!reopened.contains(path))
-            throw RefusedInput(u"“%1” has no conflict that Git still knows of."_s.arg(path));
+            throw RefusedInput(
+                QCoreApplication::translate("tillery::GitConflicts", "“%1” has no conflict that Git still knows of.")
+                    .arg(path));
     }
     RunControl control;
     control.input = conflictRestoringIndexInfo(kept);
@@ -71,7 +74,8 @@ QList<ConflictEntry> reopenedConflicts(const QString &repositoryPath, const QStr
 void refuseWhileUnresolved(const QString &repositoryPath)
 {
     if (!Tool::output(Tool::unmergedEntriesCommand({}), repositoryPath).isEmpty())
-        throw RefusedInput(u"Some files still have conflicts; resolve them first."_s);
+        throw RefusedInput(QCoreApplication::translate("tillery::GitConflicts",
+                                                       "Some files still have conflicts; resolve them first."));
 }
 
 // The newest stash entry whose version of every conflicted file is the one
@@ -94,7 +98,9 @@ QString stashOfConflicts(const QString &repositoryPath, const QList<ConflictEntr
         if (matches && !paths.isEmpty())
             return id;
     }
-    throw RefusedInput(u"Tillery cannot tell which stash was being restored; the working copy was left as it is."_s);
+    throw RefusedInput(QCoreApplication::translate(
+        "tillery::GitConflicts",
+        "Tillery cannot tell which stash was being restored; the working copy was left as it is."));
 }
 
 // The stash's untracked files that the restore wrote and that are still as
@@ -144,8 +150,9 @@ void abortStashRestore(const QString &repositoryPath, const QString &gitFolder)
     if (!restored.isEmpty()) {
         patch.input = Tool::output(Tool::changesPatchCommand(stash, restored), repositoryPath);
         if (Tool::run(Tool::reverseApplyCommand(true), repositoryPath, patch).status != 0)
-            throw RefusedInput(u"Files the stash changed were changed again since it was restored; "
-                               "the restore was not undone."_s);
+            throw RefusedInput(QCoreApplication::translate("tillery::GitConflicts",
+                                                           "Files the stash changed were changed again since it was "
+                                                           "restored; the restore was not undone."));
     }
     const QStringList untracked = untouchedUntrackedFiles(repositoryPath, stash);
 
@@ -265,10 +272,14 @@ void openInMergeTool(const QString &repositoryPath, const QString &path)
     const MergeToolSettings settings =
         parseMergeToolSettings(Tool::output(Tool::mergeToolSettingsCommand(), repositoryPath));
     if (!settings.repositoryKeys.isEmpty())
-        throw RefusedInput(u"This repository's own configuration sets a merge tool (%1); Tillery runs only one that "
-                           "you set in your own Git configuration."_s.arg(settings.repositoryKeys.join(u", "_s)));
+        throw RefusedInput(QCoreApplication::translate("tillery::GitConflicts",
+                                                       "This repository's own configuration sets a merge tool (%1); "
+                                                       "Tillery runs only one that you set in your own Git "
+                                                       "configuration.")
+                               .arg(settings.repositoryKeys.join(u", "_s)));
     if (!settings.toolChosen)
-        throw RefusedInput(u"No merge tool is set in your Git configuration (merge.tool)."_s);
+        throw RefusedInput(QCoreApplication::translate("tillery::GitConflicts",
+                                                       "No merge tool is set in your Git configuration (merge.tool)."));
     reopenedConflicts(repositoryPath, {path});
     Tool::run(Tool::mergeToolCommand(path), repositoryPath);
 }

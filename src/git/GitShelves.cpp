@@ -9,6 +9,7 @@
 #include "records/LocalizedOrder.h"
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -25,7 +26,8 @@ using Tool = GitTool;
 const QString &checkedStashId(const Shelf &stash)
 {
     if (!isFullCommitId(stash.id))
-        throw RefusedInput(u"“%1” is not the id of a stash entry."_s.arg(stash.id));
+        throw RefusedInput(
+            QCoreApplication::translate("tillery::GitShelves", "“%1” is not the id of a stash entry.").arg(stash.id));
     return stash.id;
 }
 
@@ -41,7 +43,8 @@ QString currentReference(const QString &repositoryPath, const Shelf &stash)
 {
     if (std::optional<QString> reference = referenceOf(repositoryPath, checkedStashId(stash)))
         return *reference;
-    throw RefusedInput(u"The stash “%1” no longer exists."_s.arg(stash.title));
+    throw RefusedInput(
+        QCoreApplication::translate("tillery::GitShelves", "The stash “%1” no longer exists.").arg(stash.title));
 }
 
 bool hasUnmergedFiles(const QString &repositoryPath)
@@ -58,7 +61,7 @@ void rememberPendingDrop(const QString &path, const QString &id)
 {
     const QString folder = QFileInfo(path).path();
     if (QFileInfo(folder).isSymLink() || !QDir().mkpath(folder))
-        throw PlatformFailure(u"The folder %1 could not be created."_s.arg(folder));
+        throw PlatformFailure::folderNotCreated(folder);
     if (const std::optional<QString> reason = replaceFile(path, id.toLatin1() + '\n'))
         throw PlatformFailure(*reason);
 }
@@ -107,7 +110,8 @@ void restoreStash(const QString &repositoryPath, const Shelf &stash, bool keep)
     const QString &id = checkedStashId(stash);
     currentReference(repositoryPath, stash);
     if (hasUnmergedFiles(repositoryPath))
-        throw RefusedInput(u"Resolve the conflicts in the working copy before restoring a stash."_s);
+        throw RefusedInput(QCoreApplication::translate(
+            "tillery::GitShelves", "Resolve the conflicts in the working copy before restoring a stash."));
     const QString pending = pendingDropPath(repositoryPath);
     try {
         // Applied by its id; dropped (below) by its place in the list at that time.

@@ -1,5 +1,7 @@
 #include "integrations/EditorArguments.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery::ExternalEditorArguments {
@@ -8,9 +10,9 @@ QString errorText(ParseError error)
 {
     switch (error) {
     case ParseError::unterminatedQuote:
-        return u"The arguments contain an unterminated quote."_s;
+        return QCoreApplication::translate("tillery::EditorArguments", "The arguments contain an unterminated quote.");
     case ParseError::trailingEscape:
-        return u"The arguments end with an incomplete escape."_s;
+        return QCoreApplication::translate("tillery::EditorArguments", "The arguments end with an incomplete escape.");
     }
     Q_UNREACHABLE();
     return QString();
@@ -69,7 +71,7 @@ std::optional<QString> validate(const QString &text)
         if (argument.contains(placeholder))
             return std::nullopt;
     }
-    return u"Arguments must include %TARGET_PATH%."_s;
+    return QCoreApplication::translate("tillery::EditorArguments", "Arguments must include %TARGET_PATH%.");
 }
 
 QStringList substituted(const QStringList &arguments, const QString &targetPath)

@@ -4,6 +4,7 @@
 #include "integrations/DesktopEntryCommand.h"
 #include "integrations/EditorArguments.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -89,7 +90,9 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
     if (editor != ExternalEditor::other) {
         const std::optional<FoundEditor> found = findEditor(editor, applications);
         if (!found)
-            return name + u" is no longer installed. Choose another editor in Settings."_s;
+            return QCoreApplication::translate("tillery::EditorLaunch",
+                                               "%1 is no longer installed. Choose another editor in Settings.")
+                .arg(name);
         if (!found->bundleIdentifier.isEmpty()) {
             return LaunchPlan{u"/usr/bin/open"_s,
                               {u"-b"_s, found->bundleIdentifier, targetPath},
@@ -105,7 +108,8 @@ std::variant<LaunchPlan, QString> editorLaunchPlan(const EditorChoice &choice, c
 
     const bool bundle = isApplicationBundle(choice.path);
     if (!bundle && !isExecutableFile(choice.path))
-        return u"Choose a valid editor path in Settings > Integrations."_s;
+        return QCoreApplication::translate("tillery::EditorLaunch",
+                                           "Choose a valid editor path in Settings > Integrations.");
     // An empty string is as invalid here as in the settings (the stored
     // default is the placeholder itself).
     if (const std::optional<QString> problem = ExternalEditorArguments::validate(choice.arguments))
@@ -124,9 +128,10 @@ std::optional<QString> editorPathProblem(const QString &path)
     if (isApplicationBundle(path) || isExecutableFile(path))
         return std::nullopt;
 #ifdef Q_OS_MACOS
-    return u"The selected path is not an executable or macOS application."_s;
+    return QCoreApplication::translate("tillery::EditorLaunch",
+                                       "The selected path is not an executable or macOS application.");
 #else
-    return u"The selected path is not an executable program."_s;
+    return QCoreApplication::translate("tillery::EditorLaunch", "The selected path is not an executable program.");
 #endif
 }
 

@@ -1,5 +1,7 @@
 #include "integrations/ExternalEditor.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -83,6 +85,9 @@ std::optional<ExternalEditor> externalEditorFromRawValue(const QString &raw)
 
 QString displayName(ExternalEditor editor)
 {
+    // Only "another editor" is a word; the rest are the programs' own names.
+    if (editor == ExternalEditor::other)
+        return QCoreApplication::translate("tillery::ExternalEditor", "Editor");
     return entryOf(editor).name;
 }
 

@@ -4,6 +4,8 @@
 #include "process/RepositoryFile.h"
 #include "records/TextSplitting.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -45,19 +47,26 @@ std::optional<QString> ignoreTextWithEntry(const QString &text, const QString &p
 void addIgnoreEntry(const QString &pattern, const QString &repositoryPath, RepositoryKind kind)
 {
     if (pattern.contains(u'\n') || pattern.contains(u'\r') || pattern.trimmed().isEmpty())
-        throw PlatformFailure(u"An ignore entry must be one line of text."_s);
+        throw PlatformFailure(
+            QCoreApplication::translate("tillery::IgnoreFile", "An ignore entry must be one line of text."));
     const QString name = ignoreFileName(kind);
     const auto read = readRepositoryTextFile(repositoryPath, name);
     if (const auto *problem = std::get_if<RepositoryFileProblem>(&read)) {
         switch (*problem) {
         case RepositoryFileProblem::isLink:
-            throw PlatformFailure(name
-                                  + u" is a symbolic link, which Tillery never writes through; it was left "
-                                    "unchanged. Edit the file it leads to yourself."_s);
+            throw PlatformFailure(
+                QCoreApplication::translate("tillery::IgnoreFile",
+                                            "%1 is a symbolic link, which Tillery never writes through; it "
+                                            "was left unchanged. Edit the file it leads to yourself.")
+                    .arg(name));
         case RepositoryFileProblem::unreadable:
-            throw PlatformFailure(name + u" could not be read; it was left unchanged."_s);
+            throw PlatformFailure(
+                QCoreApplication::translate("tillery::IgnoreFile", "%1 could not be read; it was left unchanged.")
+                    .arg(name));
         case RepositoryFileProblem::notUtf8:
-            throw PlatformFailure(name + u" is not UTF-8 text; it was left unchanged."_s);
+            throw PlatformFailure(
+                QCoreApplication::translate("tillery::IgnoreFile", "%1 is not UTF-8 text; it was left unchanged.")
+                    .arg(name));
         }
     }
     const RepositoryTextFile &file = std::get<RepositoryTextFile>(read);

@@ -2,6 +2,7 @@
 
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 
 using namespace Qt::StringLiterals;
@@ -24,7 +25,8 @@ std::optional<QString> startDetached(const LaunchPlan &plan)
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     if (!process.startDetached())
-        return plan.applicationName + u" could not be started: "_s + process.errorString();
+        return QCoreApplication::translate("tillery::Launcher", "%1 could not be started: %2")
+            .arg(plan.applicationName, process.errorString());
     return std::nullopt;
 }
 
@@ -42,7 +44,9 @@ std::optional<QString> runToEnd(const LaunchPlan &plan)
     if (process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0)
         return std::nullopt;
     const QString error = decodeUtf8OrEmpty(process.readAllStandardError()).trimmed();
-    return error.isEmpty() ? plan.applicationName + u" could not open the repository."_s : error;
+    return error.isEmpty() ? QCoreApplication::translate("tillery::Launcher", "%1 could not open the repository.")
+                                 .arg(plan.applicationName)
+                           : error;
 }
 
 } // namespace
@@ -59,7 +63,8 @@ std::optional<QString> launch(const LaunchPlan &plan)
         if (openGhosttyWindow(plan.workingDirectory))
             return std::nullopt;
 #endif
-        return u"Ghostty could not open the repository. Check that Ghostty is still installed."_s;
+        return QCoreApplication::translate(
+            "tillery::Launcher", "Ghostty could not open the repository. Check that Ghostty is still installed.");
     }
     Q_UNREACHABLE();
     return std::nullopt;

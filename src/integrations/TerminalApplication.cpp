@@ -1,5 +1,7 @@
 #include "integrations/TerminalApplication.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -102,9 +104,12 @@ TerminalApplication resolveTerminal(const std::optional<QString> &stored, const 
 QString terminalChoiceCaption()
 {
 #ifdef Q_OS_MACOS
-    return u"Used by Open in Terminal. iTerm and Ghostty are shown when installed."_s;
+    return QCoreApplication::translate("tillery::TerminalApplication",
+                                       "Used by Open in Terminal. iTerm and Ghostty are shown when installed.");
 #else
-    return u"Used by Open in Terminal. Only the terminals installed on this computer are shown."_s;
+    return QCoreApplication::translate(
+        "tillery::TerminalApplication",
+        "Used by Open in Terminal. Only the terminals installed on this computer are shown.");
 #endif
 }
 

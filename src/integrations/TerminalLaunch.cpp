@@ -2,6 +2,8 @@
 
 #include "integrations/ITermScript.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -78,7 +80,8 @@ std::variant<LaunchPlan, QString> terminalLaunchPlan(const std::optional<QString
 #else
     const std::optional<QString> program = locationOf(terminal, applications);
     if (!program)
-        return u"No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm."_s;
+        return QCoreApplication::translate(
+            "tillery::TerminalLaunch", "No terminal was found. Install one, such as GNOME Terminal, Konsole or xterm.");
     return LaunchPlan{*program, startInFolderArguments(terminal, repositoryPath), repositoryPath,
                       LaunchPlan::Start::detached, name};
 #endif

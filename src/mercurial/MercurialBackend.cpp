@@ -12,6 +12,7 @@
 #include "process/ToolBackend.h"
 #include "process/WorkingFileJournal.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -24,40 +25,41 @@ namespace {
 using Tool = MercurialTool;
 
 class MercurialBackend final : public ToolBackend<Tool> {
+    Q_DECLARE_TR_FUNCTIONS(tillery::MercurialBackend)
+
 public:
-    const KindTraits &traits() const override
+    KindTraits traits() const override
     {
-        static const KindTraits traits{
+        return {
             RepositoryKind::mercurial,
             u"Mercurial"_s,
-            u"changeset"_s,
-            u"changesets"_s,
-            u"bookmark"_s,
-            u"bookmarks"_s,
+            QCoreApplication::translate("tillery::KindTraits", "changeset"),
+            QCoreApplication::translate("tillery::KindTraits", "changesets"),
+            QCoreApplication::translate("tillery::KindTraits", "bookmark"),
+            QCoreApplication::translate("tillery::KindTraits", "bookmarks"),
             u"default"_s,
-            u"path"_s,
+            QCoreApplication::translate("tillery::KindTraits", "path", "where Mercurial pulls from and pushes to"),
             u"https://example.com/project"_s,
-            u"Create a Mercurial bookmark at the current changeset."_s,
-            u"The bookmark will point to the current changeset and become active."_s,
+            QCoreApplication::translate("tillery::KindTraits", "Create a Mercurial bookmark at the current changeset."),
+            QCoreApplication::translate("tillery::KindTraits",
+                                        "The bookmark will point to the current changeset and become active."),
             u"default"_s,
             false,
-            u"shelf"_s,
-            u"shelves"_s,
-            u"shelve"_s,
+            QCoreApplication::translate("tillery::KindTraits", "shelf"),
+            QCoreApplication::translate("tillery::KindTraits", "shelves"),
         };
-        return traits;
     }
 
     std::optional<QString> bookmarkNameProblem(const QString &name) const override
     {
         if (name.contains(u':'))
-            return u"A bookmark name cannot contain “:”."_s;
+            return tr("A bookmark name cannot contain “:”.");
         bool number = false;
         name.toLongLong(&number);
         if (number)
-            return u"A bookmark name cannot be a number."_s;
+            return tr("A bookmark name cannot be a number.");
         if (name == u"." || name == u"null" || name == u"tip")
-            return u"“"_s + name + u"” is a name Mercurial keeps for itself."_s;
+            return tr("“%1” is a name Mercurial keeps for itself.").arg(name);
         return std::nullopt;
     }
 
@@ -111,9 +113,9 @@ public:
     {
         const QStringList parent = decodeUtf8OrEmpty(outputOf(Tool::parentPhaseCommand(), repositoryPath)).split(u'\n');
         if (parent.value(0).isEmpty() || parent.value(0).count(u'0') == parent.value(0).size())
-            return u"There is no changeset yet."_s;
+            return tr("There is no changeset yet.");
         if (parent.value(1) == u"public")
-            return u"The last changeset is public, so others may have it; it can no longer be changed."_s;
+            return tr("The last changeset is public, so others may have it; it can no longer be changed.");
         return std::nullopt;
     }
 
@@ -169,7 +171,7 @@ public:
 
     void stash(const QString &repositoryPath, const QString &name) const override
     {
-        refuseOptionLike(name, u"a shelf name"_s);
+        refuseOptionLike(name, QT_TRANSLATE_NOOP("tillery::OptionLike", "A shelf name cannot begin with “-”."));
         Tool::run(Tool::shelveCommand(name), repositoryPath);
     }
 
@@ -219,7 +221,7 @@ public:
 
     void squashMerge(const QString &, const QString &) const override
     {
-        throw RefusedInput(u"Mercurial has no squash merge; merge the bookmark or rebase onto it instead."_s);
+        throw RefusedInput(tr("Mercurial has no squash merge; merge the bookmark or rebase onto it instead."));
     }
 
     void push(const QString &repositoryPath, const RunControl &control) const override
@@ -240,7 +242,7 @@ public:
     {
         const QTemporaryDir folder(metadataFolder(repositoryPath) + u"/tillery-parents-XXXXXX"_s);
         if (!folder.isValid())
-            throw PlatformFailure(u"A temporary folder could not be made: %1"_s.arg(folder.errorString()));
+            throw PlatformFailure::temporaryFolderNotMade(folder.errorString());
         Tool::run(Tool::parentFilesCommand(folder.path(), paths), repositoryPath);
         return mapped(paths, [&folder](const QString &path) {
             QFile file(folder.filePath(path));

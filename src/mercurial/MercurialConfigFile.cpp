@@ -6,6 +6,8 @@
 #include "process/RepositoryFile.h"
 #include "process/ToolFailure.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery::mercurial {
@@ -16,12 +18,17 @@ QString problemSentence(RepositoryFileProblem problem)
 {
     switch (problem) {
     case RepositoryFileProblem::isLink:
-        return u"The repository configuration file .hg/hgrc is a symbolic link, which Tillery never writes through; "
-               "it was left unchanged."_s;
+        return QCoreApplication::translate("tillery::MercurialConfigFile",
+                                           "The repository configuration file .hg/hgrc is a symbolic link, which "
+                                           "Tillery never writes through; it was left unchanged.");
     case RepositoryFileProblem::unreadable:
-        return u"The repository configuration file .hg/hgrc could not be read; it was left unchanged."_s;
+        return QCoreApplication::translate(
+            "tillery::MercurialConfigFile",
+            "The repository configuration file .hg/hgrc could not be read; it was left unchanged.");
     case RepositoryFileProblem::notUtf8:
-        return u"The repository configuration file .hg/hgrc is not UTF-8 text; it was left unchanged."_s;
+        return QCoreApplication::translate(
+            "tillery::MercurialConfigFile",
+            "The repository configuration file .hg/hgrc is not UTF-8 text; it was left unchanged.");
     }
     Q_UNREACHABLE();
     return QString();

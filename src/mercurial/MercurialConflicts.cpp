@@ -5,6 +5,7 @@
 #include "mercurial/MercurialTool.h"
 #include "process/Failure.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -18,7 +19,8 @@ using Tool = MercurialTool;
 void refuseWhileUnresolved(const QString &repositoryPath)
 {
     if (!parseUnresolvedPaths(Tool::run(Tool::unresolvedFilesCommand(), repositoryPath).standardOutput).isEmpty())
-        throw RefusedInput(u"Some files still have conflicts; resolve them first."_s);
+        throw RefusedInput(QCoreApplication::translate("tillery::MercurialConflicts",
+                                                       "Some files still have conflicts; resolve them first."));
 }
 
 } // namespace
@@ -59,10 +61,14 @@ void openInMergeTool(const QString &repositoryPath, const QString &path)
         parseMergeToolSettings(Tool::run(Tool::mergeToolSettingsCommand(), repositoryPath).standardOutput,
                                QFileInfo(repositoryPath).canonicalFilePath());
     if (!settings.repositoryKeys.isEmpty())
-        throw RefusedInput(u"This repository's own configuration sets a merge tool (%1); Tillery runs only one that "
-                           "you set in your own Mercurial configuration."_s.arg(settings.repositoryKeys.join(u", "_s)));
+        throw RefusedInput(QCoreApplication::translate("tillery::MercurialConflicts",
+                                                       "This repository's own configuration sets a merge tool (%1); "
+                                                       "Tillery runs only one that you set in your own Mercurial "
+                                                       "configuration.")
+                               .arg(settings.repositoryKeys.join(u", "_s)));
     if (!settings.toolChosen && !qEnvironmentVariableIsSet("HGMERGE"))
-        throw RefusedInput(u"No merge tool is set in your Mercurial configuration (ui.merge)."_s);
+        throw RefusedInput(QCoreApplication::translate(
+            "tillery::MercurialConflicts", "No merge tool is set in your Mercurial configuration (ui.merge)."));
     Tool::run(Tool::markResolvedCommand({path}, false), repositoryPath);
     // The tool may run for as long as the person keeps it open: never on a command server.
     RunControl control;
@@ -76,7 +82,8 @@ void continueOperation(const QString &repositoryPath, OperationInProgress operat
         return;
     refuseWhileUnresolved(repositoryPath);
     if (operation == OperationInProgress::merge && message.trimmed().isEmpty())
-        throw RefusedInput(u"A merge needs a commit message."_s);
+        throw RefusedInput(
+            QCoreApplication::translate("tillery::MercurialConflicts", "A merge needs a commit message."));
     Tool::run(Tool::continueCommand(operation, message), repositoryPath);
 }
 

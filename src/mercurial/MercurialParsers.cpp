@@ -6,6 +6,7 @@
 #include "records/TextDecoding.h"
 #include "records/TextSplitting.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -61,21 +62,23 @@ QString stringOr(const QJsonValue &value, const QString &fallback)
 }
 
 // The tool's JSON lists: a top-level array whose elements are all objects.
-QList<QJsonObject> objectsOf(const QByteArray &output, const QString &shapeError)
+// `shapeError` says what else it was, marked with QT_TRANSLATE_NOOP.
+QList<QJsonObject> objectsOf(const QByteArray &output, const char *shapeError)
 {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(output, &error);
     if (error.error != QJsonParseError::NoError)
         throw PlatformFailure::unreadableJson(error.errorString(), error.offset);
     if (!document.isArray())
-        throw MercurialFailure::malformedOutput(shapeError);
+        throw MercurialFailure::malformedOutput(QCoreApplication::translate("tillery::MercurialParsers", shapeError));
 
     QList<QJsonObject> objects;
     const QJsonArray array = document.array();
     objects.reserve(array.size());
     for (const QJsonValue &element : array) {
         if (!element.isObject())
-            throw MercurialFailure::malformedOutput(shapeError);
+            throw MercurialFailure::malformedOutput(
+                QCoreApplication::translate("tillery::MercurialParsers", shapeError));
         objects.append(element.toObject());
     }
     return objects;
@@ -143,8 +146,10 @@ QList<Changeset> parseHistory(const QByteArray &output)
     QList<Changeset> history;
     if (output.isEmpty())
         return history;
-    const QList<QJsonObject> entries = objectsOf(output, u"history is not a JSON array"_s);
+    const QList<QJsonObject> entries =
+        objectsOf(output, QT_TRANSLATE_NOOP("tillery::MercurialParsers", "history is not a JSON array"));
     history.reserve(entries.size());
+    const QString unknownAuthor = QCoreApplication::translate("tillery::MercurialParsers", "Unknown", "author");
     for (const QJsonObject &entry : entries) {
         const QJsonValue node = entry.value(u"node"_s);
         if (!node.isString())
@@ -155,7 +160,7 @@ QList<Changeset> parseHistory(const QByteArray &output)
         changeset.summary = summaryOf(changeset.description);
         changeset.date = dateOf(entry.value(u"date"_s));
         changeset.revision = integerOf(entry.value(u"rev"_s));
-        changeset.author = stringOr(entry.value(u"user"_s), u"Unknown"_s);
+        changeset.author = stringOr(entry.value(u"user"_s), unknownAuthor);
         changeset.branch = stringOr(entry.value(u"branch"_s), u"default"_s);
         changeset.bookmarks = stringsOf(entry.value(u"bookmarks"_s));
         changeset.tags = stringsOf(entry.value(u"tags"_s));
@@ -193,7 +198,8 @@ QList<Bookmark> parseBookmarks(const QByteArray &output, const QHash<QString, QD
     QList<Bookmark> bookmarks;
     if (output.isEmpty())
         return bookmarks;
-    const QList<QJsonObject> entries = objectsOf(output, u"bookmarks are not a JSON array"_s);
+    const QList<QJsonObject> entries =
+        objectsOf(output, QT_TRANSLATE_NOOP("tillery::MercurialParsers", "bookmarks are not a JSON array"));
     for (const QJsonObject &entry : entries) {
         const QJsonValue name = entry.value(u"bookmark"_s);
         const QJsonValue node = entry.value(u"node"_s);
@@ -217,7 +223,8 @@ FileAnnotation parseAnnotation(const QByteArray &output, const QString &path)
     // that are not UTF-8 either; nothing else it prints can be.
     if (!decodeUtf8(output))
         return FileAnnotation{FileAnnotation::Content::notUtf8, {}};
-    for (const QJsonObject &entry : objectsOf(output, u"annotations are not a JSON array"_s)) {
+    for (const QJsonObject &entry :
+         objectsOf(output, QT_TRANSLATE_NOOP("tillery::MercurialParsers", "annotations are not a JSON array"))) {
         if (entry.value(u"path"_s).toString() != path)
             continue;
         if (!entry.contains(u"lines"_s))
@@ -241,7 +248,8 @@ FileAnnotation parseAnnotation(const QByteArray &output, const QString &path)
         }
         return annotation;
     }
-    throw MercurialFailure::malformedOutput(u"no annotation of "_s + path);
+    throw MercurialFailure::malformedOutput(
+        QCoreApplication::translate("tillery::MercurialParsers", "no annotation of %1").arg(path));
 }
 
 QList<QHash<QString, QString>> parseFileCopies(const QByteArray &output)

@@ -3,6 +3,7 @@
 #include "records/TextDecoding.h"
 
 #include <QByteArray>
+#include <QCoreApplication>
 
 #include <algorithm>
 
@@ -102,14 +103,19 @@ const ShelfFilePatch *shelfFilePart(const QList<ShelfFilePatch> &parts, const QS
 std::optional<QString> shelfNameProblem(const QString &name)
 {
     if (name.contains(u'/') || name.contains(u'\\'))
-        return u"A shelf name cannot contain “/” or “\\”."_s;
+        return QCoreApplication::translate("tillery::MercurialShelfParsers",
+                                           "A shelf name cannot contain “/” or “\\”.");
     if (name.startsWith(u'.'))
-        return u"A shelf name cannot begin with “.”."_s;
+        return QCoreApplication::translate("tillery::MercurialShelfParsers", "A shelf name cannot begin with “.”.");
     if (std::any_of(name.cbegin(), name.cend(),
                     [](QChar character) { return character.category() == QChar::Other_Control; }))
-        return u"A shelf name cannot contain line breaks, tabs or other control characters."_s;
+        return QCoreApplication::translate(
+            "tillery::MercurialShelfParsers",
+            "A shelf name cannot contain line breaks, tabs or other control characters.");
     if (name.toUtf8().size() > longestShelfName)
-        return u"A shelf name can be at most %1 bytes long in UTF-8."_s.arg(longestShelfName);
+        return QCoreApplication::translate("tillery::MercurialShelfParsers",
+                                           "A shelf name can be at most %n bytes long in UTF-8.", nullptr,
+                                           int(longestShelfName));
     return std::nullopt;
 }
 

@@ -5,6 +5,7 @@
 #include "process/BackendSteps.h"
 #include "records/LocalizedOrder.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -45,7 +46,8 @@ QStringList shelfNames(const QString &repositoryPath)
 const QString &existingShelfName(const QString &repositoryPath, const Shelf &shelf)
 {
     if (!shelfNames(repositoryPath).contains(shelf.id))
-        throw RefusedInput(u"The shelf “%1” no longer exists."_s.arg(shelf.id));
+        throw RefusedInput(
+            QCoreApplication::translate("tillery::MercurialShelves", "The shelf “%1” no longer exists.").arg(shelf.id));
     return shelf.id;
 }
 
@@ -112,7 +114,8 @@ void shelveFiles(const QString &repositoryPath, const QString &name, const QList
     if (files.isEmpty())
         return;
     if (!name.isEmpty() && shelfNames(repositoryPath).contains(name))
-        throw RefusedInput(u"A shelf named “%1” already exists."_s.arg(name));
+        throw RefusedInput(
+            QCoreApplication::translate("tillery::MercurialShelves", "A shelf named “%1” already exists.").arg(name));
     // "shelve --unknown" takes untracked files but fails on missing ones.
     QList<WorkingFile> missing = files;
     missing.removeIf([](const WorkingFile &file) { return file.state != FileState::missing; });

@@ -98,7 +98,7 @@ QString AppModel::shownRemoteAddress() const
     return withPasswordsMasked(m_workspace->snapshot().paths.value(traits().remoteName));
 }
 
-const KindTraits &AppModel::traits() const
+KindTraits AppModel::traits() const
 {
     const std::optional<Repository> &selected = m_workspace->selectedRepository();
     return versionControl(selected ? selected->kind : RepositoryKind::mercurial).traits();
@@ -183,7 +183,7 @@ void AppModel::refresh()
     const Repository refreshed = *repository;
     const VersionControl *backend = &versionControl(refreshed.kind);
     m_operations.perform(
-        u"Refreshing "_s + QFileInfo(refreshed.path).fileName(),
+        tr("Refreshing %1").arg(QFileInfo(refreshed.path).fileName()),
         [backend, path = refreshed.path] {
             LoadedRepository loaded{backend->loadSnapshot(path), {}};
             loaded.historyLayout.append(loaded.snapshot.history);
@@ -210,17 +210,18 @@ void AppModel::applySnapshot(const Repository &repository, const LoadedRepositor
         m_shelfSelection->showPage();
     const QStringList &restored = loaded.snapshot.restoredWorkingFiles;
     if (!restored.isEmpty()) {
-        m_activity->present(u"Working Files Put Back"_s,
-                            u"A commit of chosen lines was cut short before it could put the working files back. "
-                            "Tillery has now put them back as they were: %1."_s.arg(restored.join(u", "_s)));
+        m_activity->present(tr("Working Files Put Back"),
+                            tr("A commit of chosen lines was cut short before it could put the working files back. "
+                               "Tillery has now put them back as they were: %1.")
+                                .arg(restored.join(u", "_s)));
     }
 }
 
 void AppModel::addRepository()
 {
-    const std::optional<QString> folder = m_prompts.chooseFolder(
-        {QCoreApplication::translate("tillery::AppModel", "Choose a Mercurial or Git Repository"),
-         QCoreApplication::translate("tillery::AlertButtons", "Add Repository"), false});
+    const std::optional<QString> folder =
+        m_prompts.chooseFolder({tr("Choose a Mercurial or Git Repository"),
+                                QCoreApplication::translate("tillery::AlertButtons", "Add Repository"), false});
     if (folder)
         addRepositories({QUrl::fromLocalFile(*folder)});
 }
@@ -238,7 +239,7 @@ void AppModel::addRepositories(const QList<QUrl> &urls)
     if (!folder)
         return;
     m_operations.perform(
-        u"Adding repository"_s, [path = *folder] { return detectRepository(path); },
+        tr("Adding repository"), [path = *folder] { return detectRepository(path); },
         [this](const Repository &repository) { adoptRepository(repository); });
 }
 
@@ -251,11 +252,8 @@ void AppModel::adoptRepository(const Repository &repository)
 void AppModel::confirmRemove(const Repository &repository)
 {
     const AlertRequest request{
-        QCoreApplication::translate("tillery::AppModel", "Remove “%1” from Tillery?")
-            .arg(RepositoryLibrary::displayName(repository.path)),
-        QCoreApplication::translate(
-            "tillery::AppModel",
-            "The repository will only be removed from the app. Files on disk will not be changed."),
+        tr("Remove “%1” from Tillery?").arg(RepositoryLibrary::displayName(repository.path)),
+        tr("The repository will only be removed from the app. Files on disk will not be changed."),
         {QCoreApplication::translate("tillery::AlertButtons", "Remove"),
          QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_prompts.alert(request) == 0)
@@ -321,9 +319,8 @@ void AppModel::renameFolder(const QUuid &folderId)
     }
     if (!folder)
         return;
-    const std::optional<QString> name =
-        m_prompts.enterText({QCoreApplication::translate("tillery::AppModel", "Rename Folder"), QString(), folder->name,
-                             QCoreApplication::translate("tillery::AlertButtons", "Rename")});
+    const std::optional<QString> name = m_prompts.enterText(
+        {tr("Rename Folder"), QString(), folder->name, QCoreApplication::translate("tillery::AlertButtons", "Rename")});
     if (name)
         m_library->renameFolder(folderId, *name);
 }
@@ -341,10 +338,8 @@ void AppModel::removeFolder(const QUuid &folderId)
     if (!found)
         return;
     const AlertRequest request{
-        QCoreApplication::translate("tillery::AppModel", "Remove Folder “%1”?").arg(name),
-        QCoreApplication::translate(
-            "tillery::AppModel",
-            "Repositories in this folder will be moved to the main repository list. No files will be changed."),
+        tr("Remove Folder “%1”?").arg(name),
+        tr("Repositories in this folder will be moved to the main repository list. No files will be changed."),
         {QCoreApplication::translate("tillery::AlertButtons", "Remove Folder"),
          QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_prompts.alert(request) == 0)

@@ -86,7 +86,7 @@ public:
     ModelSettings &settings() { return m_settings; }
     // The words and commands of the selected repository's kind (Mercurial's
     // while none is selected).
-    const KindTraits &traits() const;
+    KindTraits traits() const;
     // The selected repository's ignore file (".hgignore" or ".gitignore").
     QString ignoreFileName() const;
     // The address of the remote Pull and Push use, its password masked.

@@ -1,5 +1,7 @@
 #include "model/Background.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -38,7 +40,7 @@ QString describe(const std::exception_ptr &error)
     } catch (const std::exception &other) {
         return QString::fromUtf8(other.what());
     } catch (...) {
-        return u"An unknown error occurred."_s;
+        return QCoreApplication::translate("tillery::Background", "An unknown error occurred.");
     }
 }
 

@@ -55,7 +55,7 @@ void removeCloneRemains(const QString &destination, Destination before)
 
 void BranchActions::createBookmark(const QString &name)
 {
-    m_context.runAndRefresh(u"Creating branch"_s, [name](const VersionControl &backend, const QString &path) {
+    m_context.runAndRefresh(tr("Creating branch"), [name](const VersionControl &backend, const QString &path) {
         backend.createBookmark(path, name);
     });
 }
@@ -65,12 +65,12 @@ void BranchActions::renameBookmark(const Bookmark &bookmark)
     if (!m_context.selected())
         return;
     const std::optional<QString> entered =
-        m_context.prompts.enterText({QCoreApplication::translate("tillery::BranchActions", "Rename Branch"), QString(),
-                                     bookmark.name, QCoreApplication::translate("tillery::AlertButtons", "Rename")});
+        m_context.prompts.enterText({tr("Rename Branch"), QString(), bookmark.name,
+                                     QCoreApplication::translate("tillery::AlertButtons", "Rename")});
     if (!entered || entered->trimmed().isEmpty() || *entered == bookmark.name)
         return;
-    m_context.runAndRefresh(u"Renaming branch"_s, [oldName = bookmark.name, newName = *entered](
-                                                      const VersionControl &backend, const QString &path) {
+    m_context.runAndRefresh(tr("Renaming branch"), [oldName = bookmark.name, newName = *entered](
+                                                       const VersionControl &backend, const QString &path) {
         backend.renameBookmark(path, oldName, newName);
     });
 }
@@ -80,17 +80,17 @@ void BranchActions::deleteBookmark(const Bookmark &bookmark)
     const std::optional<ActionContext::Selected> target = m_context.selected();
     if (!target)
         return;
-    const KindTraits &words = target->backend.traits();
     const AlertRequest request{
-        QCoreApplication::translate("tillery::BranchActions", "Delete Branch?"),
-        QCoreApplication::translate("tillery::BranchActions",
-                                    "The %1 “%2” will be deleted. Its %3 will remain in the repository.")
-            .arg(words.bookmark, bookmark.name, words.changesets),
+        tr("Delete Branch?"),
+        byKind(target->backend.kind(),
+               tr("The bookmark “%1” will be deleted. Its changesets will remain in the repository."),
+               tr("The branch “%1” will be deleted. Its commits will remain in the repository."))
+            .arg(bookmark.name),
         {QCoreApplication::translate("tillery::AlertButtons", "Delete"),
          QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
-    m_context.runAndRefresh(u"Deleting branch"_s,
+    m_context.runAndRefresh(tr("Deleting branch"),
                             [name = bookmark.name](const VersionControl &backend, const QString &path) {
                                 backend.deleteBookmark(path, name);
                             });
@@ -106,9 +106,9 @@ void BranchActions::switchTo(const Bookmark &bookmark, const QString &activity)
 void BranchActions::updateFromDefaultBranch()
 {
     const QString target = m_context.workspace.snapshot().defaultBranch;
-    m_context.runAndRefresh(u"Updating from "_s + target, [target](const VersionControl &backend, const QString &path) {
-        backend.merge(path, target);
-    });
+    m_context.runAndRefresh(
+        tr("Updating from %1").arg(target),
+        [target](const VersionControl &backend, const QString &path) { backend.merge(path, target); });
 }
 
 std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, const QString &button)
@@ -123,16 +123,13 @@ std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, co
             candidates.append(bookmark.name);
     }
     if (candidates.isEmpty()) {
-        m_context.prompts.alert(
-            {title,
-             QCoreApplication::translate("tillery::BranchActions", "There are no other branches to choose from."),
-             {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
+        m_context.prompts.alert({title,
+                                 tr("There are no other branches to choose from."),
+                                 {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
         return std::nullopt;
     }
-    const KindTraits &words = target->backend.traits();
     const std::optional<int> chosen = m_context.prompts.choose(
-        {title,
-         QCoreApplication::translate("tillery::BranchActions", "Choose a %1 %2.").arg(words.toolName, words.bookmark),
+        {title, byKind(target->backend.kind(), tr("Choose a Mercurial bookmark."), tr("Choose a Git branch.")),
          candidates, button});
     if (!chosen || *chosen < 0 || *chosen >= candidates.size())
         return std::nullopt;
@@ -141,13 +138,12 @@ std::optional<QString> BranchActions::chooseOtherBranch(const QString &title, co
 
 void BranchActions::merge()
 {
-    const std::optional<QString> target =
-        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Merge into Current Branch"),
-                          QCoreApplication::translate("tillery::AlertButtons", "Merge"));
+    const std::optional<QString> target = chooseOtherBranch(
+        tr("Merge into Current Branch"), QCoreApplication::translate("tillery::AlertButtons", "Merge"));
     if (!target)
         return;
     m_context.runAndRefresh(
-        u"Merging "_s + *target,
+        tr("Merging %1").arg(*target),
         [target = *target](const VersionControl &backend, const QString &path) { backend.merge(path, target); });
 }
 
@@ -157,44 +153,42 @@ void BranchActions::squashMerge()
     if (!selected || !selected->backend.traits().hasSquashMerge)
         return;
     const std::optional<QString> target =
-        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Squash and Merge into Current Branch"),
+        chooseOtherBranch(tr("Squash and Merge into Current Branch"),
                           QCoreApplication::translate("tillery::AlertButtons", "Squash and Merge"));
     if (!target)
         return;
     m_context.runAndRefresh(
-        u"Squash merging "_s + *target,
+        tr("Squash merging %1").arg(*target),
         [target = *target](const VersionControl &backend, const QString &path) { backend.squashMerge(path, target); });
 }
 
 void BranchActions::rebase()
 {
     const std::optional<QString> target =
-        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Rebase Current Branch"),
-                          QCoreApplication::translate("tillery::AlertButtons", "Rebase"));
+        chooseOtherBranch(tr("Rebase Current Branch"), QCoreApplication::translate("tillery::AlertButtons", "Rebase"));
     if (!target)
         return;
     const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
     const QString current = snapshot.activeBookmark.value_or(snapshot.branch);
     m_context.runAndRefresh(
-        u"Rebasing "_s + current + u" onto "_s + *target,
+        tr("Rebasing %1 onto %2").arg(current, *target),
         [target = *target](const VersionControl &backend, const QString &path) { backend.rebase(path, target); });
 }
 
 void BranchActions::compare()
 {
     const std::optional<QString> target =
-        chooseOtherBranch(QCoreApplication::translate("tillery::BranchActions", "Compare to Branch"),
-                          QCoreApplication::translate("tillery::AlertButtons", "Compare"));
+        chooseOtherBranch(tr("Compare to Branch"), QCoreApplication::translate("tillery::AlertButtons", "Compare"));
     if (!target)
         return;
     const ActionContext::Selected selected = *m_context.selected();
     const RepositorySnapshot &snapshot = m_context.workspace.snapshot();
-    const QString title = u"Changes on "_s + snapshot.activeBookmark.value_or(snapshot.branch) + u" since "_s + *target;
+    const QString title = tr("Changes on %1 since %2").arg(snapshot.activeBookmark.value_or(snapshot.branch), *target);
     m_context.operations.perform(
-        u"Comparing to "_s + *target,
+        tr("Comparing to %1").arg(*target),
         [backend = &selected.backend, path = selected.repository.path, target = *target] {
             const QString text = backend->compareDiff(path, target);
-            return buildDiffDocument(text.isEmpty() ? u"There are no differences from "_s + target + u'.' : text);
+            return buildDiffDocument(text.isEmpty() ? tr("There are no differences from %1.").arg(target) : text);
         },
         [selection = &m_context.selection, title](const PresentedDiffDocument &document) {
             selection->showComparison(document, title);
@@ -203,7 +197,7 @@ void BranchActions::compare()
 
 void BranchActions::pull()
 {
-    m_context.runRemoteAndRefresh(u"Pulling and updating"_s,
+    m_context.runRemoteAndRefresh(tr("Pulling and updating"),
                                   [](const VersionControl &backend, const QString &path, const RunControl &control) {
                                       backend.pull(path, control);
                                   });
@@ -214,7 +208,7 @@ void BranchActions::fetch()
     const std::optional<ActionContext::Selected> selected = m_context.selected();
     if (!selected)
         return;
-    m_context.runRemoteAndRefresh(u"Fetching "_s + selected->backend.traits().changesets,
+    m_context.runRemoteAndRefresh(tr("Fetching %1").arg(selected->backend.traits().changesets),
                                   [](const VersionControl &backend, const QString &path, const RunControl &control) {
                                       backend.fetch(path, control);
                                   });
@@ -225,7 +219,7 @@ void BranchActions::push()
     const std::optional<ActionContext::Selected> selected = m_context.selected();
     if (!selected)
         return;
-    m_context.runRemoteAndRefresh(u"Pushing "_s + selected->backend.traits().changesets,
+    m_context.runRemoteAndRefresh(tr("Pushing %1").arg(selected->backend.traits().changesets),
                                   [](const VersionControl &backend, const QString &path, const RunControl &control) {
                                       backend.push(path, control);
                                   });
@@ -233,7 +227,7 @@ void BranchActions::push()
 
 void BranchActions::saveRemotePath(const QString &address)
 {
-    m_context.runAndRefresh(u"Saving remote path"_s, [address](const VersionControl &backend, const QString &path) {
+    m_context.runAndRefresh(tr("Saving remote path"), [address](const VersionControl &backend, const QString &path) {
         backend.setRemoteAddress(path, address);
     });
 }
@@ -245,11 +239,11 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
     // A stopped clone removes what it made at the destination: an empty or
     // relative one would be the application's current folder.
     if (!target.startsWith(u'/') || target == u"/") {
-        m_context.operations.presentError(u"Cloning repository"_s, u"Choose a folder to clone into."_s);
+        m_context.operations.presentError(tr("Cloning repository"), tr("Choose a folder to clone into."));
         return;
     }
     m_context.operations.performRemote(
-        u"Cloning repository"_s,
+        tr("Cloning repository"),
         [backend, source, target](const RunControl &control) {
             const Destination before = destinationState(target);
             try {
@@ -266,21 +260,20 @@ void BranchActions::clone(const QString &source, const QString &destination, Rep
 void BranchActions::createRepository()
 {
     const std::optional<int> kindChoice = m_context.prompts.alert(
-        {QCoreApplication::translate("tillery::BranchActions", "Create a Repository"),
-         QCoreApplication::translate("tillery::BranchActions",
-                                     "Choose the version control system for the new repository."),
+        {tr("Create a Repository"),
+         tr("Choose the version control system for the new repository."),
          {u"Mercurial"_s, u"Git"_s, QCoreApplication::translate("tillery::AlertButtons", "Cancel")}});
     if (!kindChoice || (*kindChoice != 0 && *kindChoice != 1))
         return;
     const RepositoryKind kind = *kindChoice == 0 ? RepositoryKind::mercurial : RepositoryKind::git;
     const std::optional<QString> folder = m_context.prompts.chooseFolder(
-        {QCoreApplication::translate("tillery::BranchActions", "Choose a Folder for the New Repository"),
+        {tr("Choose a Folder for the New Repository"),
          QCoreApplication::translate("tillery::AlertButtons", "Create Repository"), true});
     if (!folder)
         return;
     const VersionControl *backend = &versionControl(kind);
     m_context.operations.perform(
-        u"Creating repository"_s,
+        tr("Creating repository"),
         [backend, path = QDir::cleanPath(*folder)] { return backend->createRepository(path); }, m_context.adopt);
 }
 

@@ -3,6 +3,7 @@
 #include "records/Bookmark.h"
 #include "records/RepositoryKind.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
@@ -16,6 +17,8 @@ struct ActionContext;
 // choice or a confirmation, runs through perform() and refreshes on
 // success; the wording follows the repository's kind.
 class BranchActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::BranchActions)
+
 public:
     explicit BranchActions(const ActionContext &context)
         : m_context(context)

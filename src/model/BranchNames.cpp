@@ -2,6 +2,8 @@
 
 #include "model/VersionControl.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -20,19 +22,21 @@ bool hasControlCharacter(const QString &name)
 std::optional<QString> branchNameProblem(const QString &name, RepositoryKind kind, const QList<Bookmark> &existing)
 {
     if (name.trimmed().isEmpty())
-        return u"Enter a name."_s;
+        return QCoreApplication::translate("tillery::BranchNames", "Enter a name.");
     if (name != name.trimmed())
-        return u"A name cannot begin or end with a space."_s;
+        return QCoreApplication::translate("tillery::BranchNames", "A name cannot begin or end with a space.");
     if (name.startsWith(u'-'))
-        return u"A name cannot begin with “-”."_s;
+        return QCoreApplication::translate("tillery::BranchNames", "A name cannot begin with “-”.");
     if (hasControlCharacter(name))
-        return u"A name cannot contain line breaks or other control characters."_s;
+        return QCoreApplication::translate("tillery::BranchNames",
+                                           "A name cannot contain line breaks or other control characters.");
     const VersionControl &backend = versionControl(kind);
     if (const std::optional<QString> problem = backend.bookmarkNameProblem(name))
         return problem;
     for (const Bookmark &bookmark : existing) {
         if (bookmark.name == name)
-            return u"A "_s + backend.traits().bookmark + u" named “"_s + name + u"” already exists."_s;
+            return QCoreApplication::translate("tillery::BranchNames", "A %1 named “%2” already exists.")
+                .arg(backend.traits().bookmark, name);
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "process/RemoteAddress.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
@@ -63,18 +64,20 @@ QString cloneFolderName(const QString &address)
 QString cloneProblem(const QString &address, const QString &parentFolder, const QString &name)
 {
     if (address.trimmed().isEmpty())
-        return u"Enter the address of the repository to clone."_s;
+        return QCoreApplication::translate("tillery::CloneRequest", "Enter the address of the repository to clone.");
     if (!validRemoteAddress(address))
-        return u"The address cannot begin with “-” or hold a line break."_s;
+        return QCoreApplication::translate("tillery::CloneRequest",
+                                           "The address cannot begin with “-” or hold a line break.");
     if (!QFileInfo(parentFolder).isDir())
-        return u"Choose an existing folder to clone into."_s;
+        return QCoreApplication::translate("tillery::CloneRequest", "Choose an existing folder to clone into.");
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty())
-        return u"Enter a name for the new folder."_s;
+        return QCoreApplication::translate("tillery::CloneRequest", "Enter a name for the new folder.");
     if (trimmed.contains(u'/') || trimmed == u"." || trimmed == u"..")
-        return u"The folder name cannot contain “/” or be “.” or “..”."_s;
+        return QCoreApplication::translate("tillery::CloneRequest",
+                                           "The folder name cannot contain “/” or be “.” or “..”.");
     if (QFileInfo::exists(QDir(parentFolder).filePath(trimmed)))
-        return u"“"_s + trimmed + u"” already exists in that folder."_s;
+        return QCoreApplication::translate("tillery::CloneRequest", "“%1” already exists in that folder.").arg(trimmed);
     return QString();
 }
 

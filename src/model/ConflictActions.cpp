@@ -41,11 +41,12 @@ void ConflictActions::continueOperation()
     const OperationInProgress current = operation();
     const Workspace &workspace = m_context.workspace;
     const bool usesCommitBox = current == OperationInProgress::merge && !workspace.commitSummary().trimmed().isEmpty();
+    // The message is the repository's, like the tools' own merge messages: never translated.
     const QString message = usesCommitBox
                                 ? composeCommitMessage(workspace.commitSummary(), workspace.commitDescription())
                                 : u"Merge"_s;
     m_context.operations.perform(
-        u"Continuing %1"_s.arg(operationTitle(current, target->repository.kind).toLower()),
+        tr("Continuing %1").arg(operationNoun(current, target->repository.kind)),
         [backend = &target->backend, path = target->repository.path, current, message] {
             backend->continueOperation(path, current, message);
         },
@@ -65,19 +66,18 @@ void ConflictActions::abortOperation()
     const OperationInProgress current = operation();
     if (!target || current == OperationInProgress::none)
         return;
-    const QString title = operationTitle(current, target->repository.kind);
+    const QString noun = operationNoun(current, target->repository.kind);
     const AlertRequest request{
-        QCoreApplication::translate("tillery::ConflictActions", "Abort the %1?").arg(title.toLower()),
-        u"The working copy goes back to how it was before the %1; what was resolved so far "
-        "is lost."_s.arg(title.toLower()),
-        {QCoreApplication::translate("tillery::AlertButtons", "Abort %1").arg(title),
+        tr("Abort the %1?").arg(noun),
+        tr("The working copy goes back to how it was before the %1; what was resolved so far is lost.").arg(noun),
+        {QCoreApplication::translate("tillery::AlertButtons", "Abort %1")
+             .arg(operationTitle(current, target->repository.kind)),
          QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
-    m_context.runAndRefresh(u"Aborting %1"_s.arg(title.toLower()),
-                            [current](const VersionControl &backend, const QString &path) {
-                                backend.abortOperation(path, current);
-                            });
+    m_context.runAndRefresh(tr("Aborting %1").arg(noun), [current](const VersionControl &backend, const QString &path) {
+        backend.abortOperation(path, current);
+    });
 }
 
 QStringList ConflictActions::selectedPaths(bool unresolved) const
@@ -98,7 +98,7 @@ void ConflictActions::takeSide(ConflictSide side)
     const QStringList paths = selectedPaths(true);
     if (paths.isEmpty())
         return;
-    m_context.runAndRefresh(side == ConflictSide::mine ? u"Using mine"_s : u"Using theirs"_s,
+    m_context.runAndRefresh(side == ConflictSide::mine ? tr("Using mine") : tr("Using theirs"),
                             [paths, side](const VersionControl &backend, const QString &path) {
                                 backend.resolveWithSide(path, paths, side);
                             });
@@ -109,7 +109,7 @@ void ConflictActions::markSelected(bool resolved)
     const QStringList paths = selectedPaths(resolved);
     if (paths.isEmpty())
         return;
-    m_context.runAndRefresh(resolved ? u"Marking as resolved"_s : u"Marking as unresolved"_s,
+    m_context.runAndRefresh(resolved ? tr("Marking as resolved") : tr("Marking as unresolved"),
                             [paths, resolved](const VersionControl &backend, const QString &path) {
                                 backend.markResolved(path, paths, resolved);
                             });
@@ -120,7 +120,7 @@ void ConflictActions::openInMergeTool()
     const QStringList paths = selectedPaths(true);
     if (paths.isEmpty())
         return;
-    m_context.runAndRefresh(u"Merging “%1” in the merge tool"_s.arg(paths.first()),
+    m_context.runAndRefresh(tr("Merging “%1” in the merge tool").arg(paths.first()),
                             [file = paths.first()](const VersionControl &backend, const QString &path) {
                                 backend.openInMergeTool(path, file);
                             });

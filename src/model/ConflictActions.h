@@ -3,6 +3,7 @@
 #include "records/OperationInProgress.h"
 #include "records/WorkingFile.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QString>
 
@@ -15,6 +16,8 @@ struct ActionContext;
 // a side, marking, the merge tool, going on and abandoning it. Each runs
 // through perform() and refreshes.
 class ConflictActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::ConflictActions)
+
 public:
     explicit ConflictActions(const ActionContext &context)
         : m_context(context)

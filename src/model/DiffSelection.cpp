@@ -9,6 +9,7 @@
 #include "model/Workspace.h"
 #include "process/WorkingFileRead.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 using namespace Qt::StringLiterals;
@@ -17,20 +18,22 @@ namespace tillery {
 
 namespace {
 
-const QString noTextualDiff = u"No textual diff is available for this file."_s;
-const QString unreadableImage = u"This image file could not be previewed."_s;
-const QString previewActivity = u"Loading icon preview"_s;
-const QString loadFailureTitle = u"Loading diff"_s;
-const QString deletedCaption = u"Deleted"_s;
-
-const QString noDiffWithoutWhitespace =
-    u"No textual diff is available for this file with white space changes ignored."_s;
+// The caption of a deleted image's preview.
+QString deletedCaption()
+{
+    return QCoreApplication::translate("tillery::DiffSelection", "Deleted");
+}
 
 PresentedDiffDocument documentOf(const QString &text, WhitespaceChanges whitespace)
 {
     if (!text.isEmpty())
         return buildDiffDocument(text);
-    return buildDiffDocument(whitespace == WhitespaceChanges::ignored ? noDiffWithoutWhitespace : noTextualDiff);
+    return buildDiffDocument(
+        whitespace == WhitespaceChanges::ignored
+            ? QCoreApplication::translate("tillery::DiffSelection",
+                                          "No textual diff is available for this file with white space changes "
+                                          "ignored.")
+            : QCoreApplication::translate("tillery::DiffSelection", "No textual diff is available for this file."));
 }
 
 std::optional<WorkingFile> fileWithPath(const QList<WorkingFile> &files, const QString &path)
@@ -147,7 +150,7 @@ void DiffSelection::selectFile(const WorkingFile &file)
         setDiff(emptyDiffDocument());
         loadPreview(
             [backend, repositoryPath, path = file.path] { return backend->parentContents(repositoryPath, path); },
-            deletedCaption);
+            deletedCaption());
         return;
     }
     startDiffLoadingIndicator();
@@ -160,7 +163,7 @@ void DiffSelection::selectFile(const WorkingFile &file)
 
 void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes, const QString &caption)
 {
-    m_activity.setActivity(previewActivity);
+    m_activity.setActivity(tr("Loading icon preview"));
     const quint64 generation = m_loadGeneration;
     m_workingDiffTask = runInBackground(
         &m_pool, this, [readBytes] { return decodeImage(readBytes()); },
@@ -171,7 +174,7 @@ void DiffSelection::loadPreview(const std::function<QByteArray()> &readBytes, co
             if (outcome.succeeded() && !outcome.value->isNull())
                 setPreviewImage(*outcome.value, caption);
             else if (outcome.succeeded())
-                setDiff(buildDiffDocument(unreadableImage));
+                setDiff(buildDiffDocument(tr("This image file could not be previewed.")));
             else
                 presentLoadFailure(outcome.failure);
         });
@@ -215,7 +218,7 @@ void DiffSelection::setWhitespace(WhitespaceChanges whitespace)
 
 void DiffSelection::presentLoadFailure(const QString &message)
 {
-    m_activity.present(loadFailureTitle, message);
+    m_activity.present(tr("Loading diff"), message);
 }
 
 void DiffSelection::selectChangeFiles(const QSet<WorkingFile> &files)
@@ -260,13 +263,13 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
 {
     const Repository repository = *m_workspace.selectedRepository();
     const VersionControl *backend = &versionControl(repository.kind);
-    const QString word = backend->traits().changeset;
-    m_activity.setActivity(u"Loading "_s + word + u" files"_s);
+    const RepositoryKind kind = repository.kind;
+    m_activity.setActivity(byKind(kind, tr("Loading changeset files"), tr("Loading commit files")));
     m_changesetFilesTask.cancel();
     setLoadingChangesetFiles(true);
     m_changesetFilesTask = runInBackground(
         &m_pool, this, [backend, repository, changeset] { return backend->changesetFiles(repository.path, changeset); },
-        [this, changeset, keep, word](Outcome<QList<WorkingFile>> outcome) {
+        [this, changeset, keep, kind](Outcome<QList<WorkingFile>> outcome) {
             if (!m_selectedChangeset || m_selectedChangeset->node != changeset.node)
                 return;
             setLoadingChangesetFiles(false);
@@ -277,7 +280,8 @@ void DiffSelection::loadChangesetFiles(const Changeset &changeset, const std::op
             }
             setChangesetFiles(*outcome.value);
             if (outcome.value->isEmpty()) {
-                setDiff(buildDiffDocument(u"This "_s + word + u" has no changed files."_s));
+                setDiff(buildDiffDocument(
+                    byKind(kind, tr("This changeset has no changed files."), tr("This commit has no changed files."))));
                 return;
             }
             std::optional<WorkingFile> kept = keep ? fileWithPath(*outcome.value, keep->path) : std::nullopt;
@@ -318,10 +322,10 @@ void DiffSelection::selectChangesetFile(const WorkingFile &file)
         setDiff(emptyDiffDocument());
         loadPreview([backend, repositoryPath, changeset,
                      file] { return backend->fileContents(repositoryPath, changeset, file); },
-                    file.state == FileState::removed ? deletedCaption : QString());
+                    file.state == FileState::removed ? deletedCaption() : QString());
         return;
     }
-    m_activity.setActivity(u"Loading file diff"_s);
+    m_activity.setActivity(tr("Loading file diff"));
     startDiffLoadingIndicator();
     loadDiff(
         [backend, repositoryPath, changeset, file](const std::function<bool()> &isCancelled,
@@ -339,7 +343,7 @@ void DiffSelection::showShelfFile(const Shelf &shelf, const WorkingFile &file)
     cancelLoad();
     setPreviewImage(QImage());
     const VersionControl *backend = &versionControl(repository->kind);
-    m_activity.setActivity(u"Loading file diff"_s);
+    m_activity.setActivity(tr("Loading file diff"));
     startDiffLoadingIndicator();
     loadDiff(
         [backend, repositoryPath = repository->path, shelf, file](const std::function<bool()> &isCancelled,

@@ -64,22 +64,19 @@ void HistoryNavigation::goToChangeset()
     const std::optional<ActionContext::Selected> selected = m_context.selected();
     if (!selected)
         return;
-    const KindTraits &traits = selected->backend.traits();
+    const KindTraits traits = selected->backend.traits();
     const std::optional<QString> answer = m_context.prompts.enterText(
-        {QCoreApplication::translate("tillery::HistoryNavigation", "Go to %1").arg(capitalized(traits.changeset)),
+        {tr("Go to %1").arg(capitalized(traits.changeset)),
          traits.kind == RepositoryKind::mercurial
-             ? QCoreApplication::translate(
-                 "tillery::HistoryNavigation",
-                 "Enter a hash or its start, a revision number, or a tag, bookmark or branch name.")
-             : QCoreApplication::translate("tillery::HistoryNavigation",
-                                           "Enter a hash or its start, or a tag or branch name."),
+             ? tr("Enter a hash or its start, a revision number, or a tag, bookmark or branch name.")
+             : tr("Enter a hash or its start, or a tag or branch name."),
          QString(), QCoreApplication::translate("tillery::AlertButtons", "Go")});
     const QString name = answer ? answer->trimmed() : QString();
     if (name.isEmpty())
         return;
     m_goingTo = name;
     m_context.operations.perform(
-        u"Looking for "_s + name,
+        tr("Looking for %1").arg(name),
         [backend = &selected->backend, path = selected->repository.path, name] {
             return backend->resolveChangeset(path, name);
         },
@@ -89,9 +86,8 @@ void HistoryNavigation::goToChangeset()
             if (!node) {
                 m_goingTo.clear();
                 m_context.prompts.alert(
-                    {QCoreApplication::translate("tillery::HistoryNavigation", "Nothing is named “%1”.").arg(name),
-                     QCoreApplication::translate("tillery::HistoryNavigation", "No %1 has this hash, tag or name.")
-                         .arg(m_context.selected()->backend.traits().changeset),
+                    {tr("Nothing is named “%1”.").arg(name),
+                     tr("No %1 has this hash, tag or name.").arg(m_context.selected()->backend.traits().changeset),
                      {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
                 return;
             }
@@ -144,10 +140,9 @@ void HistoryNavigation::revealFinished(const QString &node, bool found)
     }
     if (wentTo) {
         m_context.prompts.alert(
-            {QCoreApplication::translate("tillery::HistoryNavigation", "This %1 is not in the history.")
-                 .arg(m_context.selected()->backend.traits().changeset),
-             QCoreApplication::translate("tillery::HistoryNavigation",
-                                         "It is not reachable from any branch, tag or head."),
+            {byKind(m_context.selected()->backend.kind(), tr("This changeset is not in the history."),
+                    tr("This commit is not in the history.")),
+             tr("It is not reachable from any branch, tag or head."),
              {QCoreApplication::translate("tillery::AlertButtons", "OK")}});
     }
     // What was selected is gone: show what the page has.

@@ -5,13 +5,18 @@
 #include "integrations/TerminalApplication.h"
 #include "integrations/TerminalLaunch.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
 
 namespace {
 
-const QString notInstalled = u" (not installed)"_s;
+QString notInstalled(const QString &application)
+{
+    return QCoreApplication::translate("tillery::IntegrationChoices", "%1 (not installed)").arg(application);
+}
 
 } // namespace
 
@@ -31,9 +36,9 @@ QList<ApplicationOption> IntegrationChoices::editorOptions(const EditorChoice &c
         if (installed.contains(editor))
             options.append({rawValue(editor), displayName(editor)});
         else if (editor == current)
-            options.append({rawValue(editor), displayName(editor) + notInstalled});
+            options.append({rawValue(editor), notInstalled(displayName(editor))});
     }
-    options.append({otherEditor(), u"Other Application…"_s});
+    options.append({otherEditor(), QCoreApplication::translate("tillery::IntegrationChoices", "Other Application…")});
     return options;
 }
 
@@ -65,7 +70,7 @@ QList<ApplicationOption> IntegrationChoices::terminalOptions(const std::optional
         options.append({identifier(terminal), displayName(terminal)});
     if (installed.isEmpty()) {
         const TerminalApplication current = resolveTerminal(stored, installed);
-        options.append({identifier(current), displayName(current) + notInstalled});
+        options.append({identifier(current), notInstalled(displayName(current))});
     }
     return options;
 }

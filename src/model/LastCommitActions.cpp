@@ -80,17 +80,20 @@ void LastCommitActions::undoLastCommit()
     if (!canUndoLastCommit())
         return;
     const std::optional<Changeset> last = workingParentOf(m_context.workspace.snapshot());
-    const QString named = last ? u"“%1”"_s.arg(last->summary) : u"The last commit"_s;
-    const AlertRequest request{QCoreApplication::translate("tillery::LastCommitActions", "Undo the last commit?"),
-                               u"%1 will be taken back. Its changes return to the working copy, beside the changes "
-                               "already there."_s.arg(named),
+    const QString explanation =
+        last ? tr("“%1” will be taken back. Its changes return to the working copy, beside the changes already there.")
+                   .arg(last->summary)
+             : tr("The last commit will be taken back. Its changes return to the working copy, beside the changes "
+                  "already there.");
+    const AlertRequest request{tr("Undo the last commit?"),
+                               explanation,
                                {QCoreApplication::translate("tillery::AlertButtons", "Undo Commit"),
                                 QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
     const ActionContext::Selected target = *m_context.selected();
     m_context.operations.perform(
-        u"Undoing the last commit"_s,
+        tr("Undoing the last commit"),
         [backend = &target.backend, path = target.repository.path] { backend->undoLastCommit(path); },
         [this, last](Done) {
             Workspace &workspace = m_context.workspace;

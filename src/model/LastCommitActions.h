@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 namespace tillery {
@@ -10,6 +11,8 @@ struct ActionContext;
 // Commit" fills an empty commit box with the last commit's message, and
 // unticking it takes that message out again while it is unchanged.
 class LastCommitActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::LastCommitActions)
+
 public:
     explicit LastCommitActions(const ActionContext &context)
         : m_context(context)

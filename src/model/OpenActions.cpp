@@ -13,7 +13,7 @@ namespace tillery {
 
 QString OpenActions::editorTitle() const
 {
-    return u"Open in "_s + editorDisplayName(m_context.settings.editorChoice(), InstalledApplications::system());
+    return tr("Open in %1").arg(editorDisplayName(m_context.settings.editorChoice(), InstalledApplications::system()));
 }
 
 void OpenActions::launchInBackground(const QString &title, const std::variant<LaunchPlan, QString> &plan)
@@ -37,7 +37,7 @@ void OpenActions::openInEditor(const QString &targetPath)
         return;
     const InstalledApplications applications = InstalledApplications::system();
     const EditorChoice choice = m_context.settings.editorChoice();
-    launchInBackground(u"Open in "_s + editorDisplayName(choice, applications),
+    launchInBackground(tr("Open in %1").arg(editorDisplayName(choice, applications)),
                        editorLaunchPlan(choice, targetPath, selected->repository.path, applications));
 }
 
@@ -46,7 +46,7 @@ void OpenActions::openInTerminal()
     const std::optional<ActionContext::Selected> selected = m_context.selected();
     if (!selected)
         return;
-    launchInBackground(u"Open in Terminal"_s,
+    launchInBackground(tr("Open in Terminal"),
                        terminalLaunchPlan(m_context.settings.defaultTerminalIdentifier(), selected->repository.path,
                                           InstalledApplications::system()));
 }
@@ -57,7 +57,7 @@ void OpenActions::openWith(const QString &targetPath, const QString &application
     if (!selected)
         return;
     const LaunchPlan plan = openWithPlan(applicationPath, targetPath, selected->repository.path);
-    launchInBackground(u"Open With "_s + plan.applicationName, plan);
+    launchInBackground(tr("Open With %1").arg(plan.applicationName), plan);
 }
 
 void OpenActions::reveal(const QString &path)

@@ -2,6 +2,7 @@
 
 #include "integrations/LaunchPlan.h"
 
+#include <QCoreApplication>
 #include <QString>
 #include <QStringList>
 
@@ -15,6 +16,8 @@ struct ActionContext;
 // a terminal, in the file manager or their default application, and
 // copying their paths. A failure is presented with the title of the action.
 class OpenActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::OpenActions)
+
 public:
     explicit OpenActions(const ActionContext &context)
         : m_context(context)

@@ -28,7 +28,9 @@ std::optional<QString> PlatformDesktop::moveToTrash(const QString &path)
     QFile file(path);
     if (file.moveToTrash())
         return std::nullopt;
-    return u"%1 could not be moved to the Trash, so it was left where it was: %2"_s.arg(path, file.errorString());
+    return QCoreApplication::translate("tillery::Desktop",
+                                       "%1 could not be moved to the Trash, so it was left where it was: %2")
+        .arg(path, file.errorString());
 }
 
 void PlatformDesktop::copyToClipboard(const QString &text)

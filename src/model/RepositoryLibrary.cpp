@@ -114,7 +114,7 @@ QUuid RepositoryLibrary::createFolder(const std::optional<QString> &repositoryPa
     const qsizetype index = after ? *after + 1 : m_layout.topLevelItems.size();
 
     RepositorySidebarLayout layout = m_layout;
-    const RepositoryFolder folder{QUuid::createUuid(), u"New Folder"_s, {}};
+    const RepositoryFolder folder{QUuid::createUuid(), tr("New Folder"), {}};
     sidebar::insertFolder(layout, folder, index);
     if (repositoryPath)
         sidebar::moveIntoFolder(layout, *repositoryPath, folder.id);

@@ -6,7 +6,6 @@
 #include "model/ShelfSelection.h"
 #include "model/Workspace.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
 
 using namespace Qt::StringLiterals;
@@ -25,18 +24,20 @@ void ShelfActions::shelveSelectedFiles()
     }
     if (files.isEmpty())
         return;
-    const KindTraits &traits = target->backend.traits();
-    const QString count = files.size() == 1 ? u"“%1”"_s.arg(files.first().path)
-                                            : u"the %1 selected files"_s.arg(files.size());
-    const std::optional<QString> name = m_context.prompts.enterText(
-        {capitalized(traits.shelveVerb) + u" Selected Files"_s,
-         u"The changes to %1 are set aside under this name and leave the working copy."_s.arg(count),
-         u"wharf-"_s + QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s), capitalized(traits.shelveVerb)});
+    const RepositoryKind kind = target->backend.kind();
+    const QString explanation =
+        files.size() == 1
+            ? tr("The changes to “%1” are set aside under this name and leave the working copy.")
+                  .arg(files.first().path)
+            : tr("The changes to the %n selected files are set aside under this name and leave the working copy.",
+                 nullptr, int(files.size()));
+    const std::optional<QString> name =
+        m_context.prompts.enterText({byKind(kind, tr("Shelve Selected Files"), tr("Stash Selected Files")), explanation,
+                                     u"wharf-"_s + QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s),
+                                     byKind(kind, tr("Shelve"), tr("Stash", "verb"))});
     if (!name || name->trimmed().isEmpty())
         return;
-    // "Shelving", "Stashing".
-    const QString verb = capitalized(traits.shelveVerb);
-    m_context.runAndRefresh(verb.chopped(verb.endsWith(u'e') ? 1 : 0) + u"ing selected files"_s,
+    m_context.runAndRefresh(byKind(kind, tr("Shelving selected files"), tr("Stashing selected files")),
                             [files, name = name->trimmed()](const VersionControl &backend, const QString &path) {
                                 backend.shelveFiles(path, name, files);
                             });
@@ -49,7 +50,7 @@ void ShelfActions::restore(bool keep)
     if (!target || !shelf)
         return;
     m_context.operations.perform(
-        u"Restoring "_s + target->backend.traits().shelf,
+        tr("Restoring %1").arg(target->backend.traits().shelf),
         [backend = &target->backend, path = target->repository.path, shelf = *shelf, keep] {
             backend->restoreShelf(path, shelf, keep);
         },
@@ -67,18 +68,16 @@ void ShelfActions::deleteSelected()
     const std::optional<Shelf> &shelf = m_context.shelves.selectedShelf();
     if (!target || !shelf)
         return;
-    const KindTraits &traits = target->backend.traits();
-    const AlertRequest request{
-        QCoreApplication::translate("tillery::ShelfActions", "Delete the %1 “%2”?").arg(traits.shelf, shelf->title),
-        QCoreApplication::translate("tillery::ShelfActions", "Its changes will be gone for good."),
-        {QCoreApplication::translate("tillery::AlertButtons", "Delete"),
-         QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
+    const KindTraits traits = target->backend.traits();
+    const AlertRequest request{tr("Delete the %1 “%2”?").arg(traits.shelf, shelf->title),
+                               tr("Its changes will be gone for good."),
+                               {QCoreApplication::translate("tillery::AlertButtons", "Delete"),
+                                QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
-    m_context.runAndRefresh(u"Deleting "_s + traits.shelf,
-                            [shelf = *shelf](const VersionControl &backend, const QString &path) {
-                                backend.deleteShelf(path, shelf);
-                            });
+    m_context.runAndRefresh(
+        tr("Deleting %1").arg(traits.shelf),
+        [shelf = *shelf](const VersionControl &backend, const QString &path) { backend.deleteShelf(path, shelf); });
 }
 
 } // namespace tillery

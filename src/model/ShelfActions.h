@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QCoreApplication>
+
 namespace tillery {
 
 struct ActionContext;
@@ -8,6 +10,8 @@ struct ActionContext;
 // aside under a name, and restoring or deleting the shelf selected on the
 // Shelves page. Each runs through perform() and refreshes.
 class ShelfActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::ShelfActions)
+
 public:
     explicit ShelfActions(const ActionContext &context)
         : m_context(context)

@@ -36,7 +36,7 @@ void ShelfSelection::selectShelf(const Shelf &shelf)
     const std::optional<WorkingFile> keep = sameShelf ? m_selectedFile : std::nullopt;
     setLoadingFiles(true);
     const VersionControl *backend = &versionControl(repository->kind);
-    m_activity.setActivity(u"Loading "_s + backend->traits().shelf + u" files"_s);
+    m_activity.setActivity(byKind(repository->kind, tr("Loading shelf files"), tr("Loading stash files")));
     m_filesTask = runInBackground(
         &m_pool, this, [backend, path = repository->path, shelf] { return backend->shelfFiles(path, shelf); },
         [this, shelf, keep](Outcome<QList<WorkingFile>> outcome) {
@@ -45,7 +45,7 @@ void ShelfSelection::selectShelf(const Shelf &shelf)
             setLoadingFiles(false);
             m_activity.setActivity(QString());
             if (!outcome.succeeded()) {
-                m_activity.present(u"Loading files"_s, outcome.failure);
+                m_activity.present(tr("Loading files"), outcome.failure);
                 return;
             }
             m_files = *outcome.value;

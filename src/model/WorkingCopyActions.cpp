@@ -69,7 +69,7 @@ void WorkingCopyActions::commit()
     const CommitRequest request{workspace.commitSummary(), workspace.commitDescription(), workspace.commitUsername(),
                                 workspace.amendsLastCommit()};
     m_context.operations.perform(
-        request.amend ? u"Amending the last commit"_s : u"Committing changes"_s,
+        request.amend ? tr("Amending the last commit") : tr("Committing changes"),
         [backend = &target->backend, path = target->repository.path, files, chosen, request] {
             if (chosen.isEmpty())
                 backend->commit(path, files, request);
@@ -93,14 +93,10 @@ void WorkingCopyActions::discardShownLines(qsizetype first, qsizetype last)
         return;
     const qsizetype count = changes->lines.size();
     const QString message =
-        count == 1
-            ? QCoreApplication::translate("tillery::WorkingCopyActions", "Discard this changed line?")
-            : QCoreApplication::translate("tillery::WorkingCopyActions", "Discard these %1 changed lines?").arg(count);
+        count == 1 ? tr("Discard this changed line?") : tr("Discard these %n changed lines?", nullptr, int(count));
     const QString explanation =
-        QCoreApplication::translate(
-            "tillery::WorkingCopyActions",
-            "They will be undone in “%1”. A copy of the file as it is now is kept in the folder “%2” "
-            "of the repository's %3 folder.")
+        tr("They will be undone in “%1”. A copy of the file as it is now is kept in the folder “%2” "
+           "of the repository's %3 folder.")
             .arg(changes->file.path, u"tillery/discarded"_s,
                  target->backend.traits().kind == RepositoryKind::git ? u".git"_s : u".hg"_s);
     if (m_context.prompts.alert({message,
@@ -109,10 +105,10 @@ void WorkingCopyActions::discardShownLines(qsizetype first, qsizetype last)
                                   QCoreApplication::translate("tillery::AlertButtons", "Cancel")}})
         != 0)
         return;
-    m_context.runAndRefresh(u"Discarding lines"_s, [changes = *changes](const VersionControl &backend,
-                                                                        const QString &path) {
-        backend.discardChosen(path, changes);
-    });
+    m_context.runAndRefresh(tr("Discarding lines"),
+                            [changes = *changes](const VersionControl &backend, const QString &path) {
+                                backend.discardChosen(path, changes);
+                            });
 }
 
 void WorkingCopyActions::discardSelected()
@@ -128,11 +124,8 @@ void WorkingCopyActions::discardSelected()
     const qsizetype count = tracked.size() + untracked.size();
     if (count == 0)
         return;
-    const QString message =
-        count == 1 ? QCoreApplication::translate("tillery::WorkingCopyActions", "Discard changes to “%1”?")
-                         .arg((tracked + untracked).first())
-                   : QCoreApplication::translate("tillery::WorkingCopyActions", "Discard changes to %1 selected files?")
-                         .arg(count);
+    const QString message = count == 1 ? tr("Discard changes to “%1”?").arg((tracked + untracked).first())
+                                       : tr("Discard changes to %n selected files?", nullptr, int(count));
     if (m_context.prompts.alert({message,
                                  discardExplanation(tracked.size(), untracked.size()),
                                  {QCoreApplication::translate("tillery::AlertButtons", "Discard"),
@@ -140,15 +133,15 @@ void WorkingCopyActions::discardSelected()
         != 0)
         return;
 
-    m_context.runAndRefresh(u"Discarding changes"_s, [desktop = &m_context.desktop, tracked,
-                                                      untracked](const VersionControl &backend, const QString &path) {
+    m_context.runAndRefresh(tr("Discarding changes"), [desktop = &m_context.desktop, tracked,
+                                                       untracked](const VersionControl &backend, const QString &path) {
         backend.discard(path, tracked);
         QStringList refused;
         for (const QString &file : untracked) {
             // A path a tool reports is not trusted to stay in the repository.
             const std::optional<QString> inside = pathInsideRepository(path, file);
             if (!inside)
-                refused.append(u"“"_s + file + u"” is not inside the repository; it was not moved to the Trash."_s);
+                refused.append(tr("“%1” is not inside the repository; it was not moved to the Trash.").arg(file));
             else if (const std::optional<QString> reason = desktop->moveToTrash(*inside))
                 refused.append(*reason);
         }
@@ -162,15 +155,13 @@ void WorkingCopyActions::discardAll()
     if (!m_context.selected())
         return;
     const AlertRequest request{
-        QCoreApplication::translate("tillery::WorkingCopyActions", "Discard All Changes?"),
-        QCoreApplication::translate(
-            "tillery::WorkingCopyActions",
-            "All tracked working-copy changes will be permanently reverted. Untracked files will be left untouched."),
+        tr("Discard All Changes?"),
+        tr("All tracked working-copy changes will be permanently reverted. Untracked files will be left untouched."),
         {QCoreApplication::translate("tillery::AlertButtons", "Discard Changes"),
          QCoreApplication::translate("tillery::AlertButtons", "Cancel")}};
     if (m_context.prompts.alert(request) != 0)
         return;
-    m_context.runAndRefresh(u"Discarding all changes"_s,
+    m_context.runAndRefresh(tr("Discarding all changes"),
                             [](const VersionControl &backend, const QString &path) { backend.discardAll(path); });
 }
 
@@ -179,7 +170,7 @@ void WorkingCopyActions::stashAll()
     if (m_context.workspace.snapshot().files.isEmpty())
         return;
     const QString name = u"wharf-"_s + QDateTime::currentDateTime().toString(u"yyyy-MM-dd-HHmmss"_s);
-    m_context.runAndRefresh(u"Stashing all changes"_s,
+    m_context.runAndRefresh(tr("Stashing all changes"),
                             [name](const VersionControl &backend, const QString &path) { backend.stash(path, name); });
 }
 
@@ -190,7 +181,7 @@ void WorkingCopyActions::addIgnoreEntry(const QString &pattern)
         return;
     const RepositoryKind kind = target->repository.kind;
     m_context.runAndRefresh(
-        u"Updating "_s + ignoreFileName(kind),
+        tr("Updating %1").arg(ignoreFileName(kind)),
         [pattern, kind](const VersionControl &, const QString &path) { tillery::addIgnoreEntry(pattern, path, kind); });
 }
 

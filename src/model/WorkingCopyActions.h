@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QtGlobal>
 
@@ -11,6 +12,8 @@ struct ActionContext;
 // the selected repository. Each asks first where it destroys work, runs
 // through perform() and refreshes on success.
 class WorkingCopyActions {
+    Q_DECLARE_TR_FUNCTIONS(tillery::WorkingCopyActions)
+
 public:
     explicit WorkingCopyActions(const ActionContext &context)
         : m_context(context)

@@ -10,7 +10,7 @@ namespace tillery {
 
 const QString &checkedChangesetId(const Changeset &changeset)
 {
-    refuseOptionLike(changeset.node, u"a revision"_s);
+    refuseOptionLike(changeset.node, QT_TRANSLATE_NOOP("tillery::OptionLike", "A revision cannot begin with “-”."));
     return changeset.node;
 }
 

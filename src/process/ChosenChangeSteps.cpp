@@ -7,6 +7,7 @@
 #include "process/VersionControl.h"
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -18,22 +19,27 @@ namespace tillery {
 
 namespace {
 
-RefusedInput wholeFileOnly(const QString &path, const QString &reason)
+// `refusal` names the file with %1 and says why only the whole of it can be taken.
+RefusedInput wholeFileOnly(const QString &path, const char *refusal)
 {
-    return RefusedInput(u"Only the whole of “%1” can be committed or discarded: %2."_s.arg(path, reason));
+    return RefusedInput(QCoreApplication::translate("tillery::ChosenChangeSteps", refusal).arg(path));
 }
 
 RefusedInput changedSinceShown(const QString &path)
 {
-    return RefusedInput(
-        u"“%1” changed after its differences were shown. Look at them again and choose the lines anew."_s.arg(path));
+    return RefusedInput(QCoreApplication::translate("tillery::ChosenChangeSteps",
+                                                    "“%1” changed after its differences were shown. Look at them "
+                                                    "again and choose the lines anew.")
+                            .arg(path));
 }
 
 QString checkedText(const QByteArray &bytes, const QString &path)
 {
     std::optional<QString> text = decodeUtf8(bytes);
     if (!text)
-        throw wholeFileOnly(path, u"it is not UTF-8 text"_s);
+        throw wholeFileOnly(path, QT_TRANSLATE_NOOP("tillery::ChosenChangeSteps",
+                                                    "Only the whole of “%1” can be committed or discarded: it is not "
+                                                    "UTF-8 text."));
     return *text;
 }
 
@@ -41,7 +47,7 @@ QByteArray readWorkingFile(const QString &repositoryPath, const QString &path)
 {
     QFile file(QDir(repositoryPath).filePath(path));
     if (!file.open(QIODevice::ReadOnly))
-        throw PlatformFailure(u"%1 could not be read: %2"_s.arg(file.fileName(), file.errorString()));
+        throw PlatformFailure::unreadableFile(file.fileName(), file.errorString());
     return file.readAll();
 }
 
@@ -75,7 +81,9 @@ FittedPatch fittedPatch(const ChosenChanges &chosen, const QString &working)
     const QString &path = chosen.file.path;
     std::optional<FilePatch> patch = parseFilePatch(chosen.shownDiff);
     if (!patch)
-        throw wholeFileOnly(path, u"its differences are not lines of text"_s);
+        throw wholeFileOnly(path, QT_TRANSLATE_NOOP("tillery::ChosenChangeSteps",
+                                                    "Only the whole of “%1” can be committed or discarded: its "
+                                                    "differences are not lines of text."));
     std::optional<QString> parent = applyChosenChanges(working, PatchSide::changed, *patch, patch->changedLineIds());
     if (!parent || (!comparedParentPath(chosen) && !parent->isEmpty()))
         throw changedSinceShown(path);
@@ -85,9 +93,13 @@ FittedPatch fittedPatch(const ChosenChanges &chosen, const QString &working)
 QString checkedWorkingText(const QString &repositoryPath, const WorkingFile &file)
 {
     if (file.state == FileState::removed || file.state == FileState::missing)
-        throw wholeFileOnly(file.path, u"it is removed"_s);
+        throw wholeFileOnly(file.path, QT_TRANSLATE_NOOP("tillery::ChosenChangeSteps",
+                                                         "Only the whole of “%1” can be committed or discarded: it is "
+                                                         "removed."));
     if (QFileInfo(QDir(repositoryPath).filePath(file.path)).isSymLink())
-        throw wholeFileOnly(file.path, u"it is a link"_s);
+        throw wholeFileOnly(file.path, QT_TRANSLATE_NOOP("tillery::ChosenChangeSteps",
+                                                         "Only the whole of “%1” can be committed or discarded: it is "
+                                                         "a link."));
     return checkedText(readWorkingFile(repositoryPath, file.path), file.path);
 }
 
@@ -135,8 +147,9 @@ void refuseAsChanged(const QList<ChosenChanges> &chosen)
 {
     if (chosen.size() == 1)
         throw changedSinceShown(chosen.first().file.path);
-    throw RefusedInput(u"Some of the files changed after their differences were shown. Look at them again and "
-                       "choose the lines anew."_s);
+    throw RefusedInput(QCoreApplication::translate("tillery::ChosenChangeSteps",
+                                                   "Some of the files changed after their differences were shown. "
+                                                   "Look at them again and choose the lines anew."));
 }
 
 QString backUpWorkingFile(const QString &repositoryPath, const QString &metadataFolder, const QString &path)
@@ -146,7 +159,7 @@ QString backUpWorkingFile(const QString &repositoryPath, const QString &metadata
     const QString copy = QDir(folder).filePath(path);
     const QByteArray bytes = readWorkingFile(repositoryPath, path);
     if (!QDir().mkpath(QFileInfo(copy).path()))
-        throw PlatformFailure(u"The folder %1 could not be created."_s.arg(QFileInfo(copy).path()));
+        throw PlatformFailure::folderNotCreated(QFileInfo(copy).path());
     if (const std::optional<QString> reason = replaceFile(copy, bytes))
         throw PlatformFailure(*reason);
     return copy;

@@ -1,6 +1,6 @@
 #include "process/Failure.h"
 
-using namespace Qt::StringLiterals;
+#include <QCoreApplication>
 
 namespace tillery {
 
@@ -11,29 +11,49 @@ Failure::Failure(QString description)
 }
 
 CancellationFailure::CancellationFailure()
-    : Failure(u"The operation was cancelled."_s)
+    : Failure(QCoreApplication::translate("tillery::Failure", "The operation was cancelled."))
 {
 }
 
 PlatformFailure PlatformFailure::fileWriteUnknown()
 {
-    return PlatformFailure(u"The file could not be saved."_s);
+    return PlatformFailure(QCoreApplication::translate("tillery::Failure", "The file could not be saved."));
+}
+
+PlatformFailure PlatformFailure::folderNotCreated(const QString &folder)
+{
+    return PlatformFailure(
+        QCoreApplication::translate("tillery::Failure", "The folder %1 could not be created.").arg(folder));
+}
+
+PlatformFailure PlatformFailure::temporaryFolderNotMade(const QString &reason)
+{
+    return PlatformFailure(
+        QCoreApplication::translate("tillery::Failure", "A temporary folder could not be made: %1").arg(reason));
+}
+
+PlatformFailure PlatformFailure::unreadableFile(const QString &path, const QString &reason)
+{
+    return PlatformFailure(
+        QCoreApplication::translate("tillery::Failure", "%1 could not be read: %2").arg(path, reason));
 }
 
 PlatformFailure PlatformFailure::launchFailed(const QString &executable, const QString &reason)
 {
-    return PlatformFailure(u"%1 could not be started: %2"_s.arg(executable, reason));
+    return PlatformFailure(
+        QCoreApplication::translate("tillery::Failure", "%1 could not be started: %2").arg(executable, reason));
 }
 
 PlatformFailure PlatformFailure::unreadableJson(const QString &reason, qsizetype offset)
 {
-    return PlatformFailure(
-        u"The data could not be read because it is not in the correct format (%1 at offset %2)."_s.arg(reason).arg(
-            offset));
+    return PlatformFailure(QCoreApplication::translate(
+                               "tillery::Failure", "The data could not be read because it is not in the correct format "
+                                                   "(%1 at offset %2).")
+                               .arg(reason, QString::number(offset)));
 }
 
 RepositoryFailure::RepositoryFailure(const QString &path)
-    : Failure(path + u" is not a Mercurial or Git repository."_s)
+    : Failure(QCoreApplication::translate("tillery::Failure", "%1 is not a Mercurial or Git repository.").arg(path))
     , m_path(path)
 {
 }

@@ -34,6 +34,9 @@ public:
     using Failure::Failure;
 
     static PlatformFailure fileWriteUnknown();
+    static PlatformFailure folderNotCreated(const QString &folder);
+    static PlatformFailure temporaryFolderNotMade(const QString &reason);
+    static PlatformFailure unreadableFile(const QString &path, const QString &reason);
     static PlatformFailure launchFailed(const QString &executable, const QString &reason);
     static PlatformFailure unreadableJson(const QString &reason, qsizetype offset);
 };

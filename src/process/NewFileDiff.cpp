@@ -4,11 +4,18 @@
 #include "process/WorkingFileRead.h"
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
 
 namespace {
+
+QString unreadable()
+{
+    return QCoreApplication::translate("tillery::NewFileDiff", "Binary or unreadable file");
+}
 
 QString shownContents(const WorkingFileContents &contents)
 {
@@ -16,12 +23,12 @@ QString shownContents(const WorkingFileContents &contents)
     switch (contents.kind) {
     case Kind::regularFile:
     case Kind::symbolicLink:
-        return decodeUtf8(contents.bytes).value_or(u"Binary or unreadable file"_s);
+        return decodeUtf8(contents.bytes).value_or(unreadable());
     case Kind::tooLarge:
-        return u"File too large to show"_s;
+        return QCoreApplication::translate("tillery::NewFileDiff", "File too large to show");
     case Kind::notARegularFile:
     case Kind::unreadable:
-        return u"Binary or unreadable file"_s;
+        return unreadable();
     }
     Q_UNREACHABLE();
     return QString();

@@ -2,17 +2,14 @@
 
 #include "process/Failure.h"
 
-using namespace Qt::StringLiterals;
+#include <QCoreApplication>
 
 namespace tillery {
 
-void refuseOptionLike(const QString &value, const QString &what)
+void refuseOptionLike(const QString &value, const char *refusal)
 {
-    if (!value.startsWith(u'-'))
-        return;
-    QString sentence = what + u" cannot begin with “-”."_s;
-    sentence[0] = sentence[0].toUpper();
-    throw RefusedInput(sentence);
+    if (value.startsWith(u'-'))
+        throw RefusedInput(QCoreApplication::translate("tillery::OptionLike", refusal));
 }
 
 } // namespace tillery

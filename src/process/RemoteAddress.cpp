@@ -2,6 +2,7 @@
 
 #include "process/Failure.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QUrl>
 
@@ -68,12 +69,15 @@ std::optional<QString> validRemoteAddress(const QString &entered)
 
 QString invalidAddressSentence()
 {
-    return u"Enter a valid remote address: it cannot be empty, begin with “-” or hold a line break."_s;
+    return QCoreApplication::translate("tillery::RemoteAddress",
+                                       "Enter a valid remote address: it cannot be empty, begin with “-” or hold a "
+                                       "line break.");
 }
 
 QString unrestorablePasswordSentence()
 {
-    return u"The masked remote password could not be restored; enter the password again."_s;
+    return QCoreApplication::translate("tillery::RemoteAddress",
+                                       "The masked remote password could not be restored; enter the password again.");
 }
 
 QString addressToStore(const QString &entered, const std::function<QString()> &storedAddress)

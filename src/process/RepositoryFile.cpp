@@ -2,6 +2,7 @@
 
 #include "records/TextDecoding.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -9,6 +10,15 @@
 using namespace Qt::StringLiterals;
 
 namespace tillery {
+
+namespace {
+
+QString notWritten(const QString &path, const QString &reason)
+{
+    return QCoreApplication::translate("tillery::RepositoryFile", "%1 could not be written: %2").arg(path, reason);
+}
+
+} // namespace
 
 std::variant<RepositoryTextFile, RepositoryFileProblem> readRepositoryTextFile(const QString &repositoryPath,
                                                                                const QString &relativePath)
@@ -43,7 +53,7 @@ std::optional<QString> replaceFile(const QString &path, const QByteArray &bytes)
         written = file.setPermissions(existing.permissions());
     written = written && file.write(bytes) == bytes.size() && file.commit();
     if (!written)
-        return u"%1 could not be written: %2"_s.arg(path, file.errorString());
+        return notWritten(path, file.errorString());
     return std::nullopt;
 }
 
@@ -51,7 +61,7 @@ std::optional<QString> overwriteFile(const QString &path, const QByteArray &byte
 {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size() || !file.flush())
-        return u"%1 could not be written: %2"_s.arg(path, file.errorString());
+        return notWritten(path, file.errorString());
     return std::nullopt;
 }
 

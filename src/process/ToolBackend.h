@@ -103,16 +103,17 @@ public:
 
     void clone(const QString &source, const QString &destination, const RunControl &control) const override
     {
-        refuseOptionLike(source, QStringLiteral("a clone source"));
-        refuseOptionLike(destination, QStringLiteral("a clone destination"));
+        refuseOptionLike(source, QT_TRANSLATE_NOOP("tillery::OptionLike", "A clone source cannot begin with “-”."));
+        refuseOptionLike(destination,
+                         QT_TRANSLATE_NOOP("tillery::OptionLike", "A clone destination cannot begin with “-”."));
         Tool::run(Tool::cloneCommand(source, destination), std::nullopt, control);
     }
 
     Repository createRepository(const QString &path) const override
     {
-        refuseOptionLike(path, QStringLiteral("a repository folder"));
+        refuseOptionLike(path, QT_TRANSLATE_NOOP("tillery::OptionLike", "A repository folder cannot begin with “-”."));
         if (!QDir().mkpath(path))
-            throw PlatformFailure(QStringLiteral("The folder %1 could not be created.").arg(path));
+            throw PlatformFailure::folderNotCreated(path);
         Tool::run(Tool::initCommand(path), std::nullopt);
         return Repository{Tool::root(path), kind()};
     }
@@ -153,14 +154,17 @@ protected:
     {
         if (!node)
             return Tool::workingParent();
-        refuseOptionLike(*node, QStringLiteral("a revision"));
+        refuseOptionLike(*node, QT_TRANSLATE_NOOP("tillery::OptionLike", "A revision cannot begin with “-”."));
         return *node;
     }
 
     // A bookmark or branch name that would be read as an option is refused.
     void refuseName(const QString &name) const
     {
-        refuseOptionLike(name, QStringLiteral("a ") + traits().bookmark + QStringLiteral(" name"));
+        refuseOptionLike(name,
+                         kind() == RepositoryKind::git
+                             ? QT_TRANSLATE_NOOP("tillery::OptionLike", "A branch name cannot begin with “-”.")
+                             : QT_TRANSLATE_NOOP("tillery::OptionLike", "A bookmark name cannot begin with “-”."));
     }
 
     void runNamed(ToolCommand (*command)(const QString &), const QString &name, const QString &repositoryPath) const

@@ -2,11 +2,13 @@
 
 #include "process/Progress.h"
 #include "process/RemoteAddress.h"
+#include "records/LocalizedOrder.h"
 #include "records/TextDecoding.h"
 
-#include <QLocale>
+#include <QCoreApplication>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::StringLiterals;
 
@@ -24,9 +26,14 @@ bool isContinuationByte(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-QString leftOut(qsizetype count, const QString &unit)
+// `sentence` holds the count as %1 and is marked with QT_TRANSLATE_N_NOOP.
+QString leftOut(const char *sentence, qsizetype count)
 {
-    return u"\n[… %1 %2 left out …]\n"_s.arg(QLocale(QLocale::English).toString(count), unit);
+    const int plural = int(std::min<qsizetype>(count, std::numeric_limits<int>::max()));
+    return u'\n'
+           + QCoreApplication::translate("tillery::ToolFailure", sentence, nullptr, plural)
+                 .arg(localizedLocale().toString(count))
+           + u'\n';
 }
 
 // The start and the end of a long stream, each cut at a letter's boundary.
@@ -44,7 +51,8 @@ QString abridgedText(const QByteArray &bytes)
     const std::optional<QString> tail = decodeUtf8(QByteArrayView(bytes).sliced(tailStart));
     if (!head || !tail)
         return QString();
-    return *head + leftOut(tailStart - headEnd, u"bytes"_s) + *tail;
+    return *head + leftOut(QT_TRANSLATE_N_NOOP("tillery::ToolFailure", "[… %1 bytes left out …]"), tailStart - headEnd)
+           + *tail;
 }
 
 QString abridgedArguments(const QStringList &arguments)
@@ -53,7 +61,8 @@ QString abridgedArguments(const QStringList &arguments)
     if (text.size() <= 2 * keptArgumentCharactersAtEachEnd)
         return text;
     const qsizetype cut = text.size() - 2 * keptArgumentCharactersAtEachEnd;
-    return text.first(keptArgumentCharactersAtEachEnd) + leftOut(cut, u"characters"_s)
+    return text.first(keptArgumentCharactersAtEachEnd)
+           + leftOut(QT_TRANSLATE_N_NOOP("tillery::ToolFailure", "[… %1 characters left out …]"), cut)
            + text.last(keptArgumentCharactersAtEachEnd);
 }
 
@@ -70,26 +79,30 @@ QString ToolFailure::describe(const Wording &wording, const Payload &payload)
     switch (payload.failureCase) {
     case Case::command: {
         // An address in the arguments or the tool's words may carry a password.
-        QString text = wording.commandName + u' ' + withPasswordsMasked(abridgedArguments(payload.arguments))
-                       + u" exited with status "_s + QString::number(payload.code) + u'.';
+        QString text = QCoreApplication::translate("tillery::ToolFailure", "%1 %2 exited with status %3.")
+                           .arg(wording.commandName, withPasswordsMasked(abridgedArguments(payload.arguments)),
+                                QString::number(payload.code));
         const QString output = payload.output.trimmed();
         if (!output.isEmpty())
             text += u"\n\n"_s + withPasswordsMasked(output);
         return text;
     }
     case Case::locked: {
-        QString text = u"The repository is locked by another process. Try again when it has finished."_s;
+        QString text = QCoreApplication::translate(
+            "tillery::ToolFailure", "The repository is locked by another process. Try again when it has finished.");
         const QString output = payload.output.trimmed();
         if (!output.isEmpty())
             text += u"\n\n"_s + withPasswordsMasked(output);
         return text;
     }
     case Case::invalidRepository:
-        return payload.text + u" is not a "_s + wording.toolName + u" repository."_s;
+        return QCoreApplication::translate("tillery::ToolFailure", "%1 is not a %2 repository.")
+            .arg(payload.text, wording.toolName);
     case Case::malformedOutput:
-        return wording.toolName + u" returned data that could not be read: "_s + payload.text;
+        return QCoreApplication::translate("tillery::ToolFailure", "%1 returned data that could not be read: %2")
+            .arg(wording.toolName, payload.text);
     case Case::notInstalled:
-        return wording.notInstalled;
+        return QCoreApplication::translate("tillery::ToolFailure", wording.notInstalled);
     }
     Q_UNREACHABLE();
     return QString();
@@ -117,17 +130,20 @@ const ToolFailure::Wording &MercurialFailure::wording()
     static const Wording wording{
         u"hg"_s,
         u"Mercurial"_s,
-        u"Mercurial (hg) was not found. Install Mercurial and ensure hg is available on PATH."_s,
+        QT_TRANSLATE_NOOP("tillery::ToolFailure",
+                          "Mercurial (hg) was not found. Install Mercurial and ensure hg is available on PATH."),
         {"waiting for lock held by", ": lock held by"}};
     return wording;
 }
 
 const ToolFailure::Wording &GitFailure::wording()
 {
-    static const Wording wording{u"git"_s,
-                                 u"Git"_s,
-                                 u"Git was not found. Install Git and ensure git is available on PATH."_s,
-                                 {".lock': File exists."}};
+    static const Wording wording{
+        u"git"_s,
+        u"Git"_s,
+        QT_TRANSLATE_NOOP("tillery::ToolFailure",
+                          "Git was not found. Install Git and ensure git is available on PATH."),
+        {".lock': File exists."}};
     return wording;
 }
 

@@ -36,7 +36,8 @@ protected:
     struct Wording {
         QString commandName;
         QString toolName;
-        QString notInstalled;
+        // Marked with QT_TRANSLATE_NOOP in the "tillery::ToolFailure" context.
+        const char *notInstalled;
         // What the tool says on standard error when another process holds
         // the lock it waited for.
         QByteArrayList lockHeldMarkers;

@@ -7,6 +7,7 @@
 #include "process/MercurialConfigurationFiles.h"
 #include "process/Progress.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QProcess>
@@ -235,7 +236,9 @@ std::unique_ptr<ToolStream> streamGit(const ToolCommand &command, const QString 
             {*tool.executable, tool.leadingArguments + command.arguments, tool.environment.toStringList(), directory},
             false, true);
         if (!started)
-            throw PlatformFailure::launchFailed(*tool.executable, u"The program could not be started."_s);
+            throw PlatformFailure::launchFailed(
+                *tool.executable,
+                QCoreApplication::translate("tillery::ToolRunner", "The program could not be started."));
         return *started;
     });
     return std::make_unique<ToolStream>(

@@ -37,7 +37,8 @@ class VersionControl {
 public:
     virtual ~VersionControl() = default;
 
-    virtual const KindTraits &traits() const = 0;
+    // Made when asked, so that its words follow the language shown.
+    virtual KindTraits traits() const = 0;
     RepositoryKind kind() const { return traits().kind; }
     // Why the tool would refuse this as a new bookmark or branch name, in a
     // sentence; nothing when it would take it.

@@ -30,7 +30,7 @@ QByteArray readAll(const QString &path)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw PlatformFailure(u"%1 could not be read: %2"_s.arg(path, file.errorString()));
+        throw PlatformFailure::unreadableFile(path, file.errorString());
     return file.readAll();
 }
 
@@ -47,7 +47,7 @@ void save(const QString &repositoryPath, const QString &metadataFolder, const QS
     const QString folder = journalFolder(metadataFolder);
     QDir(folder).removeRecursively();
     if (!QDir().mkpath(folder))
-        throw PlatformFailure(u"The folder %1 could not be created."_s.arg(folder));
+        throw PlatformFailure::folderNotCreated(folder);
     // One file of copies and one list: two waits for the disk, whatever the count.
     QByteArray copies;
     QJsonArray list;

@@ -1,5 +1,7 @@
 #include "records/FileState.h"
 
+#include <QCoreApplication>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -9,14 +11,19 @@ namespace {
 struct FileStateText {
     FileState state;
     char16_t letter;
-    const char16_t *label;
+    // Marked for translation in the "tillery::FileState" context.
+    const char *label;
 };
 
 constexpr FileStateText fileStateTexts[] = {
-    {FileState::modified, u'M', u"Modified"},   {FileState::added, u'A', u"Added"},
-    {FileState::removed, u'R', u"Removed"},     {FileState::missing, u'!', u"Missing"},
-    {FileState::untracked, u'?', u"Untracked"}, {FileState::ignored, u'I', u"Ignored"},
-    {FileState::clean, u'C', u"Clean"},         {FileState::unresolved, u'U', u"Unresolved"},
+    {FileState::modified, u'M', QT_TRANSLATE_NOOP("tillery::FileState", "Modified")},
+    {FileState::added, u'A', QT_TRANSLATE_NOOP("tillery::FileState", "Added")},
+    {FileState::removed, u'R', QT_TRANSLATE_NOOP("tillery::FileState", "Removed")},
+    {FileState::missing, u'!', QT_TRANSLATE_NOOP("tillery::FileState", "Missing")},
+    {FileState::untracked, u'?', QT_TRANSLATE_NOOP("tillery::FileState", "Untracked")},
+    {FileState::ignored, u'I', QT_TRANSLATE_NOOP("tillery::FileState", "Ignored")},
+    {FileState::clean, u'C', QT_TRANSLATE_NOOP("tillery::FileState", "Clean")},
+    {FileState::unresolved, u'U', QT_TRANSLATE_NOOP("tillery::FileState", "Unresolved")},
 };
 
 const FileStateText &textOf(FileState state)
@@ -41,7 +48,7 @@ QString fileStateLetter(FileState state)
 
 QString fileStateLabel(FileState state)
 {
-    return QString::fromUtf16(textOf(state).label);
+    return QCoreApplication::translate("tillery::FileState", textOf(state).label);
 }
 
 std::optional<FileState> fileStateFromLetter(QStringView letter)

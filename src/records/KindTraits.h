@@ -7,7 +7,8 @@
 namespace tillery {
 
 // What differs between the kinds besides the tool work: the words the views
-// use and the commands a kind offers. Each backend describes itself with one.
+// use and the commands a kind offers. Each backend describes itself with one,
+// its words translated into the language shown when it is asked.
 struct KindTraits {
     RepositoryKind kind = RepositoryKind::mercurial;
     QString toolName; // "Mercurial"
@@ -26,13 +27,16 @@ struct KindTraits {
     // where the kind has no named branches.
     QString defaultNamedBranch;
     bool hasSquashMerge = false;
-    // "shelf" / "shelves" / "shelve", or "stash" / "stashes" / "stash".
+    // "shelf" / "shelves", or "stash" / "stashes".
     QString shelf;
     QString shelves;
-    QString shelveVerb;
 };
 
 // "Changeset" for "changeset".
 QString capitalized(const QString &word);
+
+// The Mercurial or the Git text: for a sentence whose grammar changes with
+// the kind's word, so that each is translated whole.
+QString byKind(RepositoryKind kind, const QString &mercurial, const QString &git);
 
 } // namespace tillery

@@ -1,17 +1,19 @@
 #include "records/LocalizedOrder.h"
 
-#include <QLocale>
-
 #include <numeric>
 #include <vector>
 
 namespace tillery {
 
-QCollator localizedCollator()
+QLocale localizedLocale()
 {
     const QLocale system = QLocale::system();
-    const QLocale locale = system.language() == QLocale::C ? QLocale(QLocale::English) : system;
-    QCollator collator(locale);
+    return system.language() == QLocale::C ? QLocale(QLocale::English) : system;
+}
+
+QCollator localizedCollator()
+{
+    QCollator collator(localizedLocale());
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     return collator;

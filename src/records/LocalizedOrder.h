@@ -2,11 +2,16 @@
 
 #include <QCollator>
 #include <QList>
+#include <QLocale>
 #include <QStringList>
 
 #include <algorithm>
 
 namespace tillery {
+
+// The system locale, or English when the process runs under the C locale:
+// how texts are ordered and numbers written for the person.
+QLocale localizedLocale();
 
 // The file browser's order: case-insensitive, digit runs compared by value.
 // Built from the system locale, or from English when the process runs under

@@ -11,8 +11,12 @@ namespace tillery {
 // conflicts without another operation are a restore's.
 enum class OperationInProgress { none, merge, rebase, graft, unshelve };
 
-// "Merge", "Rebase", "Graft" or "Cherry-Pick", "Unshelve" or "Stash Restore".
+// "Merge", "Rebase", "Graft" or "Cherry-Pick", "Unshelve" or "Stash Restore",
+// translated.
 QString operationTitle(OperationInProgress operation, RepositoryKind kind);
+// The same within a sentence: "merge", "stash restore"; a language whose
+// nouns keep their capital says so in its translation.
+QString operationNoun(OperationInProgress operation, RepositoryKind kind);
 
 // Which side a conflicted file takes whole: the working copy's own
 // ("mine": Mercurial :local, Git --ours) or the one merged in ("theirs").

@@ -203,7 +203,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     const QString absolute = repository->path + u'/' + clicked.path;
 
     const QString discardLabel =
-        targets.size() == 1 ? tr("Discard Changes") : tr("Discard %1 Selected Changes").arg(targets.size());
+        targets.size() == 1 ? tr("Discard Changes") : tr("Discard %n Selected Changes", nullptr, int(targets.size()));
     const bool anyUnresolved = std::any_of(targets.cbegin(), targets.cend(), [](const WorkingFile &file) {
         return file.state == FileState::unresolved;
     });
@@ -234,7 +234,7 @@ QMenu *ChangesView::contextMenuFor(int row)
     if (anyUnresolved || anyResolved)
         menu->addSeparator();
     add(discardLabel, [this] { m_model.discardSelected(); });
-    add(tr("%1 Selected Files…").arg(capitalized(m_model.traits().shelveVerb)),
+    add(byKind(m_model.traits().kind, tr("Shelve Selected Files…"), tr("Stash Selected Files…")),
         [this] { m_model.shelveSelectedFiles(); });
     menu->addSeparator();
     connect(menu->addAction(tr("Ignore File (Add to %1)").arg(ignoreFile)), &QAction::triggered, this,

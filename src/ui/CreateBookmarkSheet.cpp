@@ -20,7 +20,7 @@ CreateBookmarkSheet::CreateBookmarkSheet(AppModel &model, QWidget *parent)
     , m_problem(new ProblemLabel)
     , m_create(new QPushButton(tr("Create")))
 {
-    const KindTraits &words = model.traits();
+    const KindTraits words = model.traits();
     const RepositoryKind kind = words.kind;
     const QString nameLabel = tr("%1 name").arg(capitalized(words.bookmark));
     setWindowTitle(tr("Create a Bookmark"));

@@ -37,7 +37,7 @@ void HistoryModel::showRows()
 {
     beginResetModel();
     m_rowCount = rows().size();
-    m_traits = &m_model.traits();
+    m_traits = m_model.traits();
     m_namesNeedingPush = changesetText::namesNeedingPush(m_model.workspace().snapshot().bookmarks);
     m_workingParent = m_model.workspace().snapshot().workingParent;
     endResetModel();
@@ -79,7 +79,7 @@ bool HistoryModel::isWorkingParent(int row) const
 
 QList<changesetText::Badge> HistoryModel::badgesAt(int row) const
 {
-    return changesetText::badges(rows()[row], *m_traits, m_namesNeedingPush);
+    return changesetText::badges(rows()[row], m_traits, m_namesNeedingPush);
 }
 
 QVariant HistoryModel::data(const QModelIndex &index, int role) const
@@ -89,12 +89,12 @@ QVariant HistoryModel::data(const QModelIndex &index, int role) const
     const Changeset &changeset = rows()[index.row()];
     switch (role) {
     case Qt::DisplayRole:
-        return changesetText::title(changeset, *m_traits);
+        return changesetText::title(changeset, m_traits);
     case Qt::ToolTipRole:
-        return plainToolTip(changeset.description.isEmpty() ? changesetText::title(changeset, *m_traits)
+        return plainToolTip(changeset.description.isEmpty() ? changesetText::title(changeset, m_traits)
                                                             : changeset.description);
     case Qt::AccessibleTextRole:
-        return changesetText::title(changeset, *m_traits) + u", "_s + changesetText::authorName(changeset.author)
+        return changesetText::title(changeset, m_traits) + u", "_s + changesetText::authorName(changeset.author)
                + u", "_s + relativeDateText(changeset.date, m_clock());
     case AuthorRole:
         return changesetText::authorName(changeset.author);

@@ -54,7 +54,7 @@ private:
     // page copy every row before it.
     const QList<Changeset> &rows() const;
     qsizetype m_rowCount = 0;
-    const KindTraits *m_traits = nullptr;
+    KindTraits m_traits;
     QSet<QString> m_namesNeedingPush;
     QString m_workingParent;
     Clock m_clock;

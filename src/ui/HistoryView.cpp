@@ -328,7 +328,7 @@ void HistoryView::showInsertedSelection()
 
 void HistoryView::updateForRepository()
 {
-    const KindTraits &words = m_model.traits();
+    const KindTraits words = m_model.traits();
     m_search->setPlaceholderText(tr("Search %1: words, author:, file:, hash").arg(words.changesets));
 
     m_empty->setDetail(tr("This repository has no %1 yet.").arg(words.changesets));

@@ -87,8 +87,8 @@ IntegrationsSettings::IntegrationsSettings(AppModel &model, QWidget *parent)
     otherForm->setContentsMargins(0, 0, 0, 0);
     otherForm->addRow(tr("Application:"), pathRow);
     otherForm->addRow(tr("Arguments:"), m_arguments);
-    otherForm->addRow(u""_s, secondaryLabel(u"%TARGET_PATH% stands for the file or repository to open. Put an "
-                                            "argument with spaces in quotes."_s));
+    otherForm->addRow(u""_s, secondaryLabel(tr("%TARGET_PATH% stands for the file or repository to open. Put "
+                                               "an argument with spaces in quotes.")));
 
     auto *form = new QFormLayout;
     form->addRow(tr("Editor:"), m_editor);

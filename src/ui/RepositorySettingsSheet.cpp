@@ -34,7 +34,7 @@ RepositorySettingsSheet::RepositorySettingsSheet(AppModel &model, QWidget *paren
     , m_removeIcon(new QPushButton(tr("Remove Icon")))
     , m_iconProblem(new ProblemLabel)
 {
-    const KindTraits &words = model.traits();
+    const KindTraits words = model.traits();
     setWindowTitle(tr("Repository Settings"));
     m_address->setPlaceholderText(words.remoteAddressExample);
     m_address->setAccessibleName(tr("%1 remote address").arg(capitalized(words.remoteName)));

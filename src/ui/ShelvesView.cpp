@@ -175,11 +175,12 @@ ShelvesView::ShelvesView(AppModel &model, ViewSettings &settings, QWidget *paren
 
 void ShelvesView::update()
 {
-    const KindTraits &traits = m_model.traits();
+    const KindTraits traits = m_model.traits();
     const bool none = m_model.workspace().snapshot().shelves.isEmpty();
     m_empty->setTitle(tr("No %1").arg(capitalized(traits.shelves)));
-    m_empty->setDetail(tr("Changes set aside with “%1 Selected Files” on the Changes page show here.")
-                           .arg(capitalized(traits.shelveVerb)));
+    m_empty->setDetail(byKind(traits.kind,
+                              tr("Changes set aside with “Shelve Selected Files” on the Changes page show here."),
+                              tr("Changes set aside with “Stash Selected Files” on the Changes page show here.")));
     m_list->setAccessibleName(capitalized(traits.shelves));
     m_pages->setCurrentIndex(none ? 0 : 1);
     const bool canAct = m_model.shelfSelection().selectedShelf() && !m_model.activityState().isBusy();

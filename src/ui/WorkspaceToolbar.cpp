@@ -106,7 +106,7 @@ QMenu *WorkspaceToolbar::branchMenu()
     QMenu *menu = m_branch->menu();
     menu->clear();
     const RepositorySnapshot &snapshot = m_model.workspace().snapshot();
-    const KindTraits &words = m_model.traits();
+    const KindTraits words = m_model.traits();
     menu->addSection(capitalized(words.bookmarks));
     for (const Bookmark &bookmark : snapshot.bookmarks) {
         QAction *item = menu->addAction(menuLabel(bookmark.name));
