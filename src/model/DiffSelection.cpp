@@ -12,6 +12,8 @@
 #include <QCoreApplication>
 #include <QFileInfo>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tillery {
@@ -79,6 +81,10 @@ DiffSelection::DiffSelection(Workspace &workspace, const HistoryBrowser &history
     connect(&m_indicatorTimer, &QTimer::timeout, this, [this] {
         if (m_isLoadingDiff)
             setLoadingFlags(true, true);
+    });
+    connect(&m_activity, &ActivityState::isBusyChanged, this, [this](bool busy) {
+        if (!busy && std::exchange(m_showPageWhenIdle, false))
+            showPage();
     });
 }
 
@@ -196,6 +202,10 @@ void DiffSelection::loadDiff(const DiffLoad &loadText, bool clearsActivity)
                 m_activity.setActivity(QString());
             if (outcome.succeeded())
                 setDiff(*outcome.value, std::nullopt, whitespace);
+            // The command may have been changing the file as the tool read it
+            // (a discard rewriting it, say): the diff is loaded again after it.
+            else if (m_activity.isBusy())
+                m_showPageWhenIdle = true;
             else
                 presentLoadFailure(outcome.failure);
         });

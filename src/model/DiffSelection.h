@@ -147,6 +147,8 @@ private:
     BackgroundTask m_workingDiffTask;
     BackgroundTask m_changesetFilesTask;
     quint64 m_loadGeneration = 0;
+    // A diff failed to load while a command of Tillery's own ran.
+    bool m_showPageWhenIdle = false;
     QTimer m_pendingSelection;
     std::optional<WorkingFile> m_pendingFile;
     QTimer m_indicatorTimer;
