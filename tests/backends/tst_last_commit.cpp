@@ -4,7 +4,6 @@
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
-#include "diff/FilePatch.h"
 #include "model/VersionControl.h"
 
 #include <QTest>
@@ -18,95 +17,57 @@ namespace {
 enum class Step { amendFile, amendMessage, amendChosen, undo };
 enum class Setting { plain, published, nothingCommitted, rootOnly };
 
-struct Scene {
-    explicit Scene(RepositoryKind kind)
-        : backend(versionControl(kind))
-        , repository(test::makeFixture(kind))
-        , isGit(kind == RepositoryKind::git)
-    {
+// "first" with a.txt, then "second" adding a line and b.txt; a.txt changed again and c.txt new in the
+// working copy. Published: the working copy's parent is public or on a remote.
+std::unique_ptr<test::RepositoryFixture> prepared(RepositoryKind kind, Setting setting,
+                                                  std::unique_ptr<test::GitFixture> &remote)
+{
+    auto repository = test::makeFixture(kind);
+    if (setting == Setting::nothingCommitted)
+        return repository;
+    repository->write(u"a.txt"_s, "1\n");
+    repository->commitAll(u"first"_s);
+    if (setting != Setting::rootOnly) {
+        repository->write(u"a.txt"_s, "1\n2\n");
+        repository->write(u"b.txt"_s, "b\n");
+        repository->commitAll(u"second"_s);
     }
-
-    // "first" with a.txt, then "second" adding a line and b.txt; a.txt
-    // changed again and c.txt new in the working copy.
-    void prepare(Setting setting)
-    {
-        if (setting == Setting::nothingCommitted)
-            return;
-        repository->write(u"a.txt"_s, "1\n");
-        repository->commitAll(u"first"_s);
-        if (setting != Setting::rootOnly) {
-            repository->write(u"a.txt"_s, "1\n2\n");
-            repository->write(u"b.txt"_s, "b\n");
-            repository->commitAll(u"second"_s);
-        }
-        repository->write(u"a.txt"_s, "1\n2\n3\n4\n");
-        repository->write(u"c.txt"_s, "c\n");
-        if (setting == Setting::published)
-            publish();
-    }
-
-    void publish()
-    {
-        if (!isGit) {
-            repository->tool({u"phase"_s, u"--public"_s, u"--rev=."_s});
-            return;
-        }
+    repository->write(u"a.txt"_s, "1\n2\n3\n4\n");
+    repository->write(u"c.txt"_s, "c\n");
+    if (setting == Setting::published && !repository->isGit())
+        repository->tool({u"phase"_s, u"--public"_s, u"--rev=."_s});
+    if (setting == Setting::published && repository->isGit()) {
         remote = test::GitFixture::bare();
         repository->tool({u"remote"_s, u"add"_s, u"origin"_s, remote->path()});
         repository->tool({u"push"_s, u"--quiet"_s, u"--set-upstream"_s, u"origin"_s, u"HEAD"_s});
     }
+    return repository;
+}
 
-    // The first and the last of a.txt's changed lines ("3" and "4").
-    ChosenChanges chooseThree() const
-    {
-        const WorkingFile file{u"a.txt"_s, FileState::modified};
-        const QString diff = backend.workingDiff(path(), file, [] { return false; });
-        const std::optional<FilePatch> patch = parseFilePatch(diff);
-        QList<qsizetype> ids = patch ? patch->changedLineIds().values() : QList<qsizetype>();
-        std::sort(ids.begin(), ids.end());
-        return ChosenChanges{file, diff, {ids.value(0, -1)}};
+void perform(const test::RepositoryFixture &repository, Step step)
+{
+    const CommitRequest amend{u"second, amended"_s, u"More."_s, {}, true};
+    const VersionControl &backend = repository.backend();
+    switch (step) {
+    case Step::amendFile:
+        return backend.commit(repository.path(), {{u"a.txt"_s, FileState::modified}}, amend);
+    case Step::amendMessage:
+        return backend.commit(repository.path(), {}, amend);
+    case Step::amendChosen:
+        // The first of a.txt's changed lines ("3").
+        return backend.commitChosen(repository.path(), {}, {repository.choose(u"a.txt"_s, {0})}, amend);
+    case Step::undo:
+        return backend.undoLastCommit(repository.path());
     }
+}
 
-    void perform(Step step)
-    {
-        const CommitRequest amend{u"second, amended"_s, u"More."_s, {}, true};
-        switch (step) {
-        case Step::amendFile:
-            backend.commit(path(), {{u"a.txt"_s, FileState::modified}}, amend);
-            break;
-        case Step::amendMessage:
-            backend.commit(path(), {}, amend);
-            break;
-        case Step::amendChosen:
-            backend.commitChosen(path(), {}, {chooseThree()}, amend);
-            break;
-        case Step::undo:
-            backend.undoLastCommit(path());
-            break;
-        }
-    }
-
-    QStringList summaries() const
-    {
-        QStringList result;
-        for (const Changeset &changeset : backend.loadSnapshot(path()).history)
-            result.append(changeset.description);
-        return result;
-    }
-
-    QByteArray committed(const QString &file) const
-    {
-        return repository->tool(isGit ? QStringList{u"show"_s, u"HEAD:"_s + file}
-                                      : QStringList{u"cat"_s, u"--rev=."_s, u"--"_s, u"path:"_s + file});
-    }
-
-    QString path() const { return repository->path(); }
-
-    const VersionControl &backend;
-    std::unique_ptr<test::RepositoryFixture> repository;
-    std::unique_ptr<test::GitFixture> remote;
-    bool isGit;
-};
+QStringList descriptions(const test::RepositoryFixture &repository)
+{
+    QStringList result;
+    for (const Changeset &changeset : repository.snapshot().history)
+        result.append(changeset.description);
+    return result;
+}
 
 } // namespace
 
@@ -129,9 +90,8 @@ private Q_SLOTS:
         addRowsForBothKinds("amend with a file", [&](QTestData &row) {
             row << Step::amendFile << amended << "1\n2\n3\n4\n"_ba << QStringList{u"c.txt ?"_s};
         });
-        addRowsForBothKinds("amend the message alone", [&](QTestData &row) {
-            row << Step::amendMessage << amended << "1\n2\n"_ba << unchanged;
-        });
+        addRowsForBothKinds("amend the message alone",
+                            [&](QTestData &row) { row << Step::amendMessage << amended << "1\n2\n"_ba << unchanged; });
         addRowsForBothKinds("amend with a chosen line", [&](QTestData &row) {
             row << Step::amendChosen << amended << "1\n2\n3\n"_ba << unchanged;
         });
@@ -145,18 +105,18 @@ private Q_SLOTS:
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(Step, step);
-        Scene scene(kind);
-        scene.prepare(Setting::plain);
-        if (scene.isGit && step == Step::amendMessage) // something staged stays out of the amend
-            scene.repository->tool({u"add"_s, u"--"_s, u"a.txt"_s});
+        std::unique_ptr<test::GitFixture> remote;
+        const auto repository = prepared(kind, Setting::plain, remote);
+        if (repository->isGit() && step == Step::amendMessage) // something staged stays out of the amend
+            repository->tool({u"add"_s, u"--"_s, u"a.txt"_s});
 
-        scene.perform(step);
+        perform(*repository, step);
 
-        QTEST(scene.summaries(), "history");
-        QTEST(scene.committed(u"a.txt"_s), "committedA");
-        QCOMPARE(test::readFile(scene.repository->filePath(u"a.txt"_s)), "1\n2\n3\n4\n"_ba);
+        QTEST(descriptions(*repository), "history");
+        QTEST(repository->committed(u"a.txt"_s), "committedA");
+        QCOMPARE(repository->read(u"a.txt"_s), "1\n2\n3\n4\n"_ba);
         QStringList changes;
-        for (const WorkingFile &file : scene.backend.loadSnapshot(scene.path()).files)
+        for (const WorkingFile &file : repository->snapshot().files)
             changes.append(file.path + u' ' + fileStateLetter(file.state));
         changes.sort();
         QTEST(changes, "changes");
@@ -189,21 +149,18 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(Setting, setting);
         QFETCH(Step, step);
-        Scene scene(kind);
-        scene.prepare(setting);
-        if (setting == Setting::nothingCommitted)
-            scene.repository->write(u"a.txt"_s, "1\n");
-        const QStringList history = scene.summaries();
-        QCOMPARE(scene.backend.rewriteRefusal(scene.path()).has_value(), setting != Setting::rootOnly);
-
-        const QByteArray working = test::readFile(scene.repository->filePath(u"a.txt"_s));
-
-        const QString failure = test::failureOf([&] { scene.perform(step); });
-
         QFETCH(QString, reason);
+        std::unique_ptr<test::GitFixture> remote;
+        const auto repository = prepared(kind, setting, remote);
+        if (setting == Setting::nothingCommitted)
+            repository->write(u"a.txt"_s, "1\n");
+        const QStringList history = descriptions(*repository);
+        QCOMPARE(repository->backend().rewriteRefusal(repository->path()).has_value(), setting != Setting::rootOnly);
+        const QByteArray working = repository->read(u"a.txt"_s);
+        const QString failure = test::failureOf([&] { perform(*repository, step); });
         QVERIFY2(failure.contains(reason, Qt::CaseInsensitive), qPrintable(failure));
-        QCOMPARE(scene.summaries(), history);
-        QCOMPARE(test::readFile(scene.repository->filePath(u"a.txt"_s)), working);
+        QCOMPARE(descriptions(*repository), history);
+        QCOMPARE(repository->read(u"a.txt"_s), working);
     }
 };
 
