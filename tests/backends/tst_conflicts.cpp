@@ -29,16 +29,15 @@ const QByteArray missing = "(missing)";
 const QString hostileName = u"-n re:x *[a].txt"_s;
 
 struct Scene {
-    explicit Scene(RepositoryKind repositoryKind)
-        : kind(repositoryKind)
-        , backend(versionControl(repositoryKind))
-        , repository(test::makeFixture(repositoryKind))
+    explicit Scene(RepositoryKind kind)
+        : repository(test::makeFixture(kind))
+        , backend(repository->backend())
     {
     }
-    bool isGit() const { return kind == RepositoryKind::git; }
+    bool isGit() const { return repository->isGit(); }
     QString path() const { return repository->path(); }
-    QByteArray file(const QString &name) const { return readFile(repository->filePath(name)); }
-    RepositorySnapshot snapshot() const { return backend.loadSnapshot(path()); }
+    QByteArray file(const QString &name) const { return repository->read(name); }
+    RepositorySnapshot snapshot() const { return repository->snapshot(); }
     QByteArray tool(const QStringList &arguments) const { return repository->tool(arguments); }
     QStringList ancestors() const
     {
@@ -91,9 +90,8 @@ struct Scene {
             QVERIFY(failureOf([&] { backend.rebase(path(), u"other"_s); }) != u"(no failure)");
     }
 
-    RepositoryKind kind;
-    const VersionControl &backend;
     std::unique_ptr<test::RepositoryFixture> repository;
+    const VersionControl &backend;
     QString base;
     QString theirs;
     QString mine;

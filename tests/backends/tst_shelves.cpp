@@ -29,26 +29,26 @@ const QString gone = u"gone.txt"_s;
 
 struct Scene {
     explicit Scene(RepositoryKind kind)
-        : backend(versionControl(kind))
-        , repository(test::makeFixture(kind))
-        , isGit(kind == RepositoryKind::git)
+        : repository(test::makeFixture(kind))
+        , backend(repository->backend())
+        , isGit(repository->isGit())
     {
         for (const QString &name : {tracked, gone, u"kept.txt"_s})
             repository->write(name, "base\n");
         repository->commitAll(u"base"_s);
     }
     QString path() const { return repository->path(); }
-    QList<Shelf> shelves() const { return backend.loadSnapshot(path()).shelves; }
+    QList<Shelf> shelves() const { return repository->snapshot().shelves; }
     QList<WorkingFile> changes(const QStringList &paths) const
     {
-        QList<WorkingFile> files = backend.loadSnapshot(path()).files;
+        QList<WorkingFile> files = repository->snapshot().files;
         files.removeIf([&](const WorkingFile &file) { return !paths.contains(file.path); });
         return files;
     }
-    QByteArray file(const QString &name) const { return readFile(repository->filePath(name)); }
+    QByteArray file(const QString &name) const { return repository->read(name); }
 
-    const VersionControl &backend;
     std::unique_ptr<test::RepositoryFixture> repository;
+    const VersionControl &backend;
     bool isGit;
 };
 
