@@ -147,8 +147,8 @@ struct Scene {
 
     void open()
     {
-        harness.start().adoptRepository(Repository{local->path(), kind});
-        QVERIFY(harness.settle());
+        harness.start();
+        QVERIFY(harness.adopt(*local));
     }
 
     // Something new on the side that the operation takes it from.

@@ -48,8 +48,8 @@ struct Live {
         repository->commitAll(u"base"_s);
         QDir(repository->path()).mkpath(u"build/sub"_s);
         harness.watchedFolderLimit = folderLimit;
-        harness.start().adoptRepository(Repository{repository->path(), kind});
-        harness.settle();
+        harness.start();
+        harness.adopt(*repository);
     }
     AppModel &model() { return harness.model(); }
     void write(const QString &relative, const QByteArray &contents = "x\n") { repository->write(relative, contents); }

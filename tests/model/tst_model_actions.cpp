@@ -27,8 +27,8 @@ struct Fixture {
         repository->write(u"a.txt"_s, "a\n");
         repository->write(u"b.txt"_s, "b\n");
         repository->commitAll(u"base"_s);
-        harness.start().adoptRepository(Repository{repository->path(), kind});
-        harness.settle();
+        harness.start();
+        harness.adopt(*repository);
     }
     AppModel &model() { return harness.model(); }
     bool refreshed()

@@ -117,8 +117,7 @@ private Q_SLOTS:
         repository.write(u"build/out.o"_s, "x");
         test::ModelHarness harness;
         AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::mercurial});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(repository));
         model.addIgnoreEntry(u"/build/"_s);
         QCOMPARE(model.activityState().activity(), u"Updating .hgignore"_s);
         QVERIFY(harness.settle());

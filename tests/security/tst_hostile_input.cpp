@@ -272,8 +272,7 @@ private Q_SLOTS:
         }
         QCOMPARE(git.processId(), 0);
 
-        model.adoptRepository(Repository{scene.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*scene.repository));
         QCOMPARE(model.workspace().snapshot().files, (QList<WorkingFile>{{u"../victim.txt"_s, FileState::untracked}}));
         model.selectChangeFiles({model.workspace().snapshot().files.first()});
         harness.prompts.alertAnswers = {0};

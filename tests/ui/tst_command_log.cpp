@@ -281,8 +281,7 @@ private Q_SLOTS:
         QTableView *table = log->table();
         QCOMPARE(table->model()->rowCount(), 0);
 
-        harness.model().adoptRepository(Repository{repository->path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*repository));
         QTRY_VERIFY(table->model()->rowCount() > 0);
         const QString folder = QFileInfo(repository->path()).fileName();
         QCOMPARE(table->model()->index(0, CommandLogModel::repository).data().toString(), folder);

@@ -60,8 +60,7 @@ private Q_SLOTS:
         test::WindowHarness harness;
         harness.open();
         AppModel &model = harness.model();
-        model.adoptRepository(Repository{repository->path(), kind});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*repository));
 
         // A history row chosen, then on Changes a file, its first changed lines and a message half typed.
         auto *history = test::child<QTableView>(*harness.window().workspace()->historyView(), u"history"_s);

@@ -56,8 +56,7 @@ private Q_SLOTS:
         useTranslation(QLocale(language));
         test::WindowHarness harness;
         MainWindow &window = harness.open();
-        harness.model().adoptRepository(Repository{repository->path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*repository));
 
         QStringList menus;
         for (QAction *title : window.menuBar()->actions())
