@@ -96,10 +96,8 @@ private Q_SLOTS:
         const GitFixture fast;
         fast.write(u"from-fast.txt"_s, "x\n");
         QTemporaryDir gate;
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody = test::interceptedBody(RepositoryKind::mercurial, "status",
-                                                     test::waitForFile(gate.filePath(u"go"_s)) + "; exec hg \"$@\"");
-        const test::FakeTool slowHg(behaviour);
+        const test::FakeTool slowHg(test::running(test::interceptedBody(
+            RepositoryKind::mercurial, "status", test::waitForFile(gate.filePath(u"go"_s)) + "; exec hg \"$@\"")));
         const test::ScopedEnvironmentVariable override("HG", slowHg.path().toUtf8());
 
         ModelHarness harness;

@@ -357,12 +357,11 @@ private Q_SLOTS:
         QTemporaryDir gate;
         const QByteArray output = QFile::encodeName(gate.filePath(u"output"_s));
         const QByteArray tool = kind == RepositoryKind::git ? "git" : "hg";
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody = test::interceptedBody(
+        const test::FakeTool heldTool(test::running(test::interceptedBody(
             kind, "status",
             "if [ -e '" + output + ".hold' ]; then " + tool + " \"$@\" > '" + output + "'; status=$?; : > '" + output
-                + ".ready'; " + test::waitForFile(gate.filePath(u"go"_s)) + "; cat '" + output + "'; exit $status; fi");
-        const test::FakeTool heldTool(behaviour);
+                + ".ready'; " + test::waitForFile(gate.filePath(u"go"_s)) + "; cat '" + output
+                + "'; exit $status; fi")));
         const test::ScopedEnvironmentVariable override(test::toolVariable(kind), heldTool.path().toUtf8());
         Live live(kind);
 
@@ -393,10 +392,8 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(int, limit);
         QFETCH(bool, failingQuery);
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody =
-            test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255");
-        const test::FakeTool failing(behaviour);
+        const test::FakeTool failing(test::running(
+            test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255")));
         const test::ScopedEnvironmentVariable override(
             test::toolVariable(kind), failingQuery ? std::optional(failing.path().toUtf8()) : std::nullopt);
         const bool limited = limit == 1;

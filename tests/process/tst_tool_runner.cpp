@@ -43,14 +43,6 @@ CommandOutput runWith(const FakeTool &fake, const QString &tool, const QStringLi
     return tool == u"hg" ? runMercurial(command, directory, control) : runGit(command, directory, control);
 }
 
-// A stand-in that runs these shell lines.
-test::FakeToolBehaviour running(const QByteArray &body)
-{
-    test::FakeToolBehaviour behaviour;
-    behaviour.customBody = body;
-    return behaviour;
-}
-
 // A run of a stand-in that prints and exits as told, and the failure it
 // ends with (none when empty).
 struct Judged {
@@ -267,7 +259,7 @@ private Q_SLOTS:
         QFETCH(QStringList, leadingArguments);
         QFETCH(QByteArrayList, expectedVariables);
         // Whatever lies in the shared temporary folder while the tool runs would follow "out".
-        const FakeTool fake(running("printf out; printf err >&2; find \"$TMPDIR\" -maxdepth 1 -type f"));
+        const FakeTool fake(test::running("printf out; printf err >&2; find \"$TMPDIR\" -maxdepth 1 -type f"));
         std::vector<std::unique_ptr<ScopedEnvironmentVariable>> inherited;
         for (const QByteArray &variable : expectedVariables)
             inherited.push_back(std::make_unique<ScopedEnvironmentVariable>(variable.split('=')[0].data(), "x"));
@@ -350,11 +342,11 @@ private Q_SLOTS:
     {
         QTemporaryDir marks;
         const QString reported = marks.filePath(u"reported"_s);
-        const FakeTool fake(running("[ \"$HGPLAINEXCEPT\" = progress ] && case \" $* \" in *' --config=progress."
-                                    "assume-tty=true '*' --config=progress.format=topic number '*)"
-                                    " printf '\\rfiles 1/4\\r' >&2 ;; esac\ni=0; while [ ! -e '"
-                                    + reported.toUtf8()
-                                    + "' ] && [ $i -lt 1000 ]; do sleep 0.01; i=$((i+1)); done\nprintf 'done\\n' >&2"));
+        const FakeTool fake(test::running(
+            "[ \"$HGPLAINEXCEPT\" = progress ] && case \" $* \" in *' --config=progress."
+            "assume-tty=true '*' --config=progress.format=topic number '*)"
+            " printf '\\rfiles 1/4\\r' >&2 ;; esac\ni=0; while [ ! -e '"
+            + reported.toUtf8() + "' ] && [ $i -lt 1000 ]; do sleep 0.01; i=$((i+1)); done\nprintf 'done\\n' >&2"));
         QStringList phrases;
         const auto progress = [&](const QString &phrase) {
             phrases.append(phrase);
@@ -372,9 +364,9 @@ private Q_SLOTS:
     void hugeFailureTextsAreAbridged()
     {
         // The 3,000th byte is the second of an "é".
-        const FakeTool fake(running("printf 'first words '; head -c 2987 /dev/zero | tr '\\0' x; "
-                                    "printf '\\303\\251'; head -c 1000000 /dev/zero | tr '\\0' y; "
-                                    "printf ' caf\\303\\251 end'; exit 1"));
+        const FakeTool fake(test::running("printf 'first words '; head -c 2987 /dev/zero | tr '\\0' x; "
+                                          "printf '\\303\\251'; head -c 1000000 /dev/zero | tr '\\0' y; "
+                                          "printf ' caf\\303\\251 end'; exit 1"));
         QStringList arguments{u"add"_s};
         for (int index = 0; index < 300; ++index)
             arguments.append(u"file%1.txt"_s.arg(index));
@@ -406,7 +398,7 @@ private Q_SLOTS:
         QTemporaryDir marks;
         const QString ready = marks.filePath(u"ready"_s);
         const QByteArray trap = throughScope ? "" : "trap '' TERM\n";
-        const FakeTool fake(running(trap + "touch '" + ready.toUtf8() + "'\nwhile :; do sleep 0.01; done"));
+        const FakeTool fake(test::running(trap + "touch '" + ready.toUtf8() + "'\nwhile :; do sleep 0.01; done"));
         QString failure;
         QFuture<void> future = QtConcurrent::run([&](QPromise<void> &promise) {
             std::optional<RunCancellationScope> scope;

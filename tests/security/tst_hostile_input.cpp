@@ -258,10 +258,8 @@ private Q_SLOTS:
         const Scene scene(RepositoryKind::git);
         const QString victim = scene.repository->filePath(u"../victim.txt"_s);
         scene.repository->write(u"../victim.txt"_s, "keep me\n");
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody =
-            test::interceptedBody(RepositoryKind::git, "status", "printf '?? ../victim.txt\\0'; exit 0");
-        const test::FakeTool git(behaviour);
+        const test::FakeTool git(test::running(
+            test::interceptedBody(RepositoryKind::git, "status", "printf '?? ../victim.txt\\0'; exit 0")));
         const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
         test::ModelHarness harness;
         AppModel &model = harness.start();

@@ -268,9 +268,8 @@ private Q_SLOTS:
 
         if (git) {
             QToolButton *cancel = test::child<ActivityRow>(harness.window())->cancelButton();
-            test::FakeToolBehaviour behaviour;
-            behaviour.customBody = "case \" $* \" in *' fetch '*) exec sleep 60 ;; esac\nexec git \"$@\"";
-            const test::FakeTool hangingGit(behaviour);
+            const test::FakeTool hangingGit(
+                test::running("case \" $* \" in *' fetch '*) exec sleep 60 ;; esac\nexec git \"$@\""));
             const test::ScopedEnvironmentVariable override("GIT", hangingGit.path().toUtf8());
             toolbar->fetchButton()->click();
             QTRY_VERIFY(test::processIsRunning(hangingGit.processId()));
