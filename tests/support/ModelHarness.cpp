@@ -42,7 +42,7 @@ bool ModelHarness::settle(int timeoutMilliseconds)
 
 bool ModelHarness::adopt(const RepositoryFixture &repository)
 {
-    m_model->adoptRepository(Repository{repository.path(), repository.kind()});
+    m_model->adoptRepository(repository.repository());
     return settle();
 }
 

@@ -27,6 +27,7 @@ public:
     virtual ~RepositoryFixture() = default;
 
     QString path() const { return m_folder ? m_folder->path() : m_existingFolder; }
+    Repository repository() const { return Repository{path(), kind()}; }
     QString filePath(const QString &relative) const;
 
     void write(const QString &relative, const QByteArray &contents) const;
