@@ -40,9 +40,8 @@ struct Live {
         : repository(test::makeFixture(kind))
     {
         const bool git = kind == RepositoryKind::git;
-        write(u"a.txt"_s);
-        write(u"b.txt"_s);
-        write(u"sub/c.txt"_s);
+        for (const QString &name : {u"a.txt"_s, u"b.txt"_s, u"sub/c.txt"_s})
+            write(name);
         write(git ? u".gitignore"_s : u".hgignore"_s,
               git ? "build/\nnode_modules/\n" : "syntax: glob\nbuild\nnode_modules\n");
         repository->commitAll(u"base"_s);
@@ -66,12 +65,6 @@ struct Live {
         const QList<WorkingFile> &files = model().workspace().snapshot().files;
         return std::any_of(files.cbegin(), files.cend(),
                            [&path](const WorkingFile &file) { return file.path == path; });
-    }
-    bool hasBookmark(const QString &name)
-    {
-        const QList<Bookmark> &bookmarks = model().workspace().snapshot().bookmarks;
-        return std::any_of(bookmarks.cbegin(), bookmarks.cend(),
-                           [&name](const Bookmark &bookmark) { return bookmark.name == name; });
     }
 };
 
@@ -210,7 +203,11 @@ private Q_SLOTS:
                 return live.model().workspace().snapshot().history.value(0).node == live.expected;
             });
         });
-        const Check second = [](Live &live) { return live.hasBookmark(u"team/second"_s); };
+        const Check second = [](Live &live) {
+            const QList<Bookmark> &bookmarks = live.model().workspace().snapshot().bookmarks;
+            return std::any_of(bookmarks.cbegin(), bookmarks.cend(),
+                               [](const Bookmark &bookmark) { return bookmark.name == u"team/second"; });
+        };
         QTest::newRow("bookmark, mercurial") << RepositoryKind::mercurial << Step([](Live &live) {
             live.repository->tool({u"bookmark"_s, u"first"_s});
         }) << Step([](Live &live) {
