@@ -1,3 +1,5 @@
+// The built binary on a real X server: it opens and closes cleanly, refuses what it cannot open, and
+// keeps one window per settings file.
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
@@ -81,6 +83,31 @@ private Q_SLOTS:
         m_server.waitForFinished(5000);
     }
 
+    void opensAndClosesCleanly()
+    {
+        const QTemporaryDir settings(m_folder.filePath(u"settings/XXXXXX"_s));
+        Start application(m_display, settings.path(), {u"--repository"_s, u"hg"_s}, m_folder.path());
+        QTRY_VERIFY2_WITH_TIMEOUT(application.says(u"the main window is on screen"_s), application.output.constData(),
+                                  patience);
+        application.process.terminate();
+        QVERIFY(application.process.waitForFinished(20000));
+        QCOMPARE(application.process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(application.process.exitCode(), 0);
+    }
+
+    // A picture of a folder that is no repository is refused, loudly.
+    void screenshotOfAFolderThatCannotOpen()
+    {
+        const QTemporaryDir settings(m_folder.filePath(u"settings/XXXXXX"_s));
+        const QString picture = m_folder.filePath(u"refused.png"_s);
+        Start application(m_display, settings.path(), {u"--screenshot"_s, picture, u"--repository"_s, u"plain"_s},
+                          m_folder.path());
+        QVERIFY(application.process.waitForFinished(patience));
+        QCOMPARE(application.process.exitCode(), 1);
+        QVERIFY(application.process.readAllStandardError().contains("Tillery could not open "));
+        QVERIFY(!QFile::exists(picture));
+    }
+
     void laterStart_data()
     {
         QTest::addColumn<QString>("first");
@@ -92,23 +119,25 @@ private Q_SLOTS:
         QTest::addColumn<QString>("thirdReaches");
 
         const QString selectedHg = u"the selected repository is {}/hg"_s;
-        QTest::newRow("a repository goes to the running window") << u"running"_s << QStringList{u"hg"_s} << 0 << selectedHg << u"first"_s;
+        QTest::newRow("a repository goes to the running window")
+            << u"running"_s << QStringList{u"hg"_s} << 0 << selectedHg << u"first"_s;
         QTest::newRow("several folders, the last selected")
             << u"running"_s << QStringList{u"git"_s, u"--repository"_s, u"./hg/"_s} << 0 << selectedHg << u"first"_s;
-        QTest::newRow("no folders raise the window") << u"running"_s << QStringList{} << 0
-                                                     << u"another start handed over 0 folder(s)"_s << u"first"_s;
+        QTest::newRow("no folders raise the window")
+            << u"running"_s << QStringList{} << 0 << u"another start handed over 0 folder(s)"_s << u"first"_s;
         QTest::newRow("a file, and a folder that is no repository, are refused in the window")
             << u"running"_s << QStringList{u"plain/notes.txt"_s, u"plain"_s} << 0
             << u"error: Opening repositories: {}/plain/notes.txt is not a Mercurial or Git repository.\n"
                "{}/plain is not a Mercurial or Git repository."_s
             << u"first"_s;
-        QTest::newRow("a missing folder ends the later start") << u"running"_s << QStringList{u"hg"_s, u"absent"_s}
-                                                               << 1 << QString() << u"first"_s;
+        QTest::newRow("a missing folder ends the later start")
+            << u"running"_s << QStringList{u"hg"_s, u"absent"_s} << 1 << QString() << u"first"_s;
         QTest::newRow("a screenshot is taken, not handed over")
             << u"running"_s << QStringList{u"--screenshot"_s, u"shot.png"_s, u"hg"_s} << 0 << QString() << u"first"_s;
         QTest::newRow("a demonstration neither hands over nor listens")
             << u"running"_s << QStringList{u"--demo"_s} << -1 << QString() << u"first"_s;
-        QTest::newRow("a hung window is passed by") << u"hung"_s << QStringList{u"hg"_s} << -1 << selectedHg << u"second"_s;
+        QTest::newRow("a hung window is passed by")
+            << u"hung"_s << QStringList{u"hg"_s} << -1 << selectedHg << u"second"_s;
         QTest::newRow("a crashed window's socket is taken over")
             << u"crashed"_s << QStringList{u"hg"_s} << -1 << selectedHg << u"second"_s;
         QTest::newRow("other settings, another window")
@@ -147,7 +176,8 @@ private Q_SLOTS:
         if (!said.isEmpty())
             QTRY_VERIFY2_WITH_TIMEOUT(window.says(said), window.output.constData(), patience);
         if (exitCode == 1)
-            QVERIFY(second.process.readAllStandardError().contains("Tillery could not open absent: there is no such folder."));
+            QVERIFY(second.process.readAllStandardError().contains(
+                "Tillery could not open absent: there is no such folder."));
         QCOMPARE(QFile::exists(m_folder.filePath(u"shot.png"_s)), arguments.contains(u"--screenshot"_s));
 
         Start third(m_display, sameSettings ? settings.path() : otherSettings.path(), {u"git"_s}, m_folder.path());

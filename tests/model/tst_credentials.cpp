@@ -3,6 +3,7 @@
 // played by a script that asks what ssh asks. The questions reach the
 // model's prompts through the real helper; remembered passwords go to a real
 // secret store on a private D-Bus session.
+#include "Checks.h"
 #include "ModelHarness.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
@@ -29,9 +30,10 @@ namespace {
 enum class Ending { done, failed, cancelled };
 
 // One command: the server's password at the time, the answers given in
-// order ("!" cancels, a trailing "+" ticks Remember), the questions asked
-// as letters (u: user name, s: secret, h: host key), how it ended and the
-// password the secret store holds afterwards (empty: none).
+// order ("!" cancels, a trailing "+" ticks Remember, "stop" stops the
+// command while its question is on screen and then answers), the questions
+// asked as letters (u: user name, s: secret, h: host key), how it ended and
+// the password the secret store holds afterwards (empty: none).
 struct Attempt {
     QString serverPassword;
     QStringList answers;
@@ -39,13 +41,6 @@ struct Attempt {
     Ending ending;
     QString stored = {};
 };
-
-void writeFile(const QString &path, const QByteArray &contents)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(contents);
-}
 
 // The Python that runs hg, which hgweb needs.
 QString mercurialPython()
@@ -89,12 +84,8 @@ private:
 QString questionLetters(const QList<CredentialRequest> &requests, qsizetype from)
 {
     QString letters;
-    for (qsizetype index = from; index < requests.size(); ++index) {
-        const CredentialRequest::Kind kind = requests[index].kind;
-        letters += kind == CredentialRequest::Kind::userName ? u'u'
-                   : kind == CredentialRequest::Kind::secret ? u's'
-                                                             : u'h';
-    }
+    for (qsizetype index = from; index < requests.size(); ++index)
+        letters += u"ush"_s.at(int(requests[index].kind));
     return letters;
 }
 
@@ -104,6 +95,8 @@ QList<std::optional<CredentialAnswer>> scriptedAnswers(const QStringList &answer
     for (const QString &answer : answers) {
         if (answer == u"!")
             scripted.append(std::nullopt);
+        else if (answer == u"stop")
+            scripted.append(CredentialAnswer{u"alice"_s, false});
         else if (answer.endsWith(u'+'))
             scripted.append(CredentialAnswer{answer.chopped(1), true});
         else
@@ -117,46 +110,45 @@ QList<std::optional<CredentialAnswer>> scriptedAnswers(const QStringList &answer
 struct Scene {
     explicit Scene(RepositoryKind repositoryKind)
         : kind(repositoryKind)
+        , program(kind == RepositoryKind::git ? u"git"_s : u"hg"_s)
         , local(test::makeFixture(kind))
+        , passwordFile(remoteFolder.filePath(u"password"_s))
+        , remote(remoteFolder.filePath(isGit() ? u"remote.git"_s : u"remote"_s))
     {
         local->write(u"a.txt"_s, "one\n"_ba);
         local->commitAll(u"base"_s);
-        remote =
-            kind == RepositoryKind::git ? remoteFolder.filePath(u"remote.git"_s) : remoteFolder.filePath(u"remote"_s);
-        test::runTool(kind == RepositoryKind::git ? u"git"_s : u"hg"_s,
-                      kind == RepositoryKind::git
-                          ? QStringList{u"clone"_s, u"--bare"_s, u"--quiet"_s, local->path(), remote}
-                          : QStringList{u"clone"_s, u"--quiet"_s, local->path(), remote},
+        // Mercurial's remote has a working copy, where its changes are made.
+        test::runTool(program, {u"clone"_s, isGit() ? u"--bare"_s : u"--pull"_s, u"--quiet"_s, local->path(), remote},
                       remoteFolder.path());
     }
+    bool isGit() const { return kind == RepositoryKind::git; }
 
     void useRemote(const QString &address)
     {
         remoteAddress = address;
-        if (kind == RepositoryKind::git) {
+        if (isGit()) {
             local->tool({u"remote"_s, u"add"_s, u"origin"_s, address});
             local->tool({u"config"_s, u"branch.main.remote"_s, u"origin"_s});
             local->tool({u"config"_s, u"branch.main.merge"_s, u"refs/heads/main"_s});
         } else {
-            writeFile(local->filePath(u".hg/hgrc"_s), "[paths]\ndefault = " + address.toUtf8() + '\n');
+            test::writeFile(local->filePath(u".hg/hgrc"_s), "[paths]\ndefault = " + address.toUtf8() + '\n');
         }
+    }
+
+    // A server of the remote on 127.0.0.1 that wants alice and the password in passwordFile, named by
+    // the remote address with `inAddress` before its host.
+    std::unique_ptr<AuthServer> serve(const QString &inAddress = QString())
+    {
+        test::writeFile(passwordFile, "s3cret");
+        auto server = std::make_unique<AuthServer>(kind, isGit() ? remoteFolder.path() : remote, passwordFile);
+        useRemote(server->url().replace(u"//"_s, u"//"_s + inAddress) + (isGit() ? u"/remote.git"_s : u"/"_s));
+        return server;
     }
 
     void open()
     {
-        harness.start().adoptRepository(Repository{local->path(), kind});
-        QVERIFY(harness.settle());
-    }
-
-    QString remoteHead() const
-    {
-        const QStringList arguments =
-            kind == RepositoryKind::git
-                ? QStringList{u"--git-dir"_s, remote, u"rev-parse"_s, u"main"_s}
-                : QStringList{u"log"_s, u"-R"_s, remote, u"-r"_s, u"tip"_s, u"-T"_s, u"{node}"_s};
-        return QString::fromUtf8(
-                   test::runTool(kind == RepositoryKind::git ? u"git"_s : u"hg"_s, arguments, remoteFolder.path()))
-            .trimmed();
+        harness.start();
+        QVERIFY(harness.adopt(*local));
     }
 
     // Something new on the side that the operation takes it from.
@@ -166,17 +158,15 @@ struct Scene {
         if (operation == u"push") {
             local->write(u"a.txt"_s, text);
             local->commitAll(u"local change"_s);
-        } else if (kind == RepositoryKind::mercurial) {
-            writeFile(remote + u"/a.txt"_s, text);
-            test::runTool(u"hg"_s, {u"commit"_s, u"--quiet"_s, u"-m"_s, u"remote change"_s}, remote);
-        } else {
-            const QString other = remoteFolder.filePath(u"other"_s);
-            if (!QFileInfo::exists(other))
-                test::runTool(u"git"_s, {u"clone"_s, u"--quiet"_s, remote, other}, remoteFolder.path());
-            writeFile(other + u"/a.txt"_s, text);
-            test::runTool(u"git"_s, {u"commit"_s, u"--quiet"_s, u"-am"_s, u"remote change"_s}, other);
-            test::runTool(u"git"_s, {u"push"_s, u"--quiet"_s}, other);
+            return;
         }
+        const QString other = isGit() ? remoteFolder.filePath(u"other"_s) : remote;
+        if (!QFileInfo::exists(other))
+            test::runTool(u"git"_s, {u"clone"_s, u"--quiet"_s, remote, other}, remoteFolder.path());
+        test::writeFile(other + u"/a.txt"_s, text);
+        test::runTool(program, {u"commit"_s, u"--quiet"_s, u"-m"_s, u"remote change"_s, u"a.txt"_s}, other);
+        if (isGit())
+            test::runTool(u"git"_s, {u"push"_s, u"--quiet"_s}, other);
     }
 
     void run(const QString &operation)
@@ -191,19 +181,22 @@ struct Scene {
         QVERIFY(harness.settle(60000));
     }
 
-    // Whether the local and the remote side agree now.
     // Whether the local and the remote side agree now; a clone, whether it is there.
     bool agree()
     {
         const QString clone = remoteFolder.filePath(u"clone"_s);
         if (lastOperation == u"clone")
             return QFileInfo::exists(clone) && harness.model().workspace().selectedRepository()->path == clone;
-        return remoteHead() == local->parentNode();
+        const QStringList head = isGit() ? QStringList{u"--git-dir"_s, remote, u"rev-parse"_s, u"main"_s}
+                                         : QStringList{u"log"_s, u"-R"_s, remote, u"-r"_s, u"tip"_s, u"-T{node}"_s};
+        return QString::fromUtf8(test::runTool(program, head, remoteFolder.path())).trimmed() == local->parentNode();
     }
 
     RepositoryKind kind;
+    QString program;
     std::unique_ptr<test::RepositoryFixture> local;
     QTemporaryDir remoteFolder;
+    QString passwordFile;
     QString remote;
     QString remoteAddress;
     QString lastOperation;
@@ -354,6 +347,9 @@ private Q_SLOTS:
         QTest::newRow("a wrong password, then the right one, git")
             << git << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"wrong"_s}, u"us"_s, Ending::failed}, right} << QString();
+        test::addRowsForBothKinds("stopped while asking", [](QTestData &row) {
+            row << u"push"_s << QList<Attempt>{{u"s3cret"_s, {u"stop"_s}, u"u"_s, Ending::cancelled}} << QString();
+        });
         QTest::newRow("a remembered password turned down, hg")
             << hg << u"push"_s
             << QList<Attempt>{{u"s3cret"_s, {u"alice"_s, u"s3cret+"_s}, u"us"_s, Ending::done, u"s3cret"_s},
@@ -380,23 +376,30 @@ private Q_SLOTS:
             QSKIP("No secret service (gnome-keyring-daemon, dbus-daemon) to remember passwords in");
 
         Scene scene(kind);
-        const QString passwordFile = scene.remoteFolder.filePath(u"password"_s);
-        writeFile(passwordFile, "s3cret");
-        AuthServer server(kind, kind == RepositoryKind::git ? scene.remoteFolder.path() : scene.remote, passwordFile);
-        QVERIFY(server.isListening());
-        scene.useRemote(server.url().replace(u"//"_s, u"//"_s + inAddress)
-                        + (kind == RepositoryKind::git ? u"/remote.git"_s : u"/"_s));
+        const std::unique_ptr<AuthServer> server = scene.serve(inAddress);
+        QVERIFY(server->isListening());
         scene.open();
+        AppModel &model = scene.harness.model();
         test::ScriptedPrompts &prompts = scene.harness.prompts;
 
         int number = 0;
         QString passwordQuestion;
         for (const Attempt &attempt : attempts) {
-            writeFile(passwordFile, attempt.serverPassword.toUtf8());
+            test::writeFile(scene.passwordFile, attempt.serverPassword.toUtf8());
             scene.makeChange(operation, ++number);
-            scene.harness.model().dismissError();
+            model.dismissError();
             const qsizetype asked = prompts.credentials.size();
             prompts.credentialAnswers = scriptedAnswers(attempt.answers);
+            // A command whose question is on screen can still be stopped: it
+            // ends, quietly, and its question goes away unanswered.
+            prompts.whileAsking = [&](const CredentialRequest &) {
+                if (attempt.answers.contains(u"stop"_s)) {
+                    const int withdrawn = prompts.withdrawnQuestions;
+                    model.cancelOperation();
+                    QTRY_VERIFY(!model.activityState().isBusy());
+                    QTRY_COMPARE(prompts.withdrawnQuestions, withdrawn + 1);
+                }
+            };
             scene.run(operation);
             QCOMPARE(questionLetters(prompts.credentials, asked), attempt.questions);
             checkOutcome(scene, attempt.ending);
@@ -412,34 +415,7 @@ private Q_SLOTS:
             if (m_hasSecretStore && !passwordQuestion.isEmpty())
                 QCOMPARE(DesktopSecretStore().read(passwordQuestion).value_or(QString()), attempt.stored);
         }
-    }
-
-    // A command whose question is on screen can still be stopped: it ends,
-    // quietly, and its question goes away unanswered.
-    void stoppedWhileAsking_data() { test::addKindColumn(); }
-    void stoppedWhileAsking()
-    {
-        QFETCH(RepositoryKind, kind);
-        Scene scene(kind);
-        const QString passwordFile = scene.remoteFolder.filePath(u"password"_s);
-        writeFile(passwordFile, "s3cret");
-        AuthServer server(kind, kind == RepositoryKind::git ? scene.remoteFolder.path() : scene.remote, passwordFile);
-        scene.useRemote(server.url() + (kind == RepositoryKind::git ? u"/remote.git"_s : u"/"_s));
-        scene.open();
-        scene.makeChange(u"push"_s, 1);
-        AppModel &model = scene.harness.model();
-        bool endedWhileAsking = false;
-        scene.harness.prompts.whileAsking = [&](const CredentialRequest &) {
-            model.cancelOperation();
-            QTRY_VERIFY(!model.activityState().isBusy());
-            QTRY_COMPARE(scene.harness.prompts.withdrawnQuestions, 1);
-            endedWhileAsking = true;
-        };
-        scene.harness.prompts.credentialAnswers = {CredentialAnswer{u"alice"_s, false}};
-        scene.run(u"push"_s);
-        QVERIFY(endedWhileAsking);
-        QCOMPARE(scene.harness.prompts.credentials.size(), 1);
-        checkOutcome(scene, Ending::cancelled);
+        prompts.whileAsking = {};
     }
 
     // ssh asks whether to trust the host's key (the dialog's Yes gives no
@@ -469,35 +445,28 @@ private Q_SLOTS:
     {
         QFETCH(RepositoryKind, kind);
         QFETCH(QStringList, answers);
-        QFETCH(QString, questions);
         QFETCH(Ending, outcome);
         Scene scene(kind);
         const QString ssh = scene.remoteFolder.filePath(u"fake-ssh"_s);
-        const QString session = scene.remoteFolder.filePath(u"session"_s);
-        QVERIFY(QFile::copy(QStringLiteral(FAKE_SSH_SCRIPT), ssh));
-        QVERIFY(QFile::setPermissions(ssh, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
-        if (kind == RepositoryKind::git) {
-            scene.useRemote(u"ssh://example.test"_s + scene.remote);
+        test::writeFile(ssh, test::readFile(QStringLiteral(FAKE_SSH_SCRIPT)), true);
+        scene.useRemote(u"ssh://example.test"_s + (scene.isGit() ? QString() : u"/"_s) + scene.remote);
+        const QString hgrc = scene.local->filePath(u".hg/hgrc"_s);
+        if (scene.isGit())
             scene.local->tool({u"config"_s, u"core.sshCommand"_s, ssh});
-        } else {
-            scene.useRemote(u"ssh://example.test/"_s + scene.remote);
-            QFile hgrc(scene.local->filePath(u".hg/hgrc"_s));
-            QVERIFY(hgrc.open(QIODevice::Append));
-            hgrc.write("[ui]\nssh = " + ssh.toUtf8() + '\n');
-        }
+        else
+            test::writeFile(hgrc, test::readFile(hgrc) + "[ui]\nssh = " + ssh.toUtf8() + '\n');
         scene.open();
         scene.makeChange(u"push"_s, 1);
+        const test::ScriptedPrompts &prompts = scene.harness.prompts;
         scene.harness.prompts.credentialAnswers = scriptedAnswers(answers);
         scene.run(u"push"_s);
 
-        QCOMPARE(questionLetters(scene.harness.prompts.credentials, 0), questions);
-        QCOMPARE(scene.harness.prompts.credentials.first().host, u"example.test"_s);
-        QVERIFY(scene.harness.prompts.credentials.first().prompt.contains(
-            u"SHA256:nThbg6kXUpJWGl7E1IGOCspRomTxdCARLviKw6E5SY8"_s));
+        QTEST(questionLetters(prompts.credentials, 0), "questions");
+        QCOMPARE(prompts.credentials.first().host, u"example.test"_s);
+        QVERIFY(prompts.credentials.first().prompt.contains(u"SHA256:nThbg6kXUpJWGl7E1IGOCspRomTxdCARLviKw6E5SY8"_s));
         checkOutcome(scene, outcome);
-        QFile sessionFile(session);
-        QVERIFY(sessionFile.open(QIODevice::ReadOnly));
-        QVERIFY(sessionFile.readAll().trimmed().toLongLong() != getsid(0));
+        const qint64 session = test::readFile(scene.remoteFolder.filePath(u"session"_s)).trimmed().toLongLong();
+        QVERIFY(session > 0 && session != getsid(0));
     }
 };
 

@@ -29,8 +29,8 @@ struct ThreeChanges {
         repository->commitAll(u"base"_s);
         for (const char *name : {"one.txt", "two.txt", "three.txt"})
             repository->write(QString::fromLatin1(name), QByteArray(name) + " after\n");
-        harness.start().adoptRepository(Repository{repository->path(), kind});
-        harness.settle();
+        harness.start();
+        harness.adopt(*repository);
     }
 
     AppModel &model() { return harness.model(); }
@@ -194,8 +194,7 @@ private Q_SLOTS:
         repository->removeFromDisk(u"deleted.png"_s);
         ModelHarness harness;
         AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository->path(), kind});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*repository));
         const DiffSelection &selection = model.diffSelection();
         for (const bool inHistory : {false, true}) {
             if (inHistory) {
@@ -236,8 +235,7 @@ private Q_SLOTS:
         repository.git({u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"-m"_s, u"nothing"_s});
         ModelHarness harness;
         AppModel &model = harness.start();
-        model.adoptRepository(Repository{repository.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(repository));
         model.setTab(WorkspaceTab::history);
         const QList<Changeset> history = model.workspace().snapshot().history;
 

@@ -1,18 +1,19 @@
-#include "Checks.h"
+// Live refresh: the selected repository watched for changes made outside Tillery, which show without
+// the window becoming active, in the model and in the window.
 #include "FakeTool.h"
-#include "ModelHarness.h"
-#include "RepositoryFixtures.h"
-#include "TestEnvironment.h"
+#include "WindowHarness.h"
 
 #include "mercurial/MercurialIgnoredFolders.h"
 #include "model/WatchPlan.h"
+#include "ui/HistoryView.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QScrollBar>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <cstdio>
 
@@ -40,16 +41,15 @@ struct Live {
         : repository(test::makeFixture(kind))
     {
         const bool git = kind == RepositoryKind::git;
-        write(u"a.txt"_s);
-        write(u"b.txt"_s);
-        write(u"sub/c.txt"_s);
+        for (const QString &name : {u"a.txt"_s, u"b.txt"_s, u"sub/c.txt"_s})
+            write(name);
         write(git ? u".gitignore"_s : u".hgignore"_s,
               git ? "build/\nnode_modules/\n" : "syntax: glob\nbuild\nnode_modules\n");
         repository->commitAll(u"base"_s);
         QDir(repository->path()).mkpath(u"build/sub"_s);
         harness.watchedFolderLimit = folderLimit;
-        harness.start().adoptRepository(Repository{repository->path(), kind});
-        harness.settle();
+        harness.start();
+        harness.adopt(*repository);
     }
     AppModel &model() { return harness.model(); }
     void write(const QString &relative, const QByteArray &contents = "x\n") { repository->write(relative, contents); }
@@ -67,12 +67,6 @@ struct Live {
         return std::any_of(files.cbegin(), files.cend(),
                            [&path](const WorkingFile &file) { return file.path == path; });
     }
-    bool hasBookmark(const QString &name)
-    {
-        const QList<Bookmark> &bookmarks = model().workspace().snapshot().bookmarks;
-        return std::any_of(bookmarks.cbegin(), bookmarks.cend(),
-                           [&name](const Bookmark &bookmark) { return bookmark.name == name; });
-    }
 };
 
 using Step = std::function<void(Live &)>;
@@ -83,6 +77,31 @@ void listedAfter(const char *name, const Step &before, const Step &change, const
     test::addRowsForBothKinds(name, [&](QTestData &row) {
         row << before << change << Check([path](Live &live) { return live.listed(path); });
     });
+}
+
+// What the person sees and is doing, before and after a refresh.
+struct Work {
+    QString chosenFile;
+    int changesScroll = 0;
+    Qt::CheckState chosenLines = Qt::Unchecked;
+    QString chosenChangeset;
+    int historyScroll = 0;
+    QString typed;
+    int cursor = 0;
+    bool typing = false;
+    friend bool operator==(const Work &, const Work &) = default;
+};
+
+char *toString(const Work &work)
+{
+    return QTest::toString(u"%1 at %2 (%3), %4 at %5, \"%6\" at %7%8"_s.arg(work.chosenFile)
+                               .arg(work.changesScroll)
+                               .arg(work.chosenLines)
+                               .arg(work.chosenChangeset)
+                               .arg(work.historyScroll)
+                               .arg(work.typed)
+                               .arg(work.cursor)
+                               .arg(work.typing ? u" typing"_s : QString()));
 }
 
 } // namespace
@@ -210,7 +229,11 @@ private Q_SLOTS:
                 return live.model().workspace().snapshot().history.value(0).node == live.expected;
             });
         });
-        const Check second = [](Live &live) { return live.hasBookmark(u"team/second"_s); };
+        const Check second = [](Live &live) {
+            const QList<Bookmark> &bookmarks = live.model().workspace().snapshot().bookmarks;
+            return std::any_of(bookmarks.cbegin(), bookmarks.cend(),
+                               [](const Bookmark &bookmark) { return bookmark.name == u"team/second"; });
+        };
         QTest::newRow("bookmark, mercurial") << RepositoryKind::mercurial << Step([](Live &live) {
             live.repository->tool({u"bookmark"_s, u"first"_s});
         }) << Step([](Live &live) {
@@ -357,12 +380,11 @@ private Q_SLOTS:
         QTemporaryDir gate;
         const QByteArray output = QFile::encodeName(gate.filePath(u"output"_s));
         const QByteArray tool = kind == RepositoryKind::git ? "git" : "hg";
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody = test::interceptedBody(
+        const test::FakeTool heldTool(test::running(test::interceptedBody(
             kind, "status",
             "if [ -e '" + output + ".hold' ]; then " + tool + " \"$@\" > '" + output + "'; status=$?; : > '" + output
-                + ".ready'; " + test::waitForFile(gate.filePath(u"go"_s)) + "; cat '" + output + "'; exit $status; fi");
-        const test::FakeTool heldTool(behaviour);
+                + ".ready'; " + test::waitForFile(gate.filePath(u"go"_s)) + "; cat '" + output
+                + "'; exit $status; fi")));
         const test::ScopedEnvironmentVariable override(test::toolVariable(kind), heldTool.path().toUtf8());
         Live live(kind);
 
@@ -393,10 +415,8 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         QFETCH(int, limit);
         QFETCH(bool, failingQuery);
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody =
-            test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255");
-        const test::FakeTool failing(behaviour);
+        const test::FakeTool failing(test::running(
+            test::interceptedBody(kind, kind == RepositoryKind::git ? "check-ignore" : "debugignore", "exit 255")));
         const test::ScopedEnvironmentVariable override(
             test::toolVariable(kind), failingQuery ? std::optional(failing.path().toUtf8()) : std::nullopt);
         const bool limited = limit == 1;
@@ -441,7 +461,68 @@ private Q_SLOTS:
         main.git({u"branch"_s, u"from-main"_s});
         QTRY_VERIFY_WITH_TIMEOUT(model.workspace().snapshot().bookmarks.size() == 3, 20000);
     }
+
+    // A change made outside Tillery refreshes the window by itself, and leaves what the person is doing
+    // as it was: the chosen rows and where the lists are scrolled to, and the commit message being typed,
+    // its cursor and focus.
+    void refreshLeavesWorkAlone_data() { test::addKindColumn(); }
+
+    void refreshLeavesWorkAlone()
+    {
+        QFETCH(RepositoryKind, kind);
+        const auto repository = test::makeLongHistory(kind, 120);
+        repository->write(u"tracked.txt"_s, "one\ntwo\nthree\nfour\nfive\nsix\nseven\neight\n");
+        repository->commitAll(u"tracked"_s);
+        repository->write(u"tracked.txt"_s, "ONE\ntwo\nthree\nfour\nfive\nsix\nseven\nEIGHT\n");
+        for (int index = 0; index < 150; ++index)
+            repository->write(u"file-%1.txt"_s.arg(index, 3, 10, QChar(u'0')), "new\n");
+        test::WindowHarness harness;
+        harness.open();
+        AppModel &model = harness.model();
+        QVERIFY(harness.adopt(*repository));
+
+        // A history row chosen, then on Changes a file, its first changed lines and a message half typed.
+        auto *history = test::child<QTableView>(*harness.window().workspace()->historyView(), u"history"_s);
+        QListView *changes = harness.changes().list();
+        for (const auto &[tab, list, row] :
+             {std::tuple<WorkspaceTab, QAbstractItemView *, int>{WorkspaceTab::history, history, 60},
+              {WorkspaceTab::changes, changes, 150}}) {
+            model.setTab(tab);
+            list->scrollTo(list->model()->index(row, 0), QAbstractItemView::PositionAtCenter);
+            test::clickRow(list, list->model()->index(row, 0));
+            QVERIFY(harness.settle());
+        }
+        const QList<PresentedDiffLine> &lines = model.diffSelection().diff().unifiedLines;
+        const auto deletion = std::find_if(lines.cbegin(), lines.cend(), [](const PresentedDiffLine &line) {
+            return line.kind == DiffLineKind::deletion;
+        });
+        model.setShownLinesChosen(deletion - lines.cbegin(), deletion - lines.cbegin() + 1, true);
+        auto *summary = test::child<QLineEdit>(*test::child<CommitBox>(harness.changes()));
+        summary->setFocus();
+        QTest::keyClicks(summary, u"Half typed"_s);
+        summary->setCursorPosition(4);
+
+        const auto seen = [&] {
+            return Work{changes->currentIndex().data().toString(),
+                        changes->verticalScrollBar()->value(),
+                        model.chosenLines().fileState(u"tracked.txt"_s),
+                        model.diffSelection().selectedChangeset().value_or(Changeset{}).node,
+                        history->verticalScrollBar()->value(),
+                        summary->text(),
+                        summary->cursorPosition(),
+                        summary->hasFocus()};
+        };
+        const Work before = seen();
+        QVERIFY(before.changesScroll > 0 && before.historyScroll > 0 && before.typing);
+        QCOMPARE(before.chosenLines, Qt::PartiallyChecked);
+        QVERIFY(!before.chosenChangeset.isEmpty());
+
+        repository->write(u"zzz-outside.txt"_s, "outside\n");
+        QTRY_COMPARE_WITH_TIMEOUT(model.workspace().snapshot().files.size(), 152, 20000);
+        QVERIFY(harness.settle());
+        QCOMPARE(seen(), before);
+    }
 };
 
-QTEST_GUILESS_MAIN(LiveRefreshTest)
+QTEST_MAIN(LiveRefreshTest)
 #include "tst_live_refresh.moc"

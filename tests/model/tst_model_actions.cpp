@@ -1,18 +1,24 @@
+// What the model does for a person, on real repositories of both kinds: the repositories it keeps and
+// shows, commits, amends and stashes, discards after asking, branches, clones and fetches, and tools that
+// hang.
 #include "Checks.h"
 #include "FakeTool.h"
 #include "ModelHarness.h"
+#include "Pictures.h"
 #include "RecordPrinting.h"
 #include "RepositoryFixtures.h"
 #include "TestEnvironment.h"
 
+#include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace tillery;
+using test::GitFixture;
+using test::MercurialFixture;
 using test::ModelHarness;
-using test::readFile;
 using test::workingFile;
 
 namespace {
@@ -28,7 +34,8 @@ struct Fixture {
         repository->write(u"a.txt"_s, "a\n");
         repository->write(u"b.txt"_s, "b\n");
         repository->commitAll(u"base"_s);
-        harness.start().adoptRepository(Repository{repository->path(), kind});
+        harness.start();
+        harness.adopt(*repository);
     }
     AppModel &model() { return harness.model(); }
     bool refreshed()
@@ -47,6 +54,14 @@ std::optional<Bookmark> bookmarkNamed(const AppModel &model, const QString &name
             return bookmark;
     }
     return std::nullopt;
+}
+
+QStringList shownPaths(const AppModel &model)
+{
+    QStringList paths;
+    for (const WorkingFile &file : model.workspace().snapshot().files)
+        paths.append(file.path);
+    return paths;
 }
 
 } // namespace
@@ -140,7 +155,7 @@ private Q_SLOTS:
         QCOMPARE(workspace.snapshot().files.size(), 2);
         QCOMPARE(workspace.commitSummary(), u"second, reworded"_s);
         QCOMPARE(workspace.commitDescription(), u"With a body."_s);
-        QCOMPARE(readFile(fixture.repository->filePath(u"b.txt"_s)), "b, second\n"_ba);
+        QCOMPARE(fixture.repository->read(u"b.txt"_s), "b, second\n"_ba);
     }
 
     // Git stashes untracked files too; Mercurial leaves them. The stash is named so that it can be
@@ -152,7 +167,6 @@ private Q_SLOTS:
         QFETCH(RepositoryKind, kind);
         Fixture fixture(kind);
         AppModel &model = fixture.model();
-        QVERIFY(fixture.harness.settle());
         model.stashAll();
         QVERIFY(!model.activityState().isBusy());
         fixture.repository->write(u"a.txt"_s, "changed\n");
@@ -161,7 +175,7 @@ private Q_SLOTS:
         model.stashAll();
         QCOMPARE(model.activityState().activity(), u"Stashing all changes"_s);
         QVERIFY(fixture.settledCleanly());
-        QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)), QByteArray("a\n"));
+        QCOMPARE(fixture.repository->read(u"a.txt"_s), QByteArray("a\n"));
         QCOMPARE(model.workspace().snapshot().files.size(), kind == RepositoryKind::git ? 0 : 1);
         const QByteArray list = fixture.repository->tool(
             kind == RepositoryKind::git ? QStringList{u"stash"_s, u"list"_s}
@@ -208,7 +222,7 @@ private Q_SLOTS:
         fixture.harness.prompts.alertAnswers = {0};
         model.discardSelected();
         QVERIFY(fixture.harness.settle());
-        const QByteArray precious = readFile(fixture.repository->filePath(u"new.txt"_s));
+        const QByteArray precious = fixture.repository->read(u"new.txt"_s);
         if (trashRefuses) {
             QCOMPARE(model.activityState().presentedError()->title, u"Discarding changes"_s);
             QCOMPARE(model.activityState().presentedError()->message, *fixture.harness.desktop.trashRefusal);
@@ -219,7 +233,7 @@ private Q_SLOTS:
         QCOMPARE(fixture.harness.prompts.alerts.last().informativeText, informative);
         QCOMPARE(fixture.harness.prompts.alerts.last().buttons, (QStringList{u"Discard"_s, u"Cancel"_s}));
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
-        QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)),
+        QCOMPARE(fixture.repository->read(u"a.txt"_s),
                  selected.contains(u"a.txt"_s) ? QByteArray("a\n") : QByteArray("changed a\n"));
         QStringList untracked = selected.filter(u"new"_s) + selected.filter(u"other"_s);
         for (QString &path : untracked)
@@ -247,8 +261,8 @@ private Q_SLOTS:
         QCOMPARE(fixture.harness.prompts.alerts.size(), 4);
         QVERIFY(fixture.harness.prompts.alerts[2].informativeText.contains(u"“main”"_s));
         QCOMPARE(busy.count(), 0);
-        QCOMPARE(readFile(fixture.repository->filePath(u"a.txt"_s)), QByteArray("changed\n"));
-        QCOMPARE(readFile(fixture.repository->filePath(u"new.txt"_s)), QByteArray("new\n"));
+        QCOMPARE(fixture.repository->read(u"a.txt"_s), QByteArray("changed\n"));
+        QCOMPARE(fixture.repository->read(u"new.txt"_s), QByteArray("new\n"));
         QVERIFY(fixture.harness.prompts.folders.isEmpty());
 
         QTemporaryDir folder;
@@ -269,7 +283,6 @@ private Q_SLOTS:
         Fixture fixture(kind);
         AppModel &model = fixture.model();
         test::ScriptedPrompts &prompts = fixture.harness.prompts;
-        QVERIFY(fixture.harness.settle());
         if (kind == RepositoryKind::mercurial)
             model.createBookmark(u"main"_s);
         QVERIFY(fixture.settledCleanly());
@@ -320,25 +333,23 @@ private Q_SLOTS:
         QCOMPARE(model.workspace().snapshot().bookmarks.size(), 1);
     }
 
-    // Clone, fetch (which leaves the files alone), pull and push against a local origin.
-    void remotes_data() { test::addKindColumn(); }
+    // A clone is added and selected; a fetch leaves the files alone. (Pulls and pushes through the model:
+    // tst_credentials.)
+    void cloneAndFetch_data() { test::addKindColumn(); }
 
-    void remotes()
+    void cloneAndFetch()
     {
         QFETCH(RepositoryKind, kind);
         const std::unique_ptr<test::RepositoryFixture> origin = test::makeFixture(kind);
         origin->write(u"a.txt"_s, "a\n");
         origin->commitAll(u"first"_s);
-        if (kind == RepositoryKind::git)
-            origin->tool({u"config"_s, u"receive.denyCurrentBranch"_s, u"updateInstead"_s});
         QTemporaryDir folder;
-        const QString clonePath = folder.filePath(u"copy"_s);
+        const Repository cloned{folder.filePath(u"copy"_s), kind};
         ModelHarness harness;
         AppModel &model = harness.start();
-        model.clone(origin->path(), clonePath, kind);
+        model.clone(origin->path(), cloned.path, kind);
         QVERIFY(harness.settle());
         QCOMPARE(model.activityState().presentedError(), std::nullopt);
-        const Repository cloned{clonePath, kind};
         QCOMPARE(model.workspace().selectedRepository(), std::optional(cloned));
         QCOMPARE(model.library().repositories(), QList<Repository>{cloned});
 
@@ -347,24 +358,7 @@ private Q_SLOTS:
         model.fetch();
         QVERIFY(harness.settle());
         QCOMPARE(model.workspace().snapshot().history.size(), 2);
-        QVERIFY(!QFile::exists(clonePath + u"/b.txt"_s));
-        origin->write(u"b2.txt"_s, "b2\n");
-        origin->commitAll(u"third"_s);
-        model.pull();
-        QVERIFY(harness.settle());
-        QVERIFY(QFile::exists(clonePath + u"/b.txt"_s) && QFile::exists(clonePath + u"/b2.txt"_s));
-
-        test::writeFile(clonePath + u"/c.txt"_s, "c\n");
-        model.refresh();
-        QVERIFY(harness.settle());
-        model.setSelectedFilePaths({u"c.txt"_s});
-        model.setCommitSummary(u"from the clone"_s);
-        model.commit();
-        QVERIFY(harness.settle());
-        model.push();
-        QVERIFY(harness.settle());
-        QCOMPARE(model.activityState().presentedError(), std::nullopt);
-        QCOMPARE(versionControl(kind).loadSnapshot(origin->path()).history.first().summary, u"from the clone"_s);
+        QVERIFY(!QFile::exists(cloned.path + u"/b.txt"_s));
     }
 
     // A tool that hangs never holds Tillery: remote commands are cancelled from
@@ -392,7 +386,6 @@ private Q_SLOTS:
         QFETCH(QString, command);
         QFETCH(bool, quit);
         Fixture fixture(kind);
-        QVERIFY(fixture.harness.settle());
         QTemporaryDir marks;
         const QString hung = marks.filePath(u"hung"_s);
         const QString destination = marks.filePath(u"half made"_s);
@@ -424,7 +417,7 @@ private Q_SLOTS:
             model.clone(u"/srv/somewhere"_s, destination, kind);
         else
             model.refresh();
-        const auto hungProcess = [&hung] { return readFile(hung).trimmed().toLongLong(); };
+        const auto hungProcess = [&hung] { return test::readFile(hung).trimmed().toLongLong(); };
         QTRY_VERIFY(hungProcess() != 0 && test::processIsRunning(hungProcess()));
 
         if (quit) {
@@ -442,6 +435,175 @@ private Q_SLOTS:
         QVERIFY(!test::processIsRunning(hungProcess()));
         QVERIFY(!QFile::exists(marks.filePath(u"ended"_s)));
         QVERIFY(!QFileInfo::exists(destination));
+    }
+
+    // The stored list without the repository that vanished, the last selected
+    // one or else the first in the sidebar, refreshed at once. Removing one
+    // asks first, selects the next repository and leaves the files alone.
+    void storedRepositories()
+    {
+        const MercurialFixture first;
+        const GitFixture second;
+        second.write(u"changed.txt"_s, "x\n");
+        QTemporaryDir gone;
+        const QString goneRepository = gone.filePath(u"deleted"_s);
+        ModelHarness harness;
+        harness.modelSettings().setRepositories(
+            {first.repository(), {goneRepository, RepositoryKind::git}, second.repository()});
+        const QUuid folder(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11);
+        harness.modelSettings().setSidebarLayout(
+            {{RepositorySidebarItem::folder(folder), RepositorySidebarItem::repository(first.path())},
+             {{folder, u"Work"_s, {second.path()}}}});
+        harness.modelSettings().setLastSelectedRepository(goneRepository);
+
+        AppModel &model = harness.start();
+        QCOMPARE(model.library().repositories(), (QList<Repository>{first.repository(), second.repository()}));
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(second.repository()));
+        QCOMPARE(model.activityState().activity(), u"Refreshing "_s + QFileInfo(second.path()).fileName());
+        QVERIFY(harness.settle());
+        QCOMPARE(shownPaths(model), QStringList{u"changed.txt"_s});
+        QCOMPARE(model.settings().lastSelectedRepository(), std::optional(second.path()));
+
+        harness.prompts.alertAnswers = {1, 0};
+        model.confirmRemove(second.repository());
+        QCOMPARE(harness.prompts.alerts.last().message,
+                 u"Remove “"_s + QFileInfo(second.path()).fileName() + u"” from Tillery?"_s);
+        QCOMPARE(model.library().repositories().size(), 2);
+        model.confirmRemove(second.repository());
+        QCOMPARE(model.library().repositories(), QList<Repository>{first.repository()});
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(first.repository()));
+        QVERIFY(harness.settle());
+        QVERIFY(QFileInfo(second.path() + u"/.git"_s).isDir());
+
+        model.remove(first.repository());
+        QCOMPARE(model.workspace().selectedRepository(), std::nullopt);
+        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>());
+        QCOMPARE(harness.modelSettings().lastSelectedRepository(), std::nullopt);
+    }
+
+    // A refresh that arrives after the person moved on is dropped.
+    void switchingWhileARefreshRuns()
+    {
+        const MercurialFixture slow;
+        slow.write(u"from-slow.txt"_s, "x\n");
+        const GitFixture fast;
+        fast.write(u"from-fast.txt"_s, "x\n");
+        QTemporaryDir gate;
+        const test::FakeTool slowHg(test::running(test::interceptedBody(
+            RepositoryKind::mercurial, "status", test::waitForFile(gate.filePath(u"go"_s)) + "; exec hg \"$@\"")));
+        const test::ScopedEnvironmentVariable override("HG", slowHg.path().toUtf8());
+
+        ModelHarness harness;
+        AppModel &model = harness.start();
+        model.adoptRepository(slow.repository());
+        QVERIFY(model.workspace().isSwitchingRepository());
+        model.adoptRepository(fast.repository());
+        QTRY_COMPARE(shownPaths(model), QStringList{u"from-fast.txt"_s});
+        test::writeFile(gate.filePath(u"go"_s), {});
+        QVERIFY(harness.settle());
+        QCOMPARE(shownPaths(model), QStringList{u"from-fast.txt"_s});
+        QVERIFY(!model.workspace().isSwitchingRepository());
+        model.select(slow.repository());
+        QVERIFY(harness.settle());
+        QCOMPARE(shownPaths(model), QStringList{u"from-slow.txt"_s});
+    }
+
+    // A folder inside a repository adds the repository, once; anything else is refused.
+    void addingFolders()
+    {
+        const GitFixture repository;
+        QDir().mkpath(repository.filePath(u"src/deep"_s));
+        QTemporaryDir plain;
+        ModelHarness harness;
+        AppModel &model = harness.start();
+        const QSignalSpy errors(&model.activityState(), &ActivityState::presentedErrorChanged);
+        model.addRepositories({QUrl::fromLocalFile(plain.filePath(u"missing"_s)), QUrl(u"https://example.com/"_s),
+                               QUrl::fromLocalFile(plain.path())});
+        QVERIFY(harness.settle());
+        QCOMPARE(errors.count(), 1);
+        QCOMPARE(model.activityState().presentedError()->message,
+                 plain.path() + u" is not a Mercurial or Git repository."_s);
+        model.dismissError();
+
+        for (int time = 0; time < 2; ++time) {
+            harness.prompts.folderAnswers = {repository.filePath(u"src/deep"_s)};
+            model.addRepository();
+            QVERIFY(harness.settle());
+        }
+        QCOMPARE(model.library().repositories(), QList<Repository>{repository.repository()});
+        QCOMPARE(model.workspace().selectedRepository(), std::optional(repository.repository()));
+        QCOMPARE(harness.modelSettings().repositories(), QList<Repository>{repository.repository()});
+    }
+
+    // Folders go after the selected row, keep their order and name across a
+    // restart, and give their repositories back when removed.
+    void sidebarFolders()
+    {
+        const MercurialFixture a;
+        const GitFixture b;
+        ModelHarness harness;
+        harness.modelSettings().setRepositories({a.repository(), b.repository()});
+        AppModel &model = harness.start();
+        QVERIFY(harness.settle());
+        model.createFolder();
+        QVERIFY(model.library().sidebarItems()[1].isFolder());
+        const QUuid folder = model.library().sidebarItems()[1].folderId;
+        QCOMPARE(model.library().selectedSidebarFolderID(), std::optional(folder));
+        model.moveIntoFolder(b.path(), folder);
+        harness.prompts.textAnswers = {u"Work"_s};
+        model.renameFolder(folder);
+        QCOMPARE(harness.prompts.texts.last().initialText, u"New Folder"_s);
+
+        const RepositorySidebarLayout before = model.library().layout();
+        AppModel &restarted = harness.start();
+        QVERIFY(harness.settle());
+        QCOMPARE(restarted.library().layout(), before);
+        QCOMPARE(restarted.library().repositoryFolders()[0].name, u"Work"_s);
+
+        harness.prompts.alertAnswers = {0};
+        restarted.removeFolder(folder);
+        QCOMPARE(restarted.library().sidebarItems(),
+                 (QList<RepositorySidebarItem>{RepositorySidebarItem::repository(a.path()),
+                                               RepositorySidebarItem::repository(b.path())}));
+    }
+
+    // Pictures are stored once, replace the one before, and survive a restart until removed. A wide
+    // one is drawn whole and centred: 256 x 128 between transparent bands of 64.
+    void repositoryIcons()
+    {
+        const GitFixture repository;
+        QTemporaryDir pictures;
+        const auto pictureFile = [&pictures](const QString &name, const QByteArray &bytes) {
+            test::writeFile(pictures.filePath(name), bytes);
+            return pictures.filePath(name);
+        };
+        ModelHarness harness;
+        AppModel &model = harness.start();
+        QList<bool> answers;
+        const auto answer = [&answers](bool taken) { answers.append(taken); };
+        model.setRepositoryIcon(repository.path(), pictureFile(u"not.png"_s, "not a picture"), answer);
+        model.setRepositoryIcon(repository.path(), pictureFile(u"a.png"_s, test::pngBytes(32, 16, Qt::green)), answer);
+        QVERIFY(harness.settle());
+        const QString firstFile = harness.modelSettings().repositoryIconFiles().value(repository.path());
+        model.setRepositoryIcon(repository.path(), pictureFile(u"b.png"_s, test::pngBytes(1024, 512, Qt::green)),
+                                answer);
+        QVERIFY(harness.settle());
+        QCOMPARE(answers, (QList<bool>{false, true, true}));
+        const QStringList files = QDir(harness.iconFolder()).entryList(QDir::Files);
+        QCOMPARE(files.size(), 1);
+        QVERIFY(files.first() != firstFile);
+
+        AppModel &restarted = harness.start();
+        QVERIFY(harness.settle());
+        const QImage icon = restarted.icons().icons().value(repository.path());
+        QCOMPARE(icon.size(), QSize(256, 256));
+        for (const int y : {0, 63, 192, 255})
+            QCOMPARE(qAlpha(icon.pixel(128, y)), 0);
+        for (const int y : {64, 128, 191})
+            QVERIFY(icon.pixelColor(0, y) == QColor(Qt::green) && icon.pixelColor(255, y) == QColor(Qt::green));
+        restarted.removeRepositoryIcon(repository.path());
+        QCOMPARE(QDir(harness.iconFolder()).entryList(QDir::Files), QStringList());
+        QVERIFY(harness.modelSettings().repositoryIconFiles().isEmpty());
     }
 };
 

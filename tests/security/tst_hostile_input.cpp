@@ -197,28 +197,23 @@ private Q_SLOTS:
         QCOMPARE(plain.at(4).toString(), u"caf\u00e9 \u2615.txt"_s);
 
         const QString personal = scene.folder(u"personal"_s);
-        QFile file(personal);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        std::optional<ScopedEnvironmentVariable> configuration;
-        if (kind == RepositoryKind::mercurial) {
-            file.write("[alias]\nstatus = status --clean\nlog = log --limit 1 --verbose\ndiff = diff --reverse\n"
-                       "[defaults]\nstatus = --all\nlog = --limit 1\ndiff = --reverse\n"
-                       "[ui]\nverbose = True\ntweakdefaults = True\ncolor = always\nlogtemplate = {rev}\n"
-                       "[commands]\nstatus.relative = True\nstatus.verbose = True\n"
-                       "[diff]\nnoprefix = True\nword-diff = True\nnobinary = True\n");
-            configuration.emplace("HGRCPATH", qgetenv("HGRCPATH") + ':' + personal.toUtf8());
-        } else {
-            QFile pinned(qEnvironmentVariable("GIT_CONFIG_GLOBAL"));
-            QVERIFY(pinned.open(QIODevice::ReadOnly));
-            file.write(pinned.readAll());
-            file.write("[color]\n\tui = always\n\tdiff = always\n[log]\n\tshowSignature = true\n\tdecorate = full\n"
-                       "[status]\n\tshowUntrackedFiles = no\n\trelativePaths = true\n\tshort = true\n"
-                       "[diff]\n\tnoprefix = true\n\tmnemonicPrefix = true\n\texternal = false\n"
-                       "[core]\n\tquotePath = false\n[i18n]\n\tlogOutputEncoding = ISO-8859-1\n"
-                       "[format]\n\tpretty = oneline\n");
-            configuration.emplace("GIT_CONFIG_GLOBAL", personal.toUtf8());
-        }
-        file.close();
+        const bool hg = kind == RepositoryKind::mercurial;
+        // Git's pinned configuration with the person's added; Mercurial's read after the pinned one.
+        test::writeFile(personal,
+                        hg ? "[alias]\nstatus = status --clean\nlog = log --limit 1 --verbose\n"
+                             "diff = diff --reverse\n[defaults]\nstatus = --all\nlog = --limit 1\n"
+                             "diff = --reverse\n[ui]\nverbose = True\ntweakdefaults = True\ncolor = always\n"
+                             "logtemplate = {rev}\n[commands]\nstatus.relative = True\n"
+                             "status.verbose = True\n[diff]\nnoprefix = True\nword-diff = True\n"
+                             "nobinary = True\n"
+                           : test::readFile(qEnvironmentVariable("GIT_CONFIG_GLOBAL"))
+                                 + "[color]\n\tui = always\n\tdiff = always\n[log]\n\tshowSignature = true\n"
+                                   "\tdecorate = full\n[status]\n\tshowUntrackedFiles = no\n"
+                                   "\trelativePaths = true\n\tshort = true\n[diff]\n\tnoprefix = true\n"
+                                   "\tmnemonicPrefix = true\n\texternal = false\n[core]\n\tquotePath = false\n"
+                                   "[i18n]\n\tlogOutputEncoding = ISO-8859-1\n[format]\n\tpretty = oneline\n");
+        const ScopedEnvironmentVariable configuration(
+            hg ? "HGRCPATH" : "GIT_CONFIG_GLOBAL", (hg ? qgetenv("HGRCPATH") + ':' : QByteArray()) + personal.toUtf8());
         QCOMPARE(everythingRead(), plain);
     }
 
@@ -263,10 +258,8 @@ private Q_SLOTS:
         const Scene scene(RepositoryKind::git);
         const QString victim = scene.repository->filePath(u"../victim.txt"_s);
         scene.repository->write(u"../victim.txt"_s, "keep me\n");
-        test::FakeToolBehaviour behaviour;
-        behaviour.customBody =
-            test::interceptedBody(RepositoryKind::git, "status", "printf '?? ../victim.txt\\0'; exit 0");
-        const test::FakeTool git(behaviour);
+        const test::FakeTool git(test::running(
+            test::interceptedBody(RepositoryKind::git, "status", "printf '?? ../victim.txt\\0'; exit 0")));
         const ScopedEnvironmentVariable override("GIT", git.path().toUtf8());
         test::ModelHarness harness;
         AppModel &model = harness.start();
@@ -277,8 +270,7 @@ private Q_SLOTS:
         }
         QCOMPARE(git.processId(), 0);
 
-        model.adoptRepository(Repository{scene.path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
+        QVERIFY(harness.adopt(*scene.repository));
         QCOMPARE(model.workspace().snapshot().files, (QList<WorkingFile>{{u"../victim.txt"_s, FileState::untracked}}));
         model.selectChangeFiles({model.workspace().snapshot().files.first()});
         harness.prompts.alertAnswers = {0};

@@ -26,6 +26,13 @@ QByteArray quoted(const QString &path)
 
 } // namespace
 
+FakeToolBehaviour running(const QByteArray &body)
+{
+    FakeToolBehaviour behaviour;
+    behaviour.customBody = body;
+    return behaviour;
+}
+
 FakeTool::FakeTool(const FakeToolBehaviour &behaviour, const QString &name)
     : m_name(name)
 {

@@ -19,6 +19,9 @@ struct FakeToolBehaviour {
     QByteArray customBody;
 };
 
+// A stand-in that runs these shell lines.
+FakeToolBehaviour running(const QByteArray &body);
+
 // A real executable shell script in its own folder that records how it was
 // started and then behaves as described. Point HG or GIT at path().
 class FakeTool {

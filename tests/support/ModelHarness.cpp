@@ -40,6 +40,12 @@ bool ModelHarness::settle(int timeoutMilliseconds)
     return false;
 }
 
+bool ModelHarness::adopt(const RepositoryFixture &repository)
+{
+    m_model->adoptRepository(repository.repository());
+    return settle();
+}
+
 WorkingFile workingFile(const AppModel &model, const QString &path)
 {
     for (const WorkingFile &file : model.workspace().snapshot().files) {

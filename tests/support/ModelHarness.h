@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RepositoryFixtures.h"
 #include "ScriptedPrompts.h"
 
 #include "model/AppModel.h"
@@ -28,6 +29,8 @@ public:
     void stop() { m_model.reset(); }
     // Waits until the model's background work and its continuations are done.
     bool settle(int timeoutMilliseconds = 20000);
+    // Adds the repository to the started model, selected, and settles.
+    bool adopt(const RepositoryFixture &repository);
 
     ScriptedPrompts prompts;
     RecordingDesktop desktop;

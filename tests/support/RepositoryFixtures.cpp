@@ -2,6 +2,8 @@
 
 #include "Checks.h"
 
+#include "diff/FilePatch.h"
+
 #include <QTest>
 
 #include <QDir>
@@ -76,6 +78,35 @@ void RepositoryFixture::removeFromDisk(const QString &relative) const
 {
     if (!QFile::remove(filePath(relative)))
         throw std::runtime_error("cannot remove " + relative.toStdString());
+}
+
+QByteArray RepositoryFixture::read(const QString &relative) const
+{
+    return readFile(filePath(relative));
+}
+
+QByteArray RepositoryFixture::committed(const QString &relative) const
+{
+    return tool(isGit() ? QStringList{u"show"_s, u"HEAD:"_s + relative}
+                        : QStringList{u"cat"_s, u"--rev=."_s, u"--"_s, u"path:"_s + relative});
+}
+
+ChosenChanges RepositoryFixture::choose(const QString &relative, const QList<int> &places) const
+{
+    WorkingFile file;
+    for (const WorkingFile &changed : snapshot().files) {
+        if (changed.path == relative)
+            file = changed;
+    }
+    const QString diff = backend().workingDiff(path(), file, [] { return false; });
+    QList<qsizetype> ids;
+    if (const std::optional<FilePatch> patch = parseFilePatch(diff))
+        ids = patch->changedLineIds().values();
+    std::sort(ids.begin(), ids.end());
+    ChosenChanges chosen{file, diff, {}};
+    for (const int place : places)
+        chosen.lines.insert(ids.value(place, -1));
+    return chosen;
 }
 
 MercurialFixture::MercurialFixture()
@@ -232,6 +263,11 @@ std::unique_ptr<RepositoryFixture> makeLongHistory(RepositoryKind kind, int coun
         repository->tool({u"update"_s, u"--quiet"_s, u"tip"_s});
     }
     return repository;
+}
+
+QString toolName(RepositoryKind kind)
+{
+    return kind == RepositoryKind::git ? u"git"_s : u"hg"_s;
 }
 
 const char *toolVariable(RepositoryKind kind)

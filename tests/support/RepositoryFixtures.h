@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/VersionControl.h"
+#include "records/ChosenChanges.h"
 #include "records/Repository.h"
 
 #include <QByteArray>
@@ -19,17 +21,30 @@ namespace tillery::test {
 // std::runtime_error, after printing the tool's error text, when it fails.
 QByteArray runTool(const QString &program, const QStringList &arguments, const QString &directory);
 
-
 // A real repository in its own temporary folder.
 class RepositoryFixture {
 public:
     virtual ~RepositoryFixture() = default;
 
     QString path() const { return m_folder ? m_folder->path() : m_existingFolder; }
+    Repository repository() const { return Repository{path(), kind()}; }
     QString filePath(const QString &relative) const;
 
     void write(const QString &relative, const QByteArray &contents) const;
     void removeFromDisk(const QString &relative) const;
+    // A working file's bytes, or "(missing)".
+    QByteArray read(const QString &relative) const;
+    // A file as the working copy's parent holds it.
+    QByteArray committed(const QString &relative) const;
+
+    virtual RepositoryKind kind() const = 0;
+    bool isGit() const { return kind() == RepositoryKind::git; }
+    // The kind's backend, and the snapshot it loads of the repository.
+    const VersionControl &backend() const { return versionControl(kind()); }
+    RepositorySnapshot snapshot() const { return backend().loadSnapshot(path()); }
+    // A changed file's working diff as the Changes page shows it, the lines at the given places among
+    // its added and removed ones chosen.
+    ChosenChanges choose(const QString &relative, const QList<int> &places) const;
 
     // Commits every change, adding new files and forgetting removed ones;
     // returns the new changeset's full hash.
@@ -56,6 +71,7 @@ public:
 
     QByteArray hg(const QStringList &arguments) const;
     QByteArray tool(const QStringList &arguments) const override { return hg(arguments); }
+    RepositoryKind kind() const override { return RepositoryKind::mercurial; }
     QString parentNode() const override { return node(); }
     QString commitAll(const QString &message) const override;
     QString node(const QString &revision = QStringLiteral(".")) const;
@@ -76,6 +92,7 @@ public:
 
     QByteArray git(const QStringList &arguments) const;
     QByteArray tool(const QStringList &arguments) const override { return git(arguments); }
+    RepositoryKind kind() const override { return RepositoryKind::git; }
     QString parentNode() const override { return head(); }
     QString commitAll(const QString &message) const override;
     QString head() const;
@@ -101,7 +118,8 @@ std::unique_ptr<RepositoryFixture> makeFixture(RepositoryKind kind);
 // A repository with a line of `count` changesets, made by the tool in one go.
 std::unique_ptr<RepositoryFixture> makeLongHistory(RepositoryKind kind, int count);
 
-// The environment variable that points the code at a stand-in for the kind's tool.
+// The kind's tool, "hg" or "git", and the environment variable that points the code at a stand-in for it.
+QString toolName(RepositoryKind kind);
 const char *toolVariable(RepositoryKind kind);
 
 // A stand-in's shell commands: `body` for runs whose arguments include the

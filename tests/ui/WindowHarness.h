@@ -134,6 +134,7 @@ public:
     AppModel &model() { return models.model(); }
     ChangesView &changes() { return *m_window->workspace()->changesView(); }
     bool settle() { return models.settle(); }
+    bool adopt(const RepositoryFixture &repository) { return models.adopt(repository); }
 
     // Adds a repository the way a person does: the menu item, then the folder chooser's answer.
     void addThroughMenu(const QString &folder)

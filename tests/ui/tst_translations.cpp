@@ -1,7 +1,6 @@
-// The window in German and in English: menus, the commit button's plural and
-// the page texts come from the translation of the chosen language, and so do
-// the texts the model and the backends make. The translation files themselves
-// keep every placeholder, mnemonic and ellipsis of the English texts.
+// The texts the model and the backends make come from the translation of the
+// chosen language, as the window's do. The translation files themselves keep
+// every placeholder, mnemonic and ellipsis of the English texts.
 #include "WindowHarness.h"
 
 #include "model/BranchNames.h"
@@ -91,59 +90,6 @@ private Q_SLOTS:
     }
     void cleanup() { useTranslation(QLocale(QLocale::English)); }
 
-    void window_data()
-    {
-        QTest::addColumn<QLocale::Language>("language");
-        QTest::addColumn<int>("files");
-        QTest::addColumn<QString>("menu");
-        QTest::addColumn<QString>("action");
-        QTest::addColumn<QString>("commit");
-        QTest::addColumn<QString>("selectAll");
-        QTest::newRow("German, one file") << QLocale::German << 1 << u"Ablage"_s << u"Alle Änderungen verwerfen…"_s
-                                          << u"1 Datei committen"_s << u"Alle geänderten Dateien auswählen"_s;
-        QTest::newRow("German, two files") << QLocale::German << 2 << u"Darstellung"_s << u"Befehlsprotokoll"_s
-                                           << u"2 Dateien committen"_s << u"Alle geänderten Dateien auswählen"_s;
-        QTest::newRow("English, one file") << QLocale::English << 1 << u"File"_s << u"Discard All Changes…"_s
-                                           << u"Commit 1 File"_s << u"Select all changed files"_s;
-        QTest::newRow("English, two files") << QLocale::English << 2 << u"View"_s << u"Command Log"_s
-                                            << u"Commit 2 Files"_s << u"Select all changed files"_s;
-    }
-
-    void window()
-    {
-        QFETCH(QLocale::Language, language);
-        QFETCH(int, files);
-        QFETCH(QString, menu);
-        QFETCH(QString, action);
-        QFETCH(QString, commit);
-        QFETCH(QString, selectAll);
-        auto repository = test::makeFixture(RepositoryKind::git);
-        repository->write(u"base.txt"_s, "base\n"_ba);
-        repository->commitAll(u"base"_s);
-        for (int file = 0; file < files; ++file)
-            repository->write(u"new%1.txt"_s.arg(file), "new\n"_ba);
-
-        useTranslation(QLocale(language));
-        test::WindowHarness harness;
-        MainWindow &window = harness.open();
-        harness.model().adoptRepository(Repository{repository->path(), RepositoryKind::git});
-        QVERIFY(harness.settle());
-
-        QStringList menus;
-        for (QAction *title : window.menuBar()->actions())
-            menus.append(title->text());
-        QVERIFY2(menus.contains(menu), qPrintable(menus.join(u", "_s)));
-        QVERIFY(test::menuAction(window, action));
-        auto *all = test::child<QCheckBox>(harness.changes(), u"selectAllFiles"_s);
-        QCOMPARE(all->accessibleName(), selectAll);
-        all->click();
-        QVERIFY(harness.settle());
-        QCOMPARE(test::child<CommitBox>(harness.changes())->commitButton()->text(), commit);
-    }
-
-    // Made where the work is: a name check, a count in a question, an activity's title, and a
-    // backend's refusal on a worker thread with the title of the work it stopped. The kind's word
-    // follows the language each time it is asked.
     void madeBelowTheViews_data()
     {
         QTest::addColumn<QLocale::Language>("language");
