@@ -113,7 +113,7 @@
         <translation>Mit --demo: Bilder jeder Seite, jedes Dialogs und jedes Einstellungsreiters, hell und dunkel, in den Ordner schreiben und beenden.</translation>
     </message>
     <message>
-        <location line="+6"/>
+        <location line="+7"/>
         <source>Repositories to add (if they are new); the last is selected.</source>
         <translation>Hinzuzufügende Repositorys (falls neu); das letzte wird ausgewählt.</translation>
     </message>
@@ -121,6 +121,21 @@
         <location line="+1"/>
         <source>[folder…]</source>
         <translation>[Ordner…]</translation>
+    </message>
+    <message>
+        <location line="+21"/>
+        <source>Tillery could not open %1: there is no such folder.</source>
+        <translation>Tillery konnte %1 nicht öffnen: Diesen Ordner gibt es nicht.</translation>
+    </message>
+    <message>
+        <location line="+93"/>
+        <source>Tillery could not open %1: %2</source>
+        <translation>Tillery konnte %1 nicht öffnen: %2</translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>Tillery could not write a screenshot.</source>
+        <translation>Tillery konnte kein Bildschirmfoto schreiben.</translation>
     </message>
 </context>
 <context>
@@ -1272,7 +1287,7 @@
 <context>
     <name>tillery::DiffSelection</name>
     <message>
-        <location filename="../src/model/DiffSelection.cpp" line="+24"/>
+        <location filename="../src/model/DiffSelection.cpp" line="+26"/>
         <source>Deleted</source>
         <translation>Gelöscht</translation>
     </message>
@@ -1287,7 +1302,7 @@
         <translation>Für diese Datei gibt es keinen Text-Diff.</translation>
     </message>
     <message>
-        <location line="+130"/>
+        <location line="+134"/>
         <source>Loading icon preview</source>
         <translation>Vorschau wird geladen</translation>
     </message>
@@ -1297,7 +1312,7 @@
         <translation>Für diese Bilddatei konnte keine Vorschau erstellt werden.</translation>
     </message>
     <message>
-        <location line="+44"/>
+        <location line="+48"/>
         <source>Loading diff</source>
         <translation>Diff wird geladen</translation>
     </message>
@@ -1583,7 +1598,7 @@
         <translation>„HEAD“ ist ein Name, den Git für sich selbst reserviert.</translation>
     </message>
     <message>
-        <location line="+118"/>
+        <location line="+110"/>
         <source>There is no commit yet.</source>
         <translation>Es gibt noch keinen Commit.</translation>
     </message>
@@ -1601,7 +1616,7 @@
 <context>
     <name>tillery::GitConflicts</name>
     <message>
-        <location filename="../src/git/GitConflicts.cpp" line="+68"/>
+        <location filename="../src/git/GitConflicts.cpp" line="+65"/>
         <source>“%1” has no conflict that Git still knows of.</source>
         <translation>„%1“ hat keinen Konflikt, den Git noch kennt.</translation>
     </message>
@@ -1634,7 +1649,7 @@
 <context>
     <name>tillery::GitShelves</name>
     <message>
-        <location filename="../src/git/GitShelves.cpp" line="+33"/>
+        <location filename="../src/git/GitShelves.cpp" line="+30"/>
         <source>“%1” is not the id of a stash entry.</source>
         <translation>„%1“ ist nicht die ID eines Stash-Eintrags.</translation>
     </message>
@@ -1947,7 +1962,7 @@
 <context>
     <name>tillery::KindTraits</name>
     <message>
-        <location filename="../src/git/GitBackend.cpp" line="-166"/>
+        <location filename="../src/git/GitBackend.cpp" line="-158"/>
         <source>commit</source>
         <comment>noun</comment>
         <translation>Commit</translation>

@@ -98,7 +98,8 @@ int main(int argc, char *argv[])
     parser.addOptions(
         {screenshotOption, repositoryOption, tabOption, fileOption, demoOption, reportOption, darkOption, tourOption});
     parser.addPositionalArgument(
-        u"folders"_s, QCoreApplication::translate("main", "Repositories to add (if they are new); the last is selected."),
+        u"folders"_s,
+        QCoreApplication::translate("main", "Repositories to add (if they are new); the last is selected."),
         QCoreApplication::translate("main", "[folder…]"));
     parser.process(application);
     QTextStream out(stdout);
@@ -119,13 +120,15 @@ int main(int argc, char *argv[])
         const QString folder = QDir::current().absoluteFilePath(name);
         // A file is refused by the window, as a folder that holds no repository is.
         if (!QFileInfo::exists(folder)) {
-            QTextStream(stderr) << "Tillery could not open " << name << ": there is no such folder.\n";
+            QTextStream(stderr)
+                << QCoreApplication::translate("main", "Tillery could not open %1: there is no such folder.").arg(name)
+                << '\n';
             return 1;
         }
         folders.append(QDir::cleanPath(folder));
     }
-    const bool takesPictures = parser.isSet(screenshotOption) || parser.isSet(tourOption) ||
-                               parser.isSet(demoOption) || headless;
+    const bool takesPictures =
+        parser.isSet(screenshotOption) || parser.isSet(tourOption) || parser.isSet(demoOption) || headless;
     std::unique_ptr<SingleInstance> instance;
     if (!takesPictures) {
         instance = std::make_unique<SingleInstance>(ApplicationScene::personalSettingsFile());
@@ -210,14 +213,16 @@ int main(int argc, char *argv[])
         scene->waitUntilIdle();
         // A picture of the start page is no picture of the repository asked for.
         if (const std::optional<QString> error = scene->presentedError(); error && !folders.isEmpty()) {
-            QTextStream(stderr) << "Tillery could not open " << named.join(u", "_s) << ": " << *error << "\n";
+            QTextStream(stderr)
+                << QCoreApplication::translate("main", "Tillery could not open %1: %2").arg(named.join(u", "_s), *error)
+                << '\n';
             return 1;
         }
         scene->showPage(parser.value(tabOption), parser.value(fileOption));
         take(QDir::current().absoluteFilePath(screenshot));
     }
     if (written.isEmpty()) {
-        QTextStream(stderr) << "Tillery could not write a screenshot.\n";
+        QTextStream(stderr) << QCoreApplication::translate("main", "Tillery could not write a screenshot.") << '\n';
         return 1;
     }
     if (headless)
