@@ -7,7 +7,7 @@ tillery_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 tillery_build="$tillery_root/build"
 
 tillery_install_missing_packages() {
-    local packages=(cmake make g++ qt6-base-dev libqt6svg6-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools mercurial git python3 xvfb xauth dpkg-dev appstream desktop-file-utils qtkeychain-qt6-dev gnome-keyring dbus-daemon)
+    local packages=(cmake make g++ qt6-base-dev qt6-svg-dev qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools mercurial git python3 xvfb xauth dpkg-dev appstream desktop-file-utils qtkeychain-qt6-dev gnome-keyring dbus-daemon)
     local missing=() package
     for package in "${packages[@]}"; do
         if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed'; then
