@@ -33,15 +33,12 @@ namespace {
 // A child that leads a process group of its own (one started in a session
 // of its own) is stopped with everything it started: ssh, and the helper
 // that asks for a password, would otherwise outlive it.
-void signalChild(QProcess &process, int signal)
+void signalGroupItLeads([[maybe_unused]] QProcess &process, [[maybe_unused]] bool force)
 {
 #ifdef Q_OS_UNIX
     const pid_t child = pid_t(process.processId());
     if (child > 0 && getpgid(child) == child)
-        (void)::kill(-child, signal);
-#else
-    Q_UNUSED(process);
-    Q_UNUSED(signal);
+        (void)::kill(-child, force ? SIGKILL : SIGTERM);
 #endif
 }
 
@@ -49,14 +46,10 @@ void signalChild(QProcess &process, int signal)
 
 void stopChild(QProcess &process)
 {
-#ifdef Q_OS_UNIX
-    signalChild(process, SIGTERM);
-#endif
+    signalGroupItLeads(process, false);
     process.terminate();
     if (!process.waitForFinished(terminateGraceMilliseconds)) {
-#ifdef Q_OS_UNIX
-        signalChild(process, SIGKILL);
-#endif
+        signalGroupItLeads(process, true);
         process.kill();
         process.waitForFinished(-1);
     }
